@@ -1,0 +1,45 @@
+# How every target of the project is compiled.
+
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+add_library(qva_compile INTERFACE)
+target_compile_features(qva_compile INTERFACE cxx_std_20)
+target_compile_options(
+  qva_compile
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wconversion
+            -Wfloat-conversion
+            -Wdouble-promotion
+            -Wshadow
+            # The same formula gives the same bits wherever it is compiled: no fused multiply-add.
+            -ffp-contract=off
+            $<$<BOOL:${QVA_WARNINGS_AS_ERRORS}>:-Werror>)
+
+# qva_add_shared(<target> NAME <library name> ALIAS <alias> SOURCES ... [LINK ...] [PRIVATE_LINK ...])
+# A shared library with public headers in include/ beside its CMakeLists.txt.
+function(qva_add_shared target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "NAME;ALIAS" "SOURCES;LINK;PRIVATE_LINK")
+  add_library(${target} SHARED ${arg_SOURCES})
+  add_library(${arg_ALIAS} ALIAS ${target})
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${arg_NAME})
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>
+                                              $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  target_link_libraries(${target} PUBLIC ${arg_LINK} PRIVATE $<BUILD_INTERFACE:qva_compile> ${arg_PRIVATE_LINK})
+  target_compile_features(${target} PUBLIC cxx_std_20)
+endfunction()
+
+# qva_add_test(<name> SOURCES ... [LINK ...]): a GoogleTest executable whose cases ctest runs one by one.
+function(qva_add_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE qva_compile ${arg_LINK} GTest::gtest_main)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/src)
+  # The test may stand in for operations of the platform: its own definitions win over the libraries'.
+  set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST)
+endfunction()
