@@ -9,6 +9,10 @@
 #include <qvSystem/qvLog.h>
 #include <qvSystem/qvStreamVersion.h>
 #include <qvSystem/qvVariant.h>
+#include <wm4/math.h>
+#include <wm4/matrix3.h>
+#include <wm4/matrix4.h>
+#include <wm4/plane3.h>
 #include <wm4/vector2.h>
 #include <wm4/vector3.h>
 

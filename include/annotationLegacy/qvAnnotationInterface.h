@@ -173,6 +173,8 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
   std::uint8_t m_style = Rectangle;           ///< frame shape and `StyleBits`
 
  private:
+  void appendCopiesOfChildren(qvAnnotationInterface const& other);
+
   static SubAnnotList* ms_dummySubAnnots;
 };
 

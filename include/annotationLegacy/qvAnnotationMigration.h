@@ -15,9 +15,9 @@ namespace qvLegacy {
 
 /// Turns legacy views into CAD annotation views whose annotations carry SVG content.
 ///
-/// Failures are written to the process log (`qv::qvLog::msInstance`, type `qvLogError`) and reported as `false`; bad
-/// content never throws. One object migrates any number of views, on one thread at a time; separate objects are
-/// independent.
+/// Failures are written to the process log (`qv::qvLog::msInstance`, type `qvLogError`) and reported as
+/// `false`; bad content never throws. One object migrates any number of views, on one thread at a time;
+/// separate objects are independent.
 class QVA_EXPORT qvAnnotationMigration {
  public:
   /// Option bits: what may be dropped. Without them any metadata makes the migration of its view fail.
@@ -27,26 +27,27 @@ class QVA_EXPORT qvAnnotationMigration {
     DropUnknownMetadata = 4,  ///< of annotations, under all other keys
   };
 
-  /// Delivers the image data of a raster by its name into `data`, which starts empty; false when it cannot. Called once
-  /// for each raster annotation, on the migrating thread; must not throw.
+  /// Delivers the image data of a raster by its name into `data`, which starts empty; false when it cannot.
+  /// Called once for each raster annotation, on the migrating thread; must not throw.
   using RasterCallback = bool (*)(std::string const& name, std::string& data, void* userData);
 
-  /// `rasterCallback` may be null when no raster is expected; `userData` is handed to it unchanged. `headSize` is the
-  /// size of leader heads and measure arrows in SVG units.
+  /// `rasterCallback` may be null when no raster is expected; `userData` is handed to it unchanged.
+  /// `headSize` is the size of leader heads and measure arrows in SVG units.
   qvAnnotationMigration(int options, RasterCallback rasterCallback, void* userData, float headSize);
   ~qvAnnotationMigration();
   qvAnnotationMigration(qvAnnotationMigration const&) = delete;
   qvAnnotationMigration& operator=(qvAnnotationMigration const&) = delete;
 
-  /// Migrates one view. `result` must be null and is written only on success; the first annotation that cannot be
-  /// migrated makes the whole view fail.
+  /// Migrates one view. `result` must be null and is written only on success; the first annotation that
+  /// cannot be migrated makes the whole view fail.
   bool migrateAnnotationView(qv::qvPointer<qvAnnotationView> const& view,
                              qv::qvPointer<qv::qvCadAnnotationView>& result);
 
-  /// Migrates one annotation with its tree of sub-annotations, without its own leaders. On success `result` holds the
-  /// new annotation and `box` what its frame covers, in SVG coordinates around the annotation's position.
-  bool createAnnotationFrame(qvAnnotationInterface const* annotation, qv::qvPointer<qv::qvCadAnnotation>& result,
-                             qv::svg::BoundingBox& box);
+  /// Migrates one annotation with its tree of sub-annotations, without its own leaders. On success `result`
+  /// holds the new annotation and `box` what its frame covers, in SVG coordinates around the annotation's
+  /// position.
+  bool createAnnotationFrame(qvAnnotationInterface const* annotation,
+                             qv::qvPointer<qv::qvCadAnnotation>& result, qv::svg::BoundingBox& box);
 
   /// Appends the text, laid out and centred nowhere yet, to `root`; `color` is the colour of the glyphs.
   bool migrateTextAnnotation(qvAnnotationText const* annotation, qv::svg::Node& root,
@@ -54,12 +55,13 @@ class QVA_EXPORT qvAnnotationMigration {
   /// Appends a black rectangle and the image to `root`.
   bool migrateRasterAnnotation(qvAnnotationRaster const* annotation, qv::svg::Node& root);
 
-  /// Appends one line segment and anchor for each leader, and a shape for each head, to `cad`. `origin` is where the
-  /// leaders begin, in view-plane coordinates; `offset` the same place relative to the annotation, in SVG coordinates.
+  /// Appends one line segment and anchor for each leader, and a shape for each head, to `cad`. `origin` is
+  /// where the leaders begin, in view-plane coordinates; `offset` the same place relative to the annotation,
+  /// in SVG coordinates.
   bool createLeaders(std::vector<qvAnnotationInterface::Leader> const& leaders, qv::qvCadAnnotation& cad,
                      Wm4::Vector3<float> const& origin, Wm4::Vector2<float> const& offset);
-  /// Appends dimension line, arrows and extension lines of each measure leader to `cad`. False at the first one that
-  /// has no direction; what was appended before stays.
+  /// Appends dimension line, arrows and extension lines of each measure leader to `cad`. False at the first
+  /// one that has no direction; what was appended before stays.
   bool createMeasureLeaders(std::vector<qvAnnotationInterface::MeasureLeader> const& measures,
                             qv::qvCadAnnotation& cad, Wm4::Vector3<float> const& origin,
                             Wm4::Vector2<float> const& offset);
@@ -71,14 +73,25 @@ class QVA_EXPORT qvAnnotationMigration {
   std::unique_ptr<qv::text::TextSegmentToSvgConverter> m_textConverter;
 
  private:
+  // driver.cpp
+  bool migrateTopLevelAnnotation(qvAnnotationInterface const& annotation, std::string const& viewName,
+                                 qv::qvCadAnnotationView& cadView);
+  // annotation.cpp
+  bool createFramedContent(qvAnnotationInterface const& annotation, std::shared_ptr<qv::svg::Node>& root,
+                           qv::svg::BoundingBox& frameBox);
+  bool migrateContent(qvAnnotationInterface const& annotation, qv::svg::Node& root,
+                      Wm4::Vector3<unsigned char> const& contrastColor, Wm4::Vector2<float>& margin);
+  // metadata.cpp
   bool screenMetadata(qvAnnotationInterface const& annotation) const;
+  // frame.cpp: adds the frame of a `FrameShape` behind what `root` holds; writes the box that it covers.
   bool createFrame(int shape, qv::svg::BoundingBox const& contentBox, qv::svg::BoundingBox& frameBox,
                    std::shared_ptr<qv::svg::Node>& root, Wm4::Vector3<unsigned char> const& color,
                    Wm4::Vector3<unsigned char> const& contrastColor);
-  bool migrateContent(qvAnnotationInterface const& annotation, qv::svg::Node& root,
-                      Wm4::Vector3<unsigned char> const& contrastColor, Wm4::Vector2<float>& margin);
+  // subAnnotations.cpp
   bool migrateSubAnnotations(qvAnnotationInterface const& annotation, qv::qvCadAnnotation& cad,
                              qv::svg::BoundingBox const& frameBox);
+  bool migrateSubAnnotation(qvAnnotationInterface const& parent, qvAnnotationInterface::SubAnnot const& sub,
+                            qv::qvCadAnnotation& cad, qv::svg::BoundingBox const& frameBox);
 };
 
 }  // namespace qvLegacy

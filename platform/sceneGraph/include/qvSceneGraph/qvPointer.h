@@ -5,8 +5,8 @@
 
 namespace qv {
 
-/// Intrusive reference-counting pointer over `qvObject`: adds a reference on copy, releases it on destruction; the
-/// object deletes itself at zero. Has the size and layout of a plain pointer.
+/// Intrusive reference-counting pointer over `qvObject`: adds a reference on copy, releases it on
+/// destruction; the object deletes itself at zero. Has the size and layout of a plain pointer.
 template <class T>
 class qvPointer {
  public:
@@ -34,7 +34,8 @@ class qvPointer {
   T* get() const noexcept { return m_object; }
   T* operator->() const noexcept { return m_object; }
   T& operator*() const noexcept { return *m_object; }
-  operator T*() const noexcept { return m_object; }  // NOLINT(google-explicit-constructor): reads as a pointer
+  // NOLINTNEXTLINE(google-explicit-constructor): reads as a pointer
+  operator T*() const noexcept { return m_object; }
 
   void swap(qvPointer& other) noexcept { std::swap(m_object, other.m_object); }
 

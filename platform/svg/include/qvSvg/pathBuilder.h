@@ -14,7 +14,8 @@ class QV_EXPORT PathBuilder {
   PathBuilder();
   ~PathBuilder();
 
-  /// Begins a contour; with `open` false, `endContour` closes it by a line back to its first point.
+  /// Begins a contour, after ending the one before; with `open` false, `endContour` closes it by a line back
+  /// to its first point. What is appended outside a contour begins an open one.
   void startContour(bool open);
   /// Appends the polyline through the points to the contour; the first point of the contour is its start.
   void appendSegmentListMove(std::vector<Wm4::Vector2<float>> points);
@@ -24,11 +25,11 @@ class QV_EXPORT PathBuilder {
   /// Ends the contour; one without any segment is dropped.
   void endContour();
 
-  /// Appends one line as an open contour of its own.
+  /// Appends one line as an open contour of its own, also while another contour is being built.
   void appendLine(Wm4::Vector2<float> const& from, Wm4::Vector2<float> const& to);
 
-  /// A new path item with the collected contours, or null when there are none. With `handOver` the builder gives
-  /// its contours away and is empty afterwards.
+  /// Ends the contour that is being built and makes a new path item with the collected contours, or null when
+  /// there are none. With `handOver` the builder gives its contours away and is empty afterwards.
   std::shared_ptr<Path> createPathItem(bool handOver);
 
  private:

@@ -20,14 +20,15 @@ enum class FontMatch : std::uint8_t {
 
 /// Characters of one text line that are drawn with one font.
 struct TextSpan {
-  std::string m_text;           ///< valid UTF-8, in logical order
-  std::string m_askedFamily;    ///< font family that the document names
-  std::string m_family;         ///< font family that is drawn
-  float m_x = 0.0F;             ///< where the span begins on the baseline
-  float m_advance = 0.0F;       ///< where the next one may begin, relative to `m_x`
+  std::string m_text;         ///< valid UTF-8, in logical order
+  std::string m_askedFamily;  ///< font family that the document names
+  std::string m_family;       ///< font family that is drawn
+  float m_x = 0.0F;           ///< where the span begins on the baseline
+  float m_advance = 0.0F;     ///< where the next one may begin, relative to `m_x`
   FontMatch m_match = FontMatch::Asked;
   bool m_bold = false;
   bool m_italic = false;
+  std::string m_original;  ///< Missing only: the document's characters, one for each replacement character
 };
 
 /// Characters on one baseline and of one size. The item's own coordinates are layout coordinates: y up, so

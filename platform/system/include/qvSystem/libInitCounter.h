@@ -10,8 +10,8 @@ namespace qv::impl {
 /// library's business.
 class QV_EXPORT LibInitCounter {
  public:
-  /// `name` is the library's name; `reportLeaks` asks for a warning at destruction when initialisations are left
-  /// without their termination.
+  /// `name` is the library's name; `reportLeaks` asks for a warning on standard error at destruction when
+  /// initialisations are left without their termination.
   LibInitCounter(char const* name, bool reportLeaks);
   ~LibInitCounter();
   LibInitCounter(LibInitCounter const&) = delete;
@@ -19,8 +19,8 @@ class QV_EXPORT LibInitCounter {
 
   /// True only for the call that must perform the initialisation, the first.
   bool incrementInitCounter();
-  /// True only for the call that must perform the termination, the last. Without a matching increment: false, and
-  /// the count stays 0.
+  /// True only for the call that must perform the termination, the last. Without a matching increment: false,
+  /// and the count stays 0.
   bool decrementInitCounter();
 
  private:

@@ -8,8 +8,8 @@
 
 namespace qv {
 
-/// Storage of variants and of the scene graph's objects. Everything that a document's load creates in number comes
-/// through these two functions, so that where it lives (heap or an arena) is decided in one place.
+/// Storage of variants and of the scene graph's objects. Everything that a document's load creates in number
+/// comes through these two functions, so that where it lives (heap or an arena) is decided in one place.
 QV_EXPORT void* AllocateDocumentMemory(std::size_t size);
 QV_EXPORT void FreeDocumentMemory(void* memory) noexcept;
 

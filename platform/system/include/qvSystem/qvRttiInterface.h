@@ -9,7 +9,8 @@ namespace qv {
 
 class qvBaseStream;
 
-/// Root of everything that the object stream can create: run-time type, reference count, persistence protocol.
+/// Root of everything that the object stream can create: run-time type, reference count, persistence
+/// protocol.
 ///
 /// The order of the virtual operations is part of the binary interface.
 class QV_EXPORT qvRttiInterface {

@@ -14,27 +14,35 @@ namespace qv {
 
 /// A value of one of seven kinds. Copies are deep; a moved-from variant is null.
 ///
-/// Conversions between kinds are total: what a kind cannot express gives the neutral value of the target (0, false,
-/// the empty string, map or list). Texts of numbers do not depend on the locale.
+/// Conversions between kinds are total: what a kind cannot express gives the neutral value of the target (0,
+/// false, the empty string, map or list). Texts of numbers do not depend on the locale.
 class QV_EXPORT qvVariant {
  public:
   /// The numbers are persisted.
-  enum class Kind : std::uint8_t { Null = 0, Integer = 1, Real = 2, String = 3, Bool = 4, Map = 10, List = 11 };
+  enum class Kind : std::uint8_t {
+    Null = 0,
+    Integer = 1,
+    Real = 2,
+    String = 3,
+    Bool = 4,
+    Map = 10,
+    List = 11
+  };
 
   /// Sorted by key, as bytes.
-  using qvVariantMapImpl = std::map<std::string, qvVariant, std::less<>,
-                                    qvAllocator<std::pair<std::string const, qvVariant>>>;
+  using qvVariantMapImpl =
+      std::map<std::string, qvVariant, std::less<>, qvAllocator<std::pair<std::string const, qvVariant>>>;
   using qvVariantListImpl = std::vector<qvVariant, qvAllocator<qvVariant>>;
 
   qvVariant() noexcept = default;
-  qvVariant(std::int64_t value) noexcept;        // NOLINT(google-explicit-constructor): a variant is any value
-  qvVariant(int value) noexcept;                 // NOLINT(google-explicit-constructor)
-  qvVariant(double value) noexcept;              // NOLINT(google-explicit-constructor)
-  qvVariant(bool value) noexcept;                // NOLINT(google-explicit-constructor)
-  qvVariant(char const* value);                  // NOLINT(google-explicit-constructor): null gives the empty string
-  qvVariant(std::string value);                  // NOLINT(google-explicit-constructor)
-  qvVariant(qvVariantMapImpl value);             // NOLINT(google-explicit-constructor)
-  qvVariant(qvVariantListImpl value);            // NOLINT(google-explicit-constructor)
+  qvVariant(std::int64_t value) noexcept;  // NOLINT(google-explicit-constructor): a variant is any value
+  qvVariant(int value) noexcept;           // NOLINT(google-explicit-constructor)
+  qvVariant(double value) noexcept;        // NOLINT(google-explicit-constructor)
+  qvVariant(bool value) noexcept;          // NOLINT(google-explicit-constructor)
+  qvVariant(char const* value);            // NOLINT(google-explicit-constructor): null gives the empty string
+  qvVariant(std::string value);            // NOLINT(google-explicit-constructor)
+  qvVariant(qvVariantMapImpl value);       // NOLINT(google-explicit-constructor)
+  qvVariant(qvVariantListImpl value);      // NOLINT(google-explicit-constructor)
   qvVariant(qvVariant const& other);
   qvVariant(qvVariant&& other) noexcept;
   qvVariant& operator=(qvVariant const& other);
@@ -50,10 +58,11 @@ class QV_EXPORT qvVariant {
   bool isMap() const noexcept { return m_kind == Kind::Map; }
   bool isList() const noexcept { return m_kind == Kind::List; }
 
-  /// Reals truncate toward zero and saturate at the 64-bit limits, NaN gives 0; strings are read as a whole
-  /// decimal number; true gives 1.
+  /// Reals truncate toward zero and saturate at the 64-bit limits, NaN gives 0; a string that is as a whole a
+  /// decimal number ("-12", "7.9", "1e5"; no blank, no plus sign in front) gives what that number gives, else
+  /// 0; true gives 1.
   std::int64_t toInteger() const noexcept;
-  /// Strings are read as a whole decimal number, else 0; true gives 1.
+  /// A string that is as a whole a decimal number within the range gives it, else 0; true gives 1.
   double toReal() const noexcept;
   /// Numbers: not zero. Strings: "true" or a number that is not zero.
   bool toBool() const noexcept;
@@ -72,7 +81,7 @@ class QV_EXPORT qvVariant {
   qvVariantListImpl& editList();
 
   /// Same kind and same value; NaN equals nothing.
-  friend QV_EXPORT bool operator==(qvVariant const& a, qvVariant const& b) noexcept;
+  friend QV_EXPORT bool operator==(qvVariant const& a, qvVariant const& b);
 
  private:
   union Content {

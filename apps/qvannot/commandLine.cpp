@@ -1,0 +1,133 @@
+#include "commandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <system_error>
+
+#include "annotationLegacy/version.h"
+#include "toolkit/textEscape.h"
+
+namespace qvannot {
+
+namespace {
+
+using qvLegacy::qvAnnotationMigration;
+
+constexpr char const* Description =
+    R"(Examples:
+  qvannot inspect bracket.json
+      Shows the views and annotations of a document, and what its reader says.
+  qvannot migrate bracket.json -o out
+      Writes one SVG page for each view and the migrated model as JSON into out/.
+  qvannot migrate old/*.json -o out --drop-known-metadata --rasters images --force
+      Migrates many documents, drops known metadata, takes images from images/, replaces what is in out/.
+
+Shows, checks and migrates legacy CAD annotations.)";
+
+constexpr char const* Footer =
+    R"(Exit codes: 0 all done; 1 done, with findings or views that are not migrated; 2 bad command line;
+3 an input cannot be opened; 4 an input is no known format; 5 an output cannot be written; 6 out of
+memory or another limit; 7 nothing to do; 70 a bug. The highest that happened counts.
+Findings go to standard error, one line each; results go to standard output.)";
+
+/// A number as in a document: no sign "+", no blanks, nothing behind it. Not bound to a locale.
+std::string readHeadSize(std::string const& text, float& size) {
+  auto const result = std::from_chars(text.data(), text.data() + text.size(), size);
+  bool const isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size();
+  return isNumber ? std::string() : "'" + text + "' is no number; write it like 3 or 2.5";
+}
+
+void addFiles(CLI::App& command, std::vector<std::string>& files) {
+  command.add_option("FILE", files, "Documents; '-' reads standard input")->type_name("");
+}
+
+void addStrict(CLI::App& command, bool& isStrict) {
+  command.add_flag("--strict", isStrict, "Let warnings count, too: exit code 1 instead of 0");
+}
+
+void addInspect(CLI::App& app, InspectCommand& command) {
+  CLI::App& inspect = *app.add_subcommand("inspect", "Show what documents hold");
+  addFiles(inspect, command.m_files);
+  CLI::Option* json = inspect.add_flag("--json", command.m_asJson, "Write JSON");
+  inspect.add_flag("--full", command.m_isFull, "With --json: the whole legacy model, field by field")->needs(json);
+  addStrict(inspect, command.m_isStrict);
+}
+
+void addDropFlag(CLI::App& command, std::string const& name, int bit, int& bits, std::string const& help) {
+  command.add_flag_callback(name, [bit, &bits] { bits |= bit; }, help);
+}
+
+void addMigrate(CLI::App& app, MigrateCommand& command) {
+  CLI::App& migrate = *app.add_subcommand("migrate", "Write SVG pages and the migrated model");
+  int& dropped = command.m_options.m_dropped;
+  float& headSize = command.m_options.m_headSize;
+  addFiles(migrate, command.m_files);
+  migrate.add_option("-o,--output", command.m_outputFolder, "Folder for the results; created when missing")
+      ->type_name("DIR")
+      ->required();
+  addDropFlag(migrate, "--drop-view-metadata", qvAnnotationMigration::DropViewMetadata, dropped,
+              "Migrate views that carry metadata, without it");
+  addDropFlag(migrate, "--drop-known-metadata", qvAnnotationMigration::DropKnownMetadata, dropped,
+              "Migrate annotations whose metadata has only known keys, without it");
+  addDropFlag(migrate, "--drop-unknown-metadata", qvAnnotationMigration::DropUnknownMetadata, dropped,
+              "Pass over unknown metadata keys of annotations");
+  migrate
+      .add_option_function<std::string>(
+          "--head-size",
+          [&headSize](std::string const& text) {
+            std::string const problem = readHeadSize(text, headSize);
+            if (!problem.empty()) throw CLI::ValidationError("--head-size", problem);
+          },
+          "Size of leader heads and dimension arrows in mm (default 3)")
+      ->type_name("X");
+  migrate.add_option("--rasters", command.m_options.m_rasterFolder, "Folder of the images that rasters name")
+      ->type_name("DIR");
+  migrate.add_flag("--force", command.m_force, "Replace results that exist");
+  addStrict(migrate, command.m_isStrict);
+}
+
+std::string getVersionText() {
+  return std::string("qvannot ") + qvAnnotationLegacy::Version::GetDescStringMajorMinorRelease(false);
+}
+
+Answer makeError(CLI::App const& app, CLI::ParseError const& error) {
+  auto const chosen = app.get_subcommands();
+  std::string const command = chosen.empty() ? "qvannot" : "qvannot " + chosen.front()->get_name();
+  return {"qvannot: " + qvToolkit::escapeTerminal(error.what()) + "\nRun '" + command +
+              " --help' to see what it takes.\n",
+          qvToolkit::ExitUsage};
+}
+
+/// An empty list of files, from a pattern that met none, is no mistake in the command line.
+template <class Files>
+Command requireFiles(Files command) {
+  if (!command.m_files.empty()) return command;
+  return Answer{"qvannot: no input; name at least one document\n", qvToolkit::ExitNothingToDo};
+}
+
+}  // namespace
+
+Command parseCommandLine(int count, char const* const* arguments) {
+  CLI::App app(Description, "qvannot");
+  app.footer(Footer);
+  app.require_subcommand(1);
+  app.set_version_flag("--version", getVersionText(), "Print the version and exit");
+  InspectCommand inspect;
+  MigrateCommand migrate;
+  addInspect(app, inspect);
+  addMigrate(app, migrate);
+  try {
+    app.parse(count, arguments);
+  } catch (CLI::CallForHelp const&) {
+    auto const chosen = app.get_subcommands();
+    return Answer{chosen.empty() ? app.help() : chosen.front()->help(), qvToolkit::ExitDone};
+  } catch (CLI::CallForVersion const&) {
+    return Answer{getVersionText() + "\n", qvToolkit::ExitDone};
+  } catch (CLI::ParseError const& error) {
+    return makeError(app, error);
+  }
+  if (app.got_subcommand("inspect")) return requireFiles(std::move(inspect));
+  return requireFiles(std::move(migrate));
+}
+
+}  // namespace qvannot

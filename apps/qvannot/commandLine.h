@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "toolkit/exitCode.h"
+#include "toolkit/migrationSession.h"
+
+namespace qvannot {
+
+/// "qvannot inspect FILE..."
+struct InspectCommand {
+  std::vector<std::string> m_files;
+  bool m_asJson = false;
+  bool m_isFull = false;
+  bool m_isStrict = false;
+};
+
+/// "qvannot migrate FILE... -o DIR"
+struct MigrateCommand {
+  std::vector<std::string> m_files;
+  std::string m_outputFolder;
+  qvToolkit::MigrationOptions m_options;
+  bool m_force = false;
+  bool m_isStrict = false;
+};
+
+/// Nothing to run: the text answers the command line (help, version), or says what is wrong with it.
+struct Answer {
+  std::string m_text;
+  qvToolkit::ExitCode m_exitCode = qvToolkit::ExitDone;  ///< `ExitDone` for an answer, else an error
+};
+
+using Command = std::variant<Answer, InspectCommand, MigrateCommand>;
+
+Command parseCommandLine(int count, char const* const* arguments);
+
+}  // namespace qvannot

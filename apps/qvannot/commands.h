@@ -1,0 +1,13 @@
+#pragma once
+
+#include "commandLine.h"
+#include "reporter.h"
+
+namespace qvannot {
+
+/// Each command works through its files in order; one that fails does not stop the others. The library must be
+/// initialised.
+void run(InspectCommand const& command, Reporter& reporter);
+void run(MigrateCommand const& command, Reporter& reporter);
+
+}  // namespace qvannot

@@ -1,0 +1,62 @@
+#include <cstdio>
+#include <exception>
+#include <new>
+
+#include "annotationLegacy/library.h"
+#include "commandLine.h"
+#include "commands.h"
+#include "interruption.h"
+#include "toolLog.h"
+#include "toolkit/textEscape.h"
+
+namespace {
+
+using qvannot::Reporter;
+
+/// The library is ready for use for as long as this lives.
+class LibraryScope {
+ public:
+  LibraryScope() { qv::initializeQvAnnotationLegacyLibrary(); }
+  ~LibraryScope() { qv::terminateQvAnnotationLegacyLibrary(); }
+  LibraryScope(LibraryScope const&) = delete;
+  LibraryScope& operator=(LibraryScope const&) = delete;
+};
+
+int execute(qvannot::Answer const& answer) {
+  bool const isError = answer.m_exitCode != qvToolkit::ExitDone;
+  std::FILE* const sink = isError ? stderr : stdout;
+  bool const isWritten =
+      std::fwrite(answer.m_text.data(), 1, answer.m_text.size(), sink) == answer.m_text.size() &&
+      std::fflush(sink) == 0;
+  return isWritten || isError ? answer.m_exitCode : qvToolkit::ExitOutputFailed;
+}
+
+template <class Work>
+int execute(Work const& command) {
+  qvannot::ToolLog const log;
+  LibraryScope const library;
+  Reporter reporter(command.m_isStrict);
+  run(command, reporter);
+  return reporter.finish();
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  try {
+    qvannot::installSignalHandling();
+    qvannot::Command const command = qvannot::parseCommandLine(count, arguments);
+    int const exitCode = std::visit([](auto const& chosen) { return execute(chosen); }, command);
+    qvannot::endByInterruption();
+    return exitCode;
+  } catch (std::bad_alloc const&) {
+    std::fputs("qvannot: out of memory\n", stderr);
+    return qvToolkit::ExitLimit;
+  } catch (std::exception const& error) {
+    std::string const text = qvToolkit::escapeTerminal(error.what());
+    std::fprintf(stderr, "qvannot: a bug, please report it: %s\n", text.c_str());
+  } catch (...) {
+    std::fputs("qvannot: a bug, please report it\n", stderr);
+  }
+  return qvToolkit::ExitBug;
+}

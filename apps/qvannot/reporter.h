@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "toolkit/document.h"
+#include "toolkit/exitCode.h"
+#include "toolkit/finding.h"
+
+namespace qvannot {
+
+/// What the tool says, and the exit code that follows from it.
+class Reporter {
+ public:
+  /// With `isStrict` warnings count towards the exit code, otherwise only errors do.
+  explicit Reporter(bool isStrict) : m_isStrict(isStrict) {}
+
+  /// Writes the findings of one input to standard error, at most 100 of one code, and counts them all.
+  void report(std::string const& path, qvToolkit::Findings const& findings);
+  /// Counts the views of an opened document; reports why it could not be opened. True when it has any view.
+  bool reportOpened(qvToolkit::Document const& document);
+  /// Writes "qvannot: TEXT" to standard error and counts the code.
+  void fail(qvToolkit::ExitCode code, std::string_view text);
+  void count(qvToolkit::ExitCode code);
+  /// Writes a result to standard output; a failure is an output that cannot be written.
+  void print(std::string_view text);
+  /// Flushes standard output and says what counts in the end.
+  qvToolkit::ExitCode finish();
+
+ private:
+  bool m_isStrict;
+  bool m_hasViews = false;
+  bool m_isBroken = false;  ///< standard output takes no more
+  qvToolkit::ExitCode m_exitCode = qvToolkit::ExitDone;
+};
+
+/// Shows on a terminal which input is being worked on; elsewhere, and for a single input, nothing.
+class Progress {
+ public:
+  explicit Progress(std::size_t total);
+  ~Progress();
+  Progress(Progress const&) = delete;
+  Progress& operator=(Progress const&) = delete;
+  void show(std::size_t index, std::string const& path) const;
+  /// To be called before anything else is written.
+  void clear() const;
+
+ private:
+  std::size_t m_total;
+  bool m_isShown;
+};
+
+}  // namespace qvannot

@@ -1,0 +1,63 @@
+#include "fontFace.h"
+
+#include <hb-ot.h>
+
+namespace qv::text {
+
+namespace {
+
+/// fontconfig counts the named instances of a variable font in the upper half of a face's number.
+constexpr unsigned FACE_MASK = 0xFFFF;
+constexpr unsigned INSTANCE_SHIFT = 16;
+
+/// A font with units per em as its scale, or null.
+hb_font_t* createFont(FontSource const& source) {
+  hb_blob_t* const blob = hb_blob_create_from_file_or_fail(source.m_path.c_str());
+  if (blob == nullptr) return nullptr;
+  hb_face_t* const face = hb_face_create(blob, source.m_index & FACE_MASK);
+  hb_blob_destroy(blob);
+  hb_font_t* font = nullptr;
+  if (hb_face_get_glyph_count(face) > 0) {
+    font = hb_font_create(face);
+    hb_ot_font_set_funcs(font);
+    unsigned const instance = source.m_index >> INSTANCE_SHIFT;
+    if (instance > 0) hb_font_set_var_named_instance(font, instance - 1);
+    hb_font_make_immutable(font);
+  }
+  hb_face_destroy(face);
+  return font;
+}
+
+float getBlankWidth(hb_font_t* font) {
+  hb_codepoint_t glyph = 0;
+  hb_font_get_nominal_glyph(font, ' ', &glyph);
+  return static_cast<float>(hb_font_get_glyph_h_advance(font, glyph));
+}
+
+}  // namespace
+
+std::shared_ptr<FontFace const> FontFace::load(FontSource const& source) {
+  hb_font_t* const font = createFont(source);
+  return font != nullptr ? std::shared_ptr<FontFace const>(new FontFace(font)) : nullptr;
+}
+
+FontFace::FontFace(hb_font_t* font)
+    : m_font(font), m_unit(1.0F / static_cast<float>(hb_face_get_upem(hb_font_get_face(font)))) {
+  hb_font_extents_t extents{};
+  hb_font_get_h_extents(font, &extents);
+  m_ascender = static_cast<float>(extents.ascender) * m_unit;
+  m_descender = static_cast<float>(extents.descender) * m_unit;
+  m_lineGap = static_cast<float>(extents.line_gap) * m_unit;
+  m_blankAdvance = getBlankWidth(font) * m_unit;
+}
+
+FontFace::~FontFace() {
+  hb_font_destroy(m_font);
+}
+
+bool FontFace::hasGlyph(char32_t character) const {
+  hb_codepoint_t glyph = 0;
+  return hb_font_get_nominal_glyph(m_font, character, &glyph) != 0;
+}
+
+}  // namespace qv::text

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "fontChain.h"
+#include "qvAnnotation/textSegment.h"
+#include "qvSvg/boundingBox.h"
+#include "qvSvg/text.h"
+#include "runShaper.h"
+
+namespace qv::text {
+
+/// Characters of a line that are asked for in one way.
+struct LineRun {
+  std::u32string m_text;  ///< not empty
+  FontChain* m_fonts = nullptr;
+  float m_size = 0.0F;  ///< em size before sub- and superscripts are reduced
+  TextSegment::SegmentType m_type = TextSegment::Normal;
+};
+
+/// A laid-out line, its baseline at y = 0, its left end at x = 0.
+struct LineLayout {
+  std::vector<std::shared_ptr<svg::Text>> m_items;  ///< one for each change of baseline or size
+  svg::BoundingBox m_box;                           ///< of all items
+  float m_lineGap = 0.0F;                           ///< the largest that a font of the line wants
+};
+
+/// Sets the runs one after the other on a common baseline. Sub- and superscripts are reduced and shifted by
+/// the size of the normal run that they belong to: the nearest before them, else the nearest after them.
+/// Subscripts that directly follow superscripts stand below them, in one column.
+LineLayout layoutLine(std::vector<LineRun> const& runs, RunShaper& shaper);
+
+}  // namespace qv::text

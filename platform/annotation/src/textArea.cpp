@@ -1,0 +1,8 @@
+#include "qvAnnotation/textArea.h"
+
+namespace qv::text {
+
+TextArea::TextArea() = default;
+TextArea::~TextArea() = default;
+
+}  // namespace qv::text

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace qvLegacy::migration {
+
+/// Legacy sizes of texts and rasters times this are SVG units.
+inline constexpr float svgUnitsPerLegacyUnit = 3.175F;
+
+}  // namespace qvLegacy::migration

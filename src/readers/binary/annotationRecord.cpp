@@ -1,0 +1,72 @@
+#include "annotationLegacy/qvAnnotationInterface.h"
+#include "readers/binary/recordReader.h"
+#include "readers/newAnnotation.h"
+
+namespace qvLegacy {
+
+using readers::RecordReader;
+using readers::Since;
+
+namespace {
+
+/// Reads one node of the child list and, on the same stream, the child's whole record. False for an unknown
+/// kind.
+bool readChild(RecordReader& in, qv::qvBaseStream& stream, qvAnnotationInterface::SubAnnot& node) {
+  node.m_anchor = in.byte();
+  // A kind byte that could not be read is 0, "no child".
+  std::uint8_t const kind = in.byte();
+  node.m_annot = readers::newAnnotation(static_cast<qvAnnotationInterface::Type>(kind));
+  if (node.m_annot.get() != nullptr) node.m_annot->load(stream);
+  return node.m_annot.get() != nullptr || kind == qvAnnotationInterface::Unknown;
+}
+
+/// Replaces the children. False when an unknown kind ended the reading: where the next node starts is not
+/// known then.
+bool readChildren(RecordReader& in, qv::qvBaseStream& stream, qvAnnotationInterface& parent) {
+  std::uint32_t const count = in.count();
+  parent.removeSubAnnots();
+  if (count == 0) return true;
+  parent.editSubAnnots().resize(count);
+  for (qvAnnotationInterface::SubAnnot& node : parent.editSubAnnots()) {
+    if (!readChild(in, stream, node)) {
+      in.fail();
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+void qvAnnotationInterface::Leader::load(qv::qvBaseStream& stream) {
+  RecordReader in(stream);
+  in.vector(m_position);
+  if (in.has(Since::heads)) in.byte(m_head);
+}
+
+void qvAnnotationInterface::MeasureLeader::load(qv::qvBaseStream& stream) {
+  RecordReader in(stream);
+  in.vector(m_pointA);
+  in.vector(m_pointB);
+  in.vector(m_offset);
+  if (in.has(Since::arrowDirections)) in.byte(m_arrowDir);
+}
+
+void qvAnnotationInterface::load(qv::qvBaseStream& stream) {
+  RecordReader in(stream);
+  if (!in.has(Since::sharedRecord)) return;
+  in.text(m_name);
+  in.records(m_leaders);
+  if (in.has(Since::measures)) in.records(m_measures);
+  in.vector(m_position);
+  in.byte(m_color.X());
+  in.byte(m_color.Y());
+  in.byte(m_color.Z());
+  in.byte(m_style);
+  // KEEP: an unknown child kind ends this record alone. A text or raster goes on with its own fields at the
+  // next byte.
+  if (in.has(Since::children) && !readChildren(in, stream, *this)) return;
+  if (in.has(Since::annotationMetadata)) in.metadata(m_metadata);
+}
+
+}  // namespace qvLegacy

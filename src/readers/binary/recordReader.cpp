@@ -1,0 +1,63 @@
+#include "readers/binary/recordReader.h"
+
+#include "ports/stream.h"
+
+namespace qvLegacy::readers {
+
+bool RecordReader::has(Since gate) const noexcept {
+  return reaches(ports::version(m_stream), gate);
+}
+
+void RecordReader::fail() {
+  m_stream.setStreamError();
+}
+
+void RecordReader::raw(void* destination, std::size_t count) {
+  if (ports::readRaw(m_stream, count, destination) == count) {
+    ports::countRead(m_stream, count);
+  } else {
+    fail();
+  }
+}
+
+std::uint8_t RecordReader::byte() {
+  std::uint8_t value = 0;
+  byte(value);
+  return value;
+}
+
+void RecordReader::number(std::uint16_t& value) {
+  m_stream.readle(2, 1, &value);
+}
+
+void RecordReader::number(std::uint32_t& value) {
+  m_stream.readle(4, 1, &value);
+}
+
+void RecordReader::vector(Wm4::Vector2<float>& value) {
+  m_stream.readle(4, 2, &value[0]);
+}
+
+void RecordReader::vector(Wm4::Vector3<float>& value) {
+  m_stream.readle(4, 3, &value[0]);
+}
+
+std::uint32_t RecordReader::count() {
+  std::uint32_t value = 0;
+  number(value);
+  return value;
+}
+
+void RecordReader::text(std::string& value) {
+  std::int32_t length = 0;
+  m_stream.readle(4, 1, &length);
+  // Not read in pieces: after a short read the text must have its announced length, the rest zero.
+  value.assign(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
+  if (!value.empty()) raw(value.data(), value.size());
+}
+
+void RecordReader::metadata(qv::qvVariant::qvVariantMapImpl& map) {
+  qv::qvInstanceMetaData::LoadVariantMap(m_stream, map);
+}
+
+}  // namespace qvLegacy::readers

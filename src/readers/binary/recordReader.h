@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "annotationLegacy/platform.h"
+#include "readers/since.h"
+
+namespace qvLegacy::readers {
+
+/// Reads the fields of a record, in order, from an object stream.
+///
+/// A failing read sets the stream's error and the record goes on with its next field; nothing here throws but
+/// allocations, and counts are believed as they stand. After a failure a number keeps the value that it had,
+/// so what is read into a local starts at 0, and a text keeps its announced length, filled up with zeros.
+class RecordReader {
+ public:
+  explicit RecordReader(qv::qvBaseStream& stream) noexcept : m_stream(stream) {}
+
+  /// Whether the stream's version has what `gate` names.
+  bool has(Since gate) const noexcept;
+  /// Marks the stream as failed.
+  void fail();
+
+  /// Reads `count` raw bytes and counts them as read; a short read is a failure and leaves in `destination`
+  /// what came.
+  void raw(void* destination, std::size_t count);
+  /// Reads one raw byte; a failure leaves `value`.
+  void byte(std::uint8_t& value) { raw(&value, 1); }
+  /// Reads one raw byte; a failure gives 0.
+  [[nodiscard]] std::uint8_t byte();
+
+  /// Little-endian numbers; a failure leaves the destination.
+  void number(std::uint16_t& value);
+  void number(std::uint32_t& value);
+  void vector(Wm4::Vector2<float>& value);
+  void vector(Wm4::Vector3<float>& value);
+  /// An unsigned 32-bit count; a failure gives 0.
+  [[nodiscard]] std::uint32_t count();
+
+  /// A signed 32-bit length and that many bytes; a length below 1 empties the text.
+  void text(std::string& value);
+  /// A variant map in the platform's encoding.
+  void metadata(qv::qvVariant::qvVariantMapImpl& map);
+
+  /// Reads a count, resizes the sequence to it and lets each element load itself: elements that are there
+  /// already are kept and overwritten.
+  template <class Sequence>
+  void records(Sequence& sequence) {
+    sequence.resize(count());
+    for (auto& element : sequence) element.load(m_stream);
+  }
+
+ private:
+  qv::qvBaseStream& m_stream;
+};
+
+}  // namespace qvLegacy::readers

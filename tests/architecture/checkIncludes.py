@@ -1,0 +1,129 @@
+"""Checks that include directives follow the arrows of the house.
+
+Dependencies point one way: apps -> toolkit -> library -> platform, and within the platform
+annotation -> svg, sceneGraph -> system -> wm4. Readers and migration use the model, never each other. The library
+names platform headers in one public header and in its ports only, and nothing third-party at all.
+
+Usage: checkIncludes.py SOURCE_FOLDER | --self-test
+"""
+
+import pathlib
+import re
+import sys
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
+
+PLATFORM = {"wm4": "wm4", "qvSystem": "system", "qvSceneGraph": "sceneGraph", "qvSvg": "svg",
+            "qvAnnotation": "annotation"}
+
+# What each room may include, by the first folder of the include path. "std" is every header without a folder.
+WM4 = {"std", "wm4"}
+SYSTEM = WM4 | {"qvSystem"}
+SCENE_GRAPH = SYSTEM | {"qvSceneGraph"}
+SVG = SYSTEM | {"qvSvg"}
+ANNOTATION = SCENE_GRAPH | SVG | {"qvAnnotation"}
+PUBLIC = {"annotationLegacy", "transform"}
+PORTS = ANNOTATION | PUBLIC | {"ports"}
+
+ROOMS = [
+    ("platform/wm4/", WM4),
+    ("platform/system/", SYSTEM | {"private"}),
+    ("platform/sceneGraph/", SCENE_GRAPH | {"private"}),
+    ("platform/svg/", SVG | {"private"}),
+    ("platform/annotation/", ANNOTATION | {"private", "third-party"}),
+    ("include/annotationLegacy/platform.h", ANNOTATION),
+    ("include/annotationLegacy/", {"std"} | PUBLIC),
+    ("include/transform/", {"std"} | PUBLIC),
+    ("src/ports/", PORTS),
+    ("src/library/", {"std", "ports", "library"} | PUBLIC),
+    ("src/model/", {"std", "ports", "model", "library"} | PUBLIC),
+    ("src/transform/", {"std"} | PUBLIC | {"private", "src/transform"}),
+    ("src/readers/", {"std", "ports", "readers"} | PUBLIC),
+    ("src/migration/", {"std", "ports", "migration"} | PUBLIC),
+    ("toolkit/", PORTS - {"ports"} | {"toolkit", "private", "third-party"}),
+    ("apps/", {"std", "toolkit", "private", "third-party"} | PUBLIC | SYSTEM | SCENE_GRAPH),
+]
+
+THIRD_PARTY = {"hb.h", "hb-ot.h", "fontconfig", "simdjson.h", "CLI", "fmt", "fribidi"}
+
+
+def room_of(path):
+    for prefix, allowed in ROOMS:
+        if path.startswith(prefix):
+            return prefix, allowed
+    return None, None
+
+
+def kind_of(include, path, root):
+    """The kind of an include, as the rooms list them."""
+    first = include.split("/")[0]
+    if first in THIRD_PARTY:
+        return "third-party"
+    if "/" in include:
+        if first in PLATFORM or first in PUBLIC or first in {"ports", "readers", "migration", "model", "library",
+                                                             "toolkit"}:
+            return first
+        if first in {"sys", "linux", "bits"}:
+            return "std"
+        return "private"
+    sibling = root / pathlib.Path(path).parent / include if root else None
+    return "private" if sibling is not None and sibling.exists() else "std"
+
+
+def check_file(path, text, root=None):
+    prefix, allowed = room_of(path)
+    if prefix is None:
+        return []
+    problems = []
+    for match in INCLUDE.finditer(text):
+        include = match.group(2)
+        kind = kind_of(include, path, root)
+        if kind == "private" and prefix.startswith("src/"):
+            kind = prefix.split("/")[1] if prefix.split("/")[1] in include or "/" not in include else "private"
+            allowed = allowed | {prefix.split("/")[1]}
+        if kind not in allowed:
+            line = text.count("\n", 0, match.start()) + 1
+            problems.append(f"{path}:{line}: '{include}' ({kind}) may not be included from {prefix}")
+    return problems
+
+
+def check_tree(root):
+    problems, count = [], 0
+    for folder in ("platform", "include", "src", "toolkit", "apps"):
+        for path in sorted((root / folder).rglob("*")):
+            if path.suffix in (".h", ".cpp"):
+                count += 1
+                problems += check_file(path.relative_to(root).as_posix(), path.read_text(encoding="utf-8"), root)
+    if count < 50:
+        problems.append(f"only {count} files found below {root}: is this the source folder?")
+    return problems
+
+
+def self_test():
+    forbidden = [
+        ("src/readers/variant/view.cpp", '#include "migration/frame.h"\n'),
+        ("src/migration/text.cpp", '#include "readers/binary/gates.h"\n'),
+        ("src/model/text.cpp", "#include <qvSvg/node.h>\n"),
+        ("include/annotationLegacy/qvAnnotationView.h", "#include <qvSceneGraph/qvObject.h>\n"),
+        ("src/migration/text.cpp", "#include <hb.h>\n"),
+        ("platform/svg/src/node.cpp", '#include "qvAnnotation/textArea.h"\n'),
+        ("platform/system/src/log.cpp", '#include "annotationLegacy/version.h"\n'),
+        ("src/library/library.cpp", '#include "toolkit/finding.h"\n'),
+    ]
+    missed = [entry for entry in forbidden if not check_file(*entry)]
+    allowed = [
+        ("src/readers/variant/view.cpp", '#include "ports/variant.h"\n#include <string>\n'),
+        ("src/ports/svg.h", "#include <qvSvg/node.h>\n"),
+    ]
+    wrong = [entry for entry in allowed if check_file(*entry)]
+    return [f"not found: {entry}" for entry in missed] + [f"wrongly found: {entry}" for entry in wrong]
+
+
+def main():
+    problems = self_test() if sys.argv[1:] == ["--self-test"] else check_tree(pathlib.Path(sys.argv[1]))
+    print("\n".join(problems) or "all includes follow the arrows")
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

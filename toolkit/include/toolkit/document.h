@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "annotationLegacy/qvAnnotationView.h"
+#include "toolkit/exitCode.h"
+#include "toolkit/finding.h"
+
+namespace qvToolkit {
+
+/// Encoding of a document, told by its content.
+enum class Format : std::uint8_t { Json, ObjectStream };
+
+/// One view of a document as the library's reader left it.
+struct LoadedView {
+  qv::qvPointer<qvLegacy::qvAnnotationView> m_view;  ///< null when the reader refused the view
+  qv::qvStreamVersion m_version;
+  std::string m_name;                   ///< known also for a refused view
+  std::vector<std::string> m_messages;  ///< the reader's messages, in order
+};
+
+/// A document in memory.
+struct Document {
+  std::string m_path;
+  Format m_format = Format::Json;
+  std::vector<LoadedView> m_views;
+  Findings m_findings;  ///< in the order met
+  /// Why the document could not be opened at all; `ExitDone` when it could. Without views then.
+  ExitCode m_failure = ExitDone;
+};
+
+struct OpenLimits {
+  std::uint64_t m_maxInputBytes = std::uint64_t{1} << 30;
+  std::size_t m_maxContainers = 1000;  ///< nesting of JSON containers
+};
+
+/// Opens and reads a document; "-" is standard input. Never throws on bad content: what is wrong is in the
+/// findings. The library must be initialised.
+Document openDocument(std::string const& path, OpenLimits const& limits = {});
+
+/// As `openDocument` for content that is in memory; `path` only names it.
+Document readDocument(std::string content, std::string const& path, OpenLimits const& limits = {});
+
+}  // namespace qvToolkit

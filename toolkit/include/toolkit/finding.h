@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qvToolkit {
+
+/// How much a finding weighs. Info: by design and harmless. Warning: changed in look. Error: lost or unreadable.
+enum class Severity : std::uint8_t { Info, Warning, Error };
+
+/// Everything that the toolkit reports about a document beside the library's own messages.
+enum class FindingCode : std::uint8_t {
+  // opening
+  InputUnreadable,      ///< the file cannot be opened or read
+  InputTooLarge,        ///< the file is larger than the limit
+  FormatUnknown,        ///< empty, or neither JSON nor another known encoding
+  JsonBroken,           ///< no well-formed JSON
+  JsonTooDeep,          ///< more nested containers than a document may have
+  JsonDuplicateKey,     ///< the last value won
+  JsonBigInteger,       ///< an integer beyond 64 bits became a real
+  JsonByteOrderMark,    ///< a byte-order mark in front was skipped
+  DocumentShape,        ///< well-formed, but no view map, array of view maps or {"views": [...]}
+  NoViews,              ///< a document without any view
+  // reading
+  ReaderMessage,        ///< the exact text of one message of the readers; severity by what it cost
+  RecordLost,           ///< annotation records that the reader passed over
+  KeyIgnored,           ///< a key that this version's reader never looks at
+  // migration
+  MigrationMessage,     ///< the exact text of one record of the migration's log
+  ViewNotMigrated,
+  MetadataDropped,
+  BlankLineSkipped,
+  ShapeAsRectangle,
+  FontMetricCompatible,
+  FontSubstituted,
+  GlyphMissing,
+  LeaderHeadUnknown,
+  LeaderHeadCollapsed,
+  LeaderLost,           ///< a leader that the migration cannot keep
+  RasterUnavailable,    ///< the raster folder has no such file, or its name leaves the folder
+  RasterUnreadable,     ///< the data are no known image format, so only the rectangle is drawn
+  NumberNotFinite,      ///< an item with a NaN or infinite coordinate was left out of the page
+  TextRepaired,         ///< control characters or invalid UTF-8 became U+FFFD
+  // writing
+  OutputExists,
+  OutputFailed,
+};
+
+/// Where a finding belongs in its input.
+struct SourcePlace {
+  std::optional<std::uint64_t> m_byteOffset;
+  std::optional<std::uint64_t> m_line;    ///< from 1
+  std::optional<std::uint64_t> m_column;  ///< from 1, in bytes
+  std::string m_jsonPointer;              ///< empty when unknown
+};
+
+/// One thing that a user should know.
+struct Finding {
+  FindingCode m_code = FindingCode::ReaderMessage;
+  Severity m_severity = Severity::Error;
+  std::string m_text;     ///< what was found, what was expected, what to do; raw bytes of the document stay raw
+  std::string m_address;  ///< "view/3/annot/7/sub/0", indices from 0; empty for the whole document
+  SourcePlace m_place;
+  std::string m_option;   ///< the option that tolerates it; empty when none does
+};
+
+using Findings = std::vector<Finding>;
+
+/// Stable text of a code, such as "json.duplicate-key".
+std::string_view getCodeText(FindingCode code);
+/// "info", "warning" or "error".
+std::string_view getSeverityText(Severity severity);
+
+/// "FILE:LINE:COLUMN: error: TEXT [CODE, ADDRESS, OPTION]" on one line, safe for a terminal: control characters and
+/// invalid bytes are shown as escapes. Parts that are not known are left out.
+std::string formatFinding(std::string_view file, Finding const& finding);
+
+/// The heaviest severity in the list; nothing for an empty one.
+std::optional<Severity> getHighestSeverity(Findings const& findings);
+
+}  // namespace qvToolkit

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qvToolkit {
+
+/// Answers a migration's raster callback from the files of one folder.
+///
+/// A raster name is a path below the folder: NUL characters, absolute paths, empty names, names beyond 4,096 bytes and
+/// ".." are refused, symbolic links are not followed, and only regular files of at most 64 MiB are read. Where no file
+/// has the name itself, the name with ".png", ".jpg", ".jpeg", ".gif" and ".webp" behind it is tried, in this order.
+///
+/// Each name is looked up once. What the callback delivers is a short token; `resolve` gives the bytes, so that any
+/// number of annotations that show one image hold its bytes once.
+class RasterFolder {
+ public:
+  static constexpr std::uint64_t MaxFileBytes = std::uint64_t{64} << 20;
+  static constexpr std::uint64_t MaxTotalBytes = std::uint64_t{512} << 20;
+  static constexpr std::size_t MaxNameBytes = 4096;
+
+  /// An empty `folder` answers no name at all.
+  explicit RasterFolder(std::string const& folder);
+  ~RasterFolder();
+  RasterFolder(RasterFolder const&) = delete;
+  RasterFolder& operator=(RasterFolder const&) = delete;
+
+  /// Why the folder cannot be used; empty when it can, or when none was given.
+  std::string const& getFolderProblem() const noexcept { return m_folderProblem; }
+
+  /// The raster callback; `folder` is a `RasterFolder`. Never throws: what is thrown inside is kept for
+  /// `rethrowError`.
+  static bool deliver(std::string const& name, std::string& data, void* folder) noexcept;
+  /// Throws what a callback had to swallow, such as `std::bad_alloc`.
+  void rethrowError();
+
+  /// The bytes that delivered data stand for; data that did not come from this folder stand for themselves.
+  std::string_view resolve(std::string_view data) const;
+  /// Why `name` could not be delivered; null when it was, or was never asked for.
+  std::string const* findProblem(std::string const& name) const;
+
+ private:
+  struct Entry {
+    std::size_t m_image = 0;
+    std::string m_problem;
+  };
+
+  bool fetch(std::string const& name, std::string& data);
+  Entry look(std::string const& name);
+  Entry read(int file);
+
+  int m_folder = -1;
+  std::string m_folderProblem;
+  std::map<std::string, Entry> m_entries;
+  std::vector<std::string> m_images;
+  std::uint64_t m_totalBytes = 0;
+  std::exception_ptr m_error;
+};
+
+}  // namespace qvToolkit

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qvToolkit {
+
+/// Valid UTF-8 without what XML 1.0 forbids: each maximal invalid sequence, each control character but TAB, LF and CR,
+/// each surrogate, U+FFFE and U+FFFF becomes U+FFFD. `repaired`, when not null, tells whether anything changed.
+std::string repairUtf8(std::string_view bytes, bool* repaired = nullptr);
+
+/// Repaired text for XML content and double-quoted attributes: & < > " ' as references, TAB, LF and CR as numeric
+/// references.
+std::string escapeXml(std::string_view bytes);
+
+/// Repaired text between double quotes, for JSON.
+std::string quoteJson(std::string_view bytes);
+
+/// One line for a terminal: control characters, bidirectional controls and invalid bytes as \x1b, \u202e and the like,
+/// backslashes doubled.
+std::string escapeTerminal(std::string_view bytes);
+
+}  // namespace qvToolkit

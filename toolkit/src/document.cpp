@@ -1,0 +1,164 @@
+#include "toolkit/document.h"
+
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "documentShape.h"
+#include "inputFile.h"
+#include "jsonFault.h"
+#include "jsonLocator.h"
+#include "jsonReader.h"
+#include "readAudit.h"
+#include "readerMessages.h"
+#include "textPosition.h"
+
+namespace qvToolkit {
+
+namespace {
+
+constexpr std::string_view ObjectStreamMark = "qvStream";
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+
+void fail(Document& document, ExitCode failure, Finding finding) {
+  document.m_views.clear();
+  document.m_failure = failure;
+  document.m_findings.push_back(std::move(finding));
+}
+
+void failFormat(Document& document, std::string_view content, std::size_t offset, std::string text) {
+  SourcePlace place = LineCounter(content).locate(offset);
+  fail(document, ExitInputBroken,
+       {FindingCode::FormatUnknown, Severity::Error, std::move(text), {}, std::move(place), {}});
+}
+
+/// True when the first bytes are those of JSON text in two or four bytes a character.
+bool looksLikeWideText(std::string_view content) {
+  std::string_view const mark = content.substr(0, 2);
+  if (mark == "\xFF\xFE" || mark == "\xFE\xFF") return true;
+  return mark.size() == 2 && (mark[0] == '\0') != (mark[1] == '\0');
+}
+
+/// Finds out by the first bytes whether the content may be read as JSON; otherwise the document has failed.
+bool isJson(Document& document, std::string_view content) {
+  if (content.substr(0, ObjectStreamMark.size()) == ObjectStreamMark) {
+    document.m_format = Format::ObjectStream;
+    failFormat(document, content, 0, "found an object stream, expected JSON; object streams are not read");
+    return false;
+  }
+  if (looksLikeWideText(content)) {
+    failFormat(document, content, 0, "found text of 16 or 32 bits a character, expected JSON in UTF-8");
+    return false;
+  }
+  std::size_t const start =
+      content.substr(0, ByteOrderMark.size()) == ByteOrderMark ? ByteOrderMark.size() : 0;
+  std::size_t const first = content.find_first_not_of(" \t\r\n", start);
+  if (first == std::string_view::npos) {
+    bool const isEmpty = content.size() == start;
+    failFormat(document, content, start,
+               isEmpty ? "the input is empty, expected JSON" : "found only blanks, expected JSON");
+    return false;
+  }
+  constexpr std::string_view BeginningsOfValues = "{[\"-0123456789tfn";
+  if (BeginningsOfValues.find(content[first]) != std::string_view::npos) return true;
+  failFormat(
+      document, content, first,
+      "found '" + std::string(content.substr(first, 1)) + "', expected JSON that begins with '{' or '['");
+  return false;
+}
+
+void addReaderMessages(Document& document, LoadedView const& view, ReadView const& read) {
+  for (std::string const& message : view.m_messages) {
+    document.m_findings.push_back({FindingCode::ReaderMessage,
+                                   getReaderMessageSeverity(message),
+                                   message,
+                                   read.m_address,
+                                   {{}, {}, {}, read.m_jsonPointer},
+                                   {}});
+  }
+}
+
+LoadedView loadView(Document& document, ViewEntry const& entry, std::string address) {
+  LoadedView view;
+  if (!entry.m_value->isMap()) {
+    document.m_findings.push_back({FindingCode::DocumentShape,
+                                   Severity::Error,
+                                   "found a view that is no object; it was passed over",
+                                   std::move(address),
+                                   {{}, {}, {}, entry.m_jsonPointer},
+                                   {}});
+    return view;
+  }
+  VariantMap const& map = entry.m_value->toMap();
+  view.m_name = findText(map, "name");
+  view.m_version = qv::qvStreamVersion(findText(map, "ver"));
+  view.m_view = qvLegacy::qvAnnotationView::FromVariantMap(map, view.m_messages);
+  ReadView const read{map, view.m_view.get(), view.m_version, std::move(address), entry.m_jsonPointer};
+  addReaderMessages(document, view, read);
+  auditView(read, document.m_findings);
+  return view;
+}
+
+void append(Findings& findings, Findings more) {
+  for (Finding& finding : more) findings.push_back(std::move(finding));
+}
+
+void readJsonDocument(Document& document, std::string& content, OpenLimits const& limits) {
+  JsonReading reading = readJson(content, limits.m_maxContainers);
+  append(document.m_findings, std::move(reading.m_findings));
+  if (reading.m_isBroken) {
+    document.m_failure = ExitInputBroken;
+    return;
+  }
+  DocumentShape shape = findViews(reading.m_value);
+  append(document.m_findings, std::move(shape.m_findings));
+  if (!shape.m_isDocument) {
+    document.m_failure = ExitInputBroken;
+  } else if (shape.m_views.empty()) {
+    document.m_findings.push_back(
+        {FindingCode::NoViews, Severity::Warning, "the document holds no view", {}, {}, {}});
+  }
+  for (ViewEntry const& entry : shape.m_views) {
+    std::string address = "view/" + std::to_string(document.m_views.size());
+    document.m_views.push_back(loadView(document, entry, std::move(address)));
+  }
+  locateFindings(content, document.m_findings);
+}
+
+void failMemory(Document& document) {
+  fail(document, ExitLimit,
+       {FindingCode::InputTooLarge,
+        Severity::Error,
+        "the document needs more memory than there is",
+        {},
+        {},
+        {}});
+}
+
+}  // namespace
+
+Document readDocument(std::string content, std::string const& path, OpenLimits const& limits) {
+  Document document;
+  document.m_path = path;
+  try {
+    if (isJson(document, content)) readJsonDocument(document, content, limits);
+  } catch (std::bad_alloc const&) {
+    failMemory(document);
+  }
+  return document;
+}
+
+Document openDocument(std::string const& path, OpenLimits const& limits) {
+  Document document;
+  document.m_path = path;
+  try {
+    InputFile input = readInputFile(path, limits.m_maxInputBytes);
+    if (!input.m_problem.has_value()) return readDocument(std::move(input.m_bytes), path, limits);
+    fail(document, input.m_failure, std::move(*input.m_problem));
+  } catch (std::bad_alloc const&) {
+    failMemory(document);
+  }
+  return document;
+}
+
+}  // namespace qvToolkit

@@ -1,0 +1,112 @@
+#include "toolkit/finding.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "toolkit/textEscape.h"
+
+namespace qvToolkit {
+
+namespace {
+
+struct CodeText {
+  FindingCode m_code;
+  std::string_view m_text;
+};
+
+/// In the order of the enumeration; the texts are stable, scripts filter by them.
+constexpr std::array<CodeText, 30> CodeTexts = {{
+    {FindingCode::InputUnreadable, "input.unreadable"},
+    {FindingCode::InputTooLarge, "input.too-large"},
+    {FindingCode::FormatUnknown, "input.unknown-format"},
+    {FindingCode::JsonBroken, "json.broken"},
+    {FindingCode::JsonTooDeep, "json.too-deep"},
+    {FindingCode::JsonDuplicateKey, "json.duplicate-key"},
+    {FindingCode::JsonBigInteger, "json.big-integer"},
+    {FindingCode::JsonByteOrderMark, "json.byte-order-mark"},
+    {FindingCode::DocumentShape, "document.shape"},
+    {FindingCode::NoViews, "document.no-views"},
+    {FindingCode::ReaderMessage, "reader.message"},
+    {FindingCode::RecordLost, "reader.record-lost"},
+    {FindingCode::KeyIgnored, "reader.key-ignored"},
+    {FindingCode::MigrationMessage, "migration.message"},
+    {FindingCode::ViewNotMigrated, "migration.view-not-migrated"},
+    {FindingCode::MetadataDropped, "migration.metadata-dropped"},
+    {FindingCode::BlankLineSkipped, "text.blank-line-skipped"},
+    {FindingCode::ShapeAsRectangle, "frame.shape-as-rectangle"},
+    {FindingCode::FontMetricCompatible, "font.metric-compatible"},
+    {FindingCode::FontSubstituted, "font.substituted"},
+    {FindingCode::GlyphMissing, "font.glyph-missing"},
+    {FindingCode::LeaderHeadUnknown, "leader.head-unknown"},
+    {FindingCode::LeaderHeadCollapsed, "leader.head-collapsed"},
+    {FindingCode::LeaderLost, "leader.lost"},
+    {FindingCode::RasterUnavailable, "raster.unavailable"},
+    {FindingCode::RasterUnreadable, "raster.unreadable"},
+    {FindingCode::NumberNotFinite, "number.not-finite"},
+    {FindingCode::TextRepaired, "text.repaired"},
+    {FindingCode::OutputExists, "output.exists"},
+    {FindingCode::OutputFailed, "output.failed"},
+}};
+
+constexpr bool standInOrder() {
+  for (std::size_t i = 0; i < CodeTexts.size(); ++i) {
+    if (static_cast<std::size_t>(CodeTexts[i].m_code) != i || CodeTexts[i].m_text.empty()) return false;
+  }
+  return CodeTexts.back().m_code == FindingCode::OutputFailed;
+}
+static_assert(standInOrder());
+
+void appendNumber(std::string& text, std::optional<std::uint64_t> const& number) {
+  if (number.has_value()) text += std::to_string(*number) + ":";
+}
+
+void appendNote(std::string& notes, std::string_view note) {
+  if (note.empty()) return;
+  if (!notes.empty()) notes += ", ";
+  notes += escapeTerminal(note);
+}
+
+}  // namespace
+
+std::string_view getCodeText(FindingCode code) {
+  auto const index = static_cast<std::size_t>(code);
+  return index < CodeTexts.size() ? CodeTexts[index].m_text : "unknown";
+}
+
+std::string_view getSeverityText(Severity severity) {
+  switch (severity) {
+    case Severity::Info:
+      return "info";
+    case Severity::Warning:
+      return "warning";
+    case Severity::Error:
+      break;
+  }
+  return "error";
+}
+
+std::string formatFinding(std::string_view file, Finding const& finding) {
+  std::string line = escapeTerminal(file);
+  if (!line.empty()) line += ":";
+  appendNumber(line, finding.m_place.m_line);
+  appendNumber(line, finding.m_place.m_column);
+  if (!line.empty()) line += " ";
+  line += getSeverityText(finding.m_severity);
+  line += ": " + escapeTerminal(finding.m_text);
+
+  std::string notes;
+  appendNote(notes, getCodeText(finding.m_code));
+  appendNote(notes, finding.m_address);
+  appendNote(notes, finding.m_option);
+  return line + " [" + notes + "]";
+}
+
+std::optional<Severity> getHighestSeverity(Findings const& findings) {
+  auto const isLighter = [](Finding const& a, Finding const& b) { return a.m_severity < b.m_severity; };
+  auto const heaviest = std::max_element(findings.begin(), findings.end(), isLighter);
+  if (heaviest == findings.end()) return std::nullopt;
+  return heaviest->m_severity;
+}
+
+}  // namespace qvToolkit

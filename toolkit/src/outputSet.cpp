@@ -1,0 +1,174 @@
+#include "toolkit/outputSet.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+namespace qvToolkit {
+
+namespace {
+
+constexpr int MaxTemporaryNames = 1000;
+
+mode_t getFileMode() {
+  mode_t const mask = umask(0);
+  umask(mask);
+  return static_cast<mode_t>(0666) & ~mask;
+}
+
+bool closeFile(int& file) {
+  int const closed = file;
+  file = -1;
+  return closed < 0 || ::close(closed) == 0;
+}
+
+std::string makeTemporaryName(int number) {
+  return ".qvannot-" + std::to_string(getpid()) + "-" + std::to_string(number) + ".tmp";
+}
+
+/// Moves without replacing. Where the file system has no hard links, the kernel's own exclusive rename serves.
+int moveExclusively(int folder, char const* from, char const* to) {
+  if (linkat(folder, from, folder, to, 0) == 0) return unlinkat(folder, from, 0);
+  if (errno != EPERM && errno != EOPNOTSUPP && errno != EMLINK) return -1;
+  return renameat2(folder, from, folder, to, RENAME_NOREPLACE);
+}
+
+}  // namespace
+
+OutputSet::OutputSet(std::string folder, bool force, volatile int const* interrupted)
+    : m_folderPath(std::move(folder)), m_force(force), m_interrupted(interrupted) {}
+
+OutputSet::~OutputSet() {
+  closeFile(m_file);
+  for (File const& file : m_files) {
+    if (!file.m_temporaryName.empty()) unlinkat(m_folder, file.m_temporaryName.c_str(), 0);
+  }
+  closeFile(m_folder);
+}
+
+void OutputSet::protect(std::string const& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) == 0) m_protected.emplace(status.st_dev, status.st_ino);
+}
+
+bool OutputSet::open(std::string const& name) {
+  return !m_hasFailed && endFile() && openFolder() && mayCreate(name) && openTemporary(name);
+}
+
+bool OutputSet::write(std::string_view bytes) {
+  if (m_hasFailed) return false;
+  if (m_interrupted != nullptr && *m_interrupted != 0) {
+    return fail(FindingCode::OutputFailed, "interrupted before all of it was written");
+  }
+  while (!bytes.empty()) {
+    ssize_t const count = ::write(m_file, bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return failWithError("write", m_files.back().m_name, errno);
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+bool OutputSet::commit() {
+  if (m_hasFailed || !endFile() || !write({})) return false;
+  for (File& file : m_files) {
+    if (giveName(file)) continue;
+    takeBack();
+    return false;
+  }
+  if (m_folder >= 0 && fsync(m_folder) != 0) return failWithError("synchronise the folder of", ".", errno);
+  return true;
+}
+
+std::vector<std::string> OutputSet::getPaths() const {
+  std::vector<std::string> paths;
+  std::string const prefix = m_folderPath.ends_with('/') ? m_folderPath : m_folderPath + '/';
+  for (File const& file : m_files) paths.push_back(prefix + file.m_name);
+  return paths;
+}
+
+bool OutputSet::fail(FindingCode code, std::string text) {
+  m_hasFailed = true;
+  m_problem = {code, Severity::Error, std::move(text), {}, {}, {}};
+  if (code == FindingCode::OutputExists) m_problem.m_option = "--force";
+  return false;
+}
+
+bool OutputSet::failWithError(std::string const& action, std::string const& name, int error) {
+  return fail(FindingCode::OutputFailed, "cannot " + action + " '" + m_folderPath + "/" + name +
+                                             "': " + std::generic_category().message(error));
+}
+
+bool OutputSet::openFolder() {
+  if (m_folder >= 0) return true;
+  std::error_code error;
+  std::filesystem::create_directories(m_folderPath, error);
+  if (!error) m_folder = ::open(m_folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (m_folder >= 0) return true;
+  return fail(FindingCode::OutputFailed, "cannot use the output folder '" + m_folderPath + "': " +
+                                             (error ? error.message() : std::generic_category().message(errno)));
+}
+
+bool OutputSet::mayCreate(std::string const& name) {
+  struct stat status {};
+  if (fstatat(m_folder, name.c_str(), &status, 0) != 0) {
+    // A link that leads nowhere exists, too.
+    if (fstatat(m_folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return true;
+  }
+  std::string const path = m_folderPath + "/" + name;
+  if (m_protected.contains({status.st_dev, status.st_ino})) {
+    return fail(FindingCode::OutputFailed, "'" + path + "' is an input and is not replaced; name another folder");
+  }
+  return m_force || fail(FindingCode::OutputExists, "'" + path + "' exists; --force replaces it");
+}
+
+bool OutputSet::openTemporary(std::string const& name) {
+  for (int number = 0; number < MaxTemporaryNames; ++number) {
+    std::string temporary = makeTemporaryName(number);
+    m_file = openat(m_folder, temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    if (m_file < 0 && errno == EEXIST) continue;
+    if (m_file < 0) break;
+    m_files.push_back({name, std::move(temporary)});
+    return true;
+  }
+  return failWithError("create", name, errno);
+}
+
+bool OutputSet::endFile() {
+  if (m_file < 0) return true;
+  std::string const& name = m_files.back().m_name;
+  if (fchmod(m_file, getFileMode()) != 0 || fsync(m_file) != 0) return failWithError("write", name, errno);
+  return closeFile(m_file) || failWithError("write", name, errno);
+}
+
+bool OutputSet::giveName(File& file) {
+  if (!place(file)) return false;
+  file.m_temporaryName.clear();
+  return true;
+}
+
+bool OutputSet::place(File const& file) {
+  char const* const from = file.m_temporaryName.c_str();
+  char const* const to = file.m_name.c_str();
+  int const result = m_force ? renameat(m_folder, from, m_folder, to) : moveExclusively(m_folder, from, to);
+  if (result == 0) return true;
+  if (errno == EEXIST && !m_force) {
+    return fail(FindingCode::OutputExists, "'" + m_folderPath + "/" + file.m_name + "' exists; --force replaces it");
+  }
+  return failWithError("create", file.m_name, errno);
+}
+
+/// Removes what already had its name, unless it stands where another file stood.
+void OutputSet::takeBack() {
+  if (m_force) return;
+  for (File const& file : m_files) {
+    if (file.m_temporaryName.empty()) unlinkat(m_folder, file.m_name.c_str(), 0);
+  }
+}
+
+}  // namespace qvToolkit
