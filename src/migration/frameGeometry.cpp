@@ -49,14 +49,14 @@ Wm4::Vector2<float> marginToSquare(Wm4::Vector2<float> const& size) {
 std::vector<Wm4::Vector2<float>> flagPoints(Extent const& box, bool pointLeft, bool pointRight) {
   float const w = box.size.X();
   float const h = box.size.Y();
-  std::vector<Wm4::Vector2<float>> points;
-  points.reserve(6);
-  if (pointLeft) points.emplace_back(box.min.X() - jut * h, box.min.Y() + 0.5F * h);
-  points.emplace_back(box.min.X(), box.min.Y() + h);
-  points.emplace_back(box.min.X() + w, box.min.Y() + h);
-  if (pointRight) points.emplace_back(box.max.X() + jut * h, box.max.Y() - 0.5F * h);
-  points.emplace_back(box.min.X() + w, box.min.Y());
-  points.emplace_back(box.min.X(), box.min.Y());
+  std::vector<Wm4::Vector2<float>> points{{box.min.X() - jut * h, box.min.Y() + 0.5F * h},  // left point
+                                          {box.min.X(), box.min.Y() + h},
+                                          {box.min.X() + w, box.min.Y() + h},
+                                          {box.max.X() + jut * h, box.max.Y() - 0.5F * h},  // right point
+                                          {box.min.X() + w, box.min.Y()},
+                                          {box.min.X(), box.min.Y()}};
+  if (!pointRight) points.erase(points.begin() + 3);
+  if (!pointLeft) points.erase(points.begin());
   return points;
 }
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <initializer_list>
+#include <string>
 #include <vector>
 
 #include "ports/geometry.h"

@@ -135,16 +135,14 @@ TEST_F(MigratedText, ATextWithoutLinesBecomesOneBlank) {
 
 TEST_F(MigratedText, AZeroCharacterWithinARunIsKept) {
   Text text;
-  Text::TextSegment run;
-  run.setText("a\0b", 3);
-  text.m_lines = {{run}};
+  text.setText("x");
   text.m_lines.front().front().setText("a\0b", 3);
   EXPECT_EQ(linesOf(areaOf(text)), (Lines{{std::string("a\0b", 3)}}));
 }
 
 TEST_F(MigratedText, ARunOfBlanksAndAZeroCharacterIsNoBlankRun) {
   Text text;
-  text.m_lines = {{Text::TextSegment()}};
+  text.setText("x");
   text.m_lines.front().front().setText(" \0 ", 3);
   EXPECT_EQ(linesOf(areaOf(text)), (Lines{{std::string(" \0 ", 3)}}));
 }

@@ -270,8 +270,8 @@ bool FaultFinder::scanUnicodeEscape() {
   if (*first < 0xD800 || *first > 0xDFFF) return true;
 
   bool const isFollowed = m_text.substr(m_offset, 2) == "\\u";
-  std::optional<char32_t> const second = isFollowed ? readHexDigits(m_offset + 2) : std::nullopt;
-  if (*first > 0xDBFF || !second || *second < 0xDC00 || *second > 0xDFFF) {
+  char32_t const second = isFollowed ? readHexDigits(m_offset + 2).value_or(0) : 0;
+  if (*first > 0xDBFF || second < 0xDC00 || second > 0xDFFF) {
     return fail(start, quoted(m_text.substr(start, Length)), "both halves of a surrogate pair");
   }
   m_offset += Length;

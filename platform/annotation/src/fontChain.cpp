@@ -12,9 +12,11 @@ namespace {
 
 constexpr char const* DEFAULT_FAMILY = "Arial";
 
-/// Tried after the asked family: together they hold the signs of drawings.
-constexpr char const* FALLBACK_FAMILIES[] = {"DejaVu Sans", "Noto Sans Symbols", "Noto Sans Symbols2",
-                                             "Noto Sans Math"};
+/// Tried after the asked family and its like.
+constexpr char const* FALLBACK_FAMILY = "DejaVu Sans";
+
+/// Tried next: they hold the signs of drawings, but few letters.
+constexpr char const* SYMBOL_FAMILIES[] = {"Noto Sans Symbols", "Noto Sans Symbols2", "Noto Sans Math"};
 
 /// Drawn for a character that no font has; the first that some font has.
 constexpr char32_t REPLACEMENTS[] = {REPLACEMENT_CHARACTER, 0x25A1, U'?'};
@@ -39,9 +41,16 @@ FontChain::FontChain(FontCatalog& catalog, std::string const& family, FontStyle 
   for (std::string const& alias : catalog.getIndex().findMetricAliases(m_askedFamily)) {
     addFamily(alias, svg::FontMatch::MetricCompatible);
   }
-  for (char const* const fallback : FALLBACK_FAMILIES) addFamily(fallback, svg::FontMatch::Substitute);
+  addFamily(FALLBACK_FAMILY, svg::FontMatch::Substitute);
+  if (m_candidates.empty()) addAnyFontWith(U'A');
+  for (char const* const symbols : SYMBOL_FAMILIES) addFamily(symbols, svg::FontMatch::Substitute);
   for (std::size_t i = 0; m_primary == nullptr && i < m_candidates.size(); ++i) m_primary = getLink(i);
   if (m_primary == nullptr) m_primary = findFont(U" ");
+}
+
+void FontChain::addAnyFontWith(char32_t character) {
+  std::optional<FontSource> source = m_catalog.getIndex().findCharacter(character, m_style);
+  if (source) m_candidates.push_back({*std::move(source), svg::FontMatch::Substitute});
 }
 
 void FontChain::addFamily(std::string const& family, svg::FontMatch match) {

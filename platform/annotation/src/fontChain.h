@@ -49,6 +49,7 @@ class FontChain {
   };
 
   void addFamily(std::string const& family, svg::FontMatch match);
+  void addAnyFontWith(char32_t character);
   std::unique_ptr<FontLink> load(Candidate const& candidate);
   FontLink const* getLink(std::size_t position);
   FontLink const* searchFont(std::u32string_view cluster);

@@ -66,14 +66,14 @@ TEST(TextLayout, BoxHoldsAscenderAndDescender) {
 }
 
 TEST(TextLayout, BoxHoldsInkBeyondTheAdvanceBox) {
-  // A capital with two marks is higher than the line; an italic f leans out on the left.
-  svg::BoundingBox const high = layOutRun(normal("\u1EA4")).m_box;
-  EXPECT_GT(high.getMaxPoint().Y(), 10.0F * ASCENDER + 0.1F);
+  // The replacement sign of another font is higher than the line; an italic j leans out on the left, an f on
+  // the right.
+  EXPECT_GT(layOutRun(normal("\uFFFD")).m_box.getMaxPoint().Y(), 10.0F * ASCENDER + 0.05F);
   TextProperties properties = makeProperties(10.0F, "Liberation Serif");
   properties.m_italic = true;
+  EXPECT_LT(layOutRun(normal("j", properties)).m_box.getMinPoint().X(), -1.0F);
   svg::Text const leaning = layOutRun(normal("f", properties));
-  EXPECT_LT(leaning.m_box.getMinPoint().X(), -0.5F);
-  EXPECT_GT(leaning.m_box.getMaxPoint().X(), leaning.m_spans[0].m_advance + 0.5F);
+  EXPECT_GT(leaning.m_box.getMaxPoint().X(), leaning.m_spans[0].m_advance + 1.0F);
 }
 
 TEST(TextLayout, OneBlankHasTheHeightOfALine) {
@@ -85,7 +85,7 @@ TEST(TextLayout, OneBlankHasTheHeightOfALine) {
 }
 
 TEST(TextLayout, BlanksCountAtBothEnds) {
-  EXPECT_NEAR(measure(normal("  A  ")), 4.0F * measure(normal(" ")) + measure(normal("A")), 1e-4F);
+  EXPECT_NEAR(measure(normal("  H  ")), 4.0F * measure(normal(" ")) + measure(normal("H")), 1e-4F);
 }
 
 TEST(TextLayout, TextWithoutCharactersYieldsNothing) {
@@ -133,7 +133,7 @@ TEST(TextLayout, LeavesMoreRoomForALargerLine) {
 }
 
 TEST(TextLayout, LinesDoNotTouchEvenWithInkBeyondTheirHeight) {
-  auto const items = layOut({{normal("g")}, {normal("\u1EA4\u1EA4")}});
+  auto const items = layOut({{normal("g")}, {normal("\uFFFD")}});
   EXPECT_LT(items[1]->m_box.getMaxPoint().Y(), items[0]->m_box.getMinPoint().Y());
 }
 

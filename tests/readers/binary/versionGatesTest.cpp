@@ -48,8 +48,8 @@ INSTANTIATE_TEST_SUITE_P(All, VersionGate,
                                          Gate{"annotationMetadata", Since::annotationMetadata, v6_21, v6_22},
                                          Gate{"oneAnnotationList", Since::oneAnnotationList, v6_21, v6_22},
                                          Gate{"viewMetadata", Since::viewMetadata, v6_26, v6_27}),
-                         [](testing::TestParamInfo<Gate> const& info) {
-                           return std::string(info.param.name);
+                         [](testing::TestParamInfo<Gate> const& tested) {
+                           return std::string(tested.param.name);
                          });
 
 }  // namespace

@@ -19,7 +19,7 @@ struct Loaded : Raster {
 };
 
 TEST(RasterFields, HoldNameAndSize) {
-  Loaded const raster({{"rastername", "logo"}, {"sizeem", list(2.5, 3)}, {"name", "r"}});
+  Loaded const raster(Map{{"rastername", "logo"}, {"sizeem", list(2.5, 3)}, {"name", "r"}});
   EXPECT_TRUE(raster.outcome.isRead);
   EXPECT_TRUE(raster.outcome.messages.empty());
   EXPECT_EQ(raster.m_name, "r");
@@ -28,7 +28,7 @@ TEST(RasterFields, HoldNameAndSize) {
 }
 
 TEST(RasterFields, AreRefusedBefore6_17) {
-  Loaded const older({{"rastername", "logo"}}, v6_16);
+  Loaded const older(Map{{"rastername", "logo"}}, v6_16);
   EXPECT_FALSE(older.outcome.isRead);
   EXPECT_EQ(older.outcome.messages, Messages{"invalid version for annotation interface"});
   EXPECT_EQ(older.m_rasterName, "");
@@ -36,7 +36,7 @@ TEST(RasterFields, AreRefusedBefore6_17) {
 }
 
 TEST(RasterFields, AreNotReadWhenTheSharedOnesFail) {
-  Loaded const raster({{"position", 5}, {"sizeem", 5}, {"rastername", "logo"}});
+  Loaded const raster(Map{{"position", 5}, {"sizeem", 5}, {"rastername", "logo"}});
   EXPECT_FALSE(raster.outcome.isRead);
   EXPECT_EQ(raster.outcome.messages, Messages{"invalid 'position' field"});
   EXPECT_EQ(raster.m_rasterName, "");
@@ -53,7 +53,7 @@ TEST(SizeField, IsKeptWhenItIsAbsent) {
 TEST(SizeField, StopsTheReadingWhenItIsNoList) {
   for (Variant const& value : oneOfEachKind()) {
     if (value.isList()) continue;
-    Loaded const raster({{"sizeem", value}, {"rastername", "logo"}});
+    Loaded const raster(Map{{"sizeem", value}, {"rastername", "logo"}});
     EXPECT_FALSE(raster.outcome.isRead);
     EXPECT_EQ(raster.outcome.messages, Messages{"invalid 'sizeem' field"});
     EXPECT_EQ(raster.m_size, Size(1, 1));
@@ -63,7 +63,7 @@ TEST(SizeField, StopsTheReadingWhenItIsNoList) {
 
 TEST(SizeField, StopsTheReadingWhenItHasNotTwoElements) {
   for (Variant const& value : {list(), list(2), list(1, 2, 3)}) {
-    Loaded const raster({{"sizeem", value}, {"rastername", "logo"}});
+    Loaded const raster(Map{{"sizeem", value}, {"rastername", "logo"}});
     EXPECT_FALSE(raster.outcome.isRead);
     EXPECT_EQ(raster.outcome.messages, Messages{"invalid 'sizeem' length"});
     EXPECT_EQ(raster.m_size, Size(1, 1));
@@ -72,9 +72,9 @@ TEST(SizeField, StopsTheReadingWhenItHasNotTwoElements) {
 }
 
 TEST(SizeField, TakesTheRealFormOfElementsOfEveryKind) {
-  EXPECT_EQ(Loaded({{"sizeem", list("2.5", true)}}).m_size, Size(2.5F, 1));
-  EXPECT_EQ(Loaded({{"sizeem", list(Variant(), Map{})}}).m_size, Size(0, 0));
-  EXPECT_EQ(Loaded({{"sizeem", list(1e39, -2)}}).m_size, Size(std::numeric_limits<float>::infinity(), -2));
+  EXPECT_EQ(Loaded(Map{{"sizeem", list("2.5", true)}}).m_size, Size(2.5F, 1));
+  EXPECT_EQ(Loaded(Map{{"sizeem", list(Variant(), Map{})}}).m_size, Size(0, 0));
+  EXPECT_EQ(Loaded(Map{{"sizeem", list(1e39, -2)}}).m_size, Size(std::numeric_limits<float>::infinity(), -2));
 }
 
 TEST(RasterNameField, IsAlwaysReplaced) {
@@ -85,9 +85,9 @@ TEST(RasterNameField, IsAlwaysReplaced) {
 }
 
 TEST(RasterNameField, TakesTheStringFormOfOtherKinds) {
-  EXPECT_EQ(Loaded({{"rastername", 5}}).m_rasterName, "5");
-  EXPECT_EQ(Loaded({{"rastername", false}}).m_rasterName, "false");
-  EXPECT_EQ(Loaded({{"rastername", list(1)}}).m_rasterName, "");
+  EXPECT_EQ(Loaded(Map{{"rastername", 5}}).m_rasterName, "5");
+  EXPECT_EQ(Loaded(Map{{"rastername", false}}).m_rasterName, "false");
+  EXPECT_EQ(Loaded(Map{{"rastername", list(1)}}).m_rasterName, "");
 }
 
 }  // namespace

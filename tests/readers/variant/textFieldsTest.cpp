@@ -21,7 +21,7 @@ struct Loaded : Text {
 
 /// The run that one segment map gives, under the given default properties.
 Segment runOf(Map const& segment, Map const& defaults = {}) {
-  Loaded const text({{"defaulttextprop", defaults}, {"lines", list(list(segment))}});
+  Loaded const text(Map{{"defaulttextprop", defaults}, {"lines", list(list(segment))}});
   return text.m_lines.front().front();
 }
 
@@ -106,18 +106,18 @@ TEST(TextPropertiesFields, ReplaceTheFontOnlyWhenItIsGiven) {
 // --- version and default properties
 
 TEST(TextFields, AreRefusedBefore6_17) {
-  Loaded const older({{"text", "x"}}, v6_16);
+  Loaded const older(Map{{"text", "x"}}, v6_16);
   EXPECT_FALSE(older.outcome.isRead);
   // The shared reader refuses first, so its message is the only one.
   EXPECT_EQ(older.outcome.messages, Messages{"invalid version for annotation interface"});
   EXPECT_TRUE(older.m_lines.empty());
-  Loaded const newer({{"text", "x"}}, v6_17);
+  Loaded const newer(Map{{"text", "x"}}, v6_17);
   EXPECT_TRUE(newer.outcome.isRead);
   EXPECT_EQ(textOf(newer), "x");
 }
 
 TEST(TextFields, AreNotReadWhenTheSharedOnesFail) {
-  Loaded const text({{"position", 5}, {"defaulttextprop", Map{{"heightem", 2}}}, {"text", "x"}});
+  Loaded const text(Map{{"position", 5}, {"defaulttextprop", Map{{"heightem", 2}}}, {"text", "x"}});
   EXPECT_FALSE(text.outcome.isRead);
   EXPECT_EQ(text.outcome.messages, Messages{"invalid 'position' field"});
   EXPECT_EQ(text.m_defaultTextProperties.m_height, 100);
@@ -125,7 +125,7 @@ TEST(TextFields, AreNotReadWhenTheSharedOnesFail) {
 }
 
 TEST(TextFields, HoldDefaultProperties) {
-  Loaded const text({{"defaulttextprop", Map{{"heightem", 2}, {"bold", true}, {"font", "Times"}}}});
+  Loaded const text(Map{{"defaulttextprop", Map{{"heightem", 2}, {"bold", true}, {"font", "Times"}}}});
   EXPECT_EQ(text.m_defaultTextProperties.m_height, 200);
   EXPECT_EQ(text.m_defaultTextProperties.m_styleFlags, Properties::Bold);
   EXPECT_EQ(text.m_defaultTextProperties.m_fontName, "Times");
@@ -144,7 +144,7 @@ TEST(TextFields, KeepAHeightThatIsNotGivenAndHasNoProperties) {
 TEST(TextFields, ReportDefaultPropertiesThatAreNoMapAndGoOn) {
   for (Variant const& value : oneOfEachKind()) {
     if (value.isMap()) continue;
-    Loaded const text({{"defaulttextprop", value}, {"lines", list(list(Map{{"text", "a"}}))}});
+    Loaded const text(Map{{"defaulttextprop", value}, {"lines", list(list(Map{{"text", "a"}}))}});
     EXPECT_TRUE(text.outcome.isRead);
     EXPECT_EQ(text.outcome.messages, Messages{"invalid 'defaulttextprop' field"});
     EXPECT_EQ(text.m_defaultTextProperties.m_height, 100);
@@ -155,7 +155,7 @@ TEST(TextFields, ReportDefaultPropertiesThatAreNoMapAndGoOn) {
 // --- plain text
 
 TEST(PlainText, IsSplitAtLineBreaks) {
-  Loaded const text({{"text", "a\r\nb"}});
+  Loaded const text(Map{{"text", "a\r\nb"}});
   ASSERT_EQ(text.m_lines.size(), 2U);
   ASSERT_EQ(text.m_lines.front().size(), 1U);
   EXPECT_EQ(text.m_lines.front().front().m_type, Segment::Normal);
@@ -174,22 +174,22 @@ TEST(PlainText, IsOneLineOfOneEmptyRunWhenThereIsNone) {
 TEST(PlainText, IsUsedInsteadOfLinesThatAreNoList) {
   for (Variant const& value : oneOfEachKind()) {
     if (value.isList()) continue;
-    Loaded const text({{"lines", value}, {"text", "x"}});
+    Loaded const text(Map{{"lines", value}, {"text", "x"}});
     EXPECT_EQ(textOf(text), "x");
     EXPECT_TRUE(text.outcome.messages.empty());
   }
 }
 
 TEST(PlainText, IsIgnoredWhereThereAreLines) {
-  Loaded const text({{"lines", list()}, {"text", "x"}});
+  Loaded const text(Map{{"lines", list()}, {"text", "x"}});
   EXPECT_TRUE(text.m_lines.empty());
   EXPECT_TRUE(text.outcome.isRead);
 }
 
 TEST(PlainText, TakesTheStringFormOfOtherKinds) {
-  EXPECT_EQ(textOf(Loaded({{"text", 7}})), "7");
-  EXPECT_EQ(textOf(Loaded({{"text", true}})), "true");
-  EXPECT_EQ(textOf(Loaded({{"text", list(1)}})), "");
+  EXPECT_EQ(textOf(Loaded(Map{{"text", 7}})), "7");
+  EXPECT_EQ(textOf(Loaded(Map{{"text", true}})), "true");
+  EXPECT_EQ(textOf(Loaded(Map{{"text", list(1)}})), "");
 }
 
 TEST(PlainText, ReplacesTheLinesThatAreThere) {
@@ -203,7 +203,7 @@ TEST(PlainText, ReplacesTheLinesThatAreThere) {
 
 TEST(LinesField, SkipsElementsOfTheWrongKind) {
   Loaded const text(
-      {{"lines", list(list(Map{{"text", "a"}, {"type", "sub"}}, 7), "z", list(Map{{"type", "SUB"}}))}});
+      Map{{"lines", list(list(Map{{"text", "a"}, {"type", "sub"}}, 7), "z", list(Map{{"type", "SUB"}}))}});
   EXPECT_TRUE(text.outcome.isRead);
   EXPECT_EQ(text.outcome.messages, (Messages{"invalid segment", "invalid line"}));
   ASSERT_EQ(text.m_lines.size(), 2U);
@@ -217,12 +217,14 @@ TEST(LinesField, SkipsElementsOfTheWrongKind) {
 
 TEST(LinesField, ReportsEachElementOfTheWrongKind) {
   for (Variant const& value : oneOfEachKind()) {
-    if (!value.isList())
-      EXPECT_EQ(Loaded({{"lines", list(value)}}).outcome.messages, Messages{"invalid line"});
-    if (!value.isMap())
-      EXPECT_EQ(Loaded({{"lines", list(list(value))}}).outcome.messages, Messages{"invalid segment"});
+    if (!value.isList()) {
+      EXPECT_EQ(Loaded(Map{{"lines", list(value)}}).outcome.messages, Messages{"invalid line"});
+    }
+    if (!value.isMap()) {
+      EXPECT_EQ(Loaded(Map{{"lines", list(list(value))}}).outcome.messages, Messages{"invalid segment"});
+    }
   }
-  Loaded const text({{"lines", list(1, 2, list(3, 4))}});
+  Loaded const text(Map{{"lines", list(1, 2, list(3, 4))}});
   EXPECT_EQ(text.outcome.messages,
             (Messages{"invalid line", "invalid line", "invalid segment", "invalid segment"}));
   ASSERT_EQ(text.m_lines.size(), 1U);
@@ -230,7 +232,7 @@ TEST(LinesField, ReportsEachElementOfTheWrongKind) {
 }
 
 TEST(LinesField, KeepsEmptyLines) {
-  EXPECT_EQ(Loaded({{"lines", list(list(), list())}}).m_lines.size(), 2U);
+  EXPECT_EQ(Loaded(Map{{"lines", list(list(), list())}}).m_lines.size(), 2U);
 }
 
 TEST(LinesField, AppendsToTheLinesThatAreThere) {
@@ -261,7 +263,7 @@ TEST(SegmentElement, IsCutAt65535Characters) {
 }
 
 TEST(SegmentElement, KeepsZeroCharactersInsideItsText) {
-  Loaded const text({{"lines", list(list(Map{{"text", std::string("a\0b", 3)}}))}});
+  Loaded const text(Map{{"lines", list(list(Map{{"text", std::string("a\0b", 3)}}))}});
   Segment const& run = text.m_lines.front().front();
   EXPECT_EQ(run.m_length, 3);
   EXPECT_EQ(std::string(run.getText(), 3), std::string("a\0b", 3));

@@ -66,7 +66,7 @@ TEST(ViewFields, TakeTheStringFormOfTheVersion) {
 }
 
 TEST(ViewFields, GiveAnEmptyViewForEmptyLists) {
-  Loaded const loaded({{"ver", "6.17"}, {"textannotations", list()}, {"rasterannotations", list()}});
+  Loaded const loaded(Map{{"ver", "6.17"}, {"textannotations", list()}, {"rasterannotations", list()}});
   ASSERT_NE(loaded.view.get(), nullptr);
   EXPECT_TRUE(loaded.messages.empty());
   EXPECT_EQ(loaded.view->m_name, "");

@@ -13,7 +13,9 @@ std::string repairUtf8(std::string_view bytes, bool* repaired = nullptr);
 /// references.
 std::string escapeXml(std::string_view bytes);
 
-/// Repaired text between double quotes, for JSON.
+/// Text between double quotes, for JSON. Nothing is lost but invalid UTF-8, which becomes U+FFFD as in `repairUtf8`:
+/// control characters, line separators and bidirectional controls are escaped, so that the result is one harmless line
+/// for a terminal, too.
 std::string quoteJson(std::string_view bytes);
 
 /// One line for a terminal: control characters, bidirectional controls and invalid bytes as \x1b, \u202e and the like,

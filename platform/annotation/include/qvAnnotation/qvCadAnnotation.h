@@ -14,8 +14,8 @@ namespace qv {
 
 /// A current CAD annotation: SVG content at a position of the view plane, with leader lines in 3D.
 ///
-/// Positions are view-plane coordinates: x along the view's X axis, y along normal x axis, z along the normal.
-/// SVG content is y-down, in SVG units.
+/// Positions are view-plane coordinates: x along the view's X axis, y along normal x axis, z along the
+/// normal. SVG content is y-down, in SVG units.
 class QV_EXPORT qvCadAnnotation : public qvObject {
  public:
   static qvRtti const TYPE;
@@ -63,7 +63,7 @@ class QV_EXPORT qvCadAnnotation : public qvObject {
   std::vector<Shape> m_shapes;
   std::vector<SvgLeaderAnchors> m_leaderAnchors;
   Wm4::Vector3<float> m_position;
-  float m_rotationAngle = 0.0F;         ///< radians, counter-clockwise in the view plane
+  float m_rotationAngle = 0.0F;  ///< radians, counter-clockwise in the view plane
   float m_scale = 1.0F;
   Wm4::Vector3<unsigned char> m_color;  ///< of everything that sets no colour itself; black by default
   std::uint8_t m_flags = 0;

@@ -8,7 +8,7 @@ namespace qv::text {
 
 /// How a run of text is drawn.
 struct QV_EXPORT TextProperties {
-  float m_size = 3.175F;            ///< em size in SVG units
+  float m_size = 3.175F;  ///< em size in SVG units
   std::string m_fontName = "Arial";
   bool m_bold = false;
   bool m_italic = false;

@@ -7,8 +7,8 @@
 
 namespace qv::svg {
 
-/// An image stretched over a rectangle. The data are the bytes of an encoded image (PNG, JPEG, ...), kept as they
-/// came.
+/// An image stretched over a rectangle. The data are the bytes of an encoded image (PNG, JPEG, ...), kept as
+/// they came.
 class QV_EXPORT Image : public ItemInterface {
  public:
   Image();

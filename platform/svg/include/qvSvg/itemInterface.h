@@ -12,8 +12,8 @@ namespace qv::svg {
 /// Kind of an SVG item.
 enum class ItemKind : std::uint8_t { Node, Rect, Image, Path, Text };
 
-/// Common part of all SVG items: presentation and placement. Coordinates are SVG coordinates, y down, one unit is
-/// 1 mm on paper.
+/// Common part of all SVG items: presentation and placement. Coordinates are SVG coordinates, y down, one
+/// unit is 1 mm on paper.
 ///
 /// What an item leaves unset it inherits from the group that holds it.
 class QV_EXPORT ItemInterface {
@@ -30,7 +30,8 @@ class QV_EXPORT ItemInterface {
   std::string m_class;
   /// Width of the stroke: 0 draws no stroke of its own, 1 is a hairline that does not scale with the picture.
   float m_width = 0.0F;
-  /// Maps the item's own coordinates to its parent's: an affine matrix for column vectors, third row (0, 0, 1).
+  /// Maps the item's own coordinates to its parent's: an affine matrix for column vectors, third row (0, 0,
+  /// 1).
   std::optional<Wm4::Matrix3<float>> m_transform;
 
  protected:

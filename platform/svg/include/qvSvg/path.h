@@ -12,17 +12,17 @@ namespace qv::svg {
 struct PathSegment {
   enum class Kind : std::uint8_t { Line, Ellipse };
   Kind m_kind = Kind::Line;
-  Wm4::Vector2<float> m_point;   ///< Line: its end point. Ellipse: the centre.
-  Wm4::Vector2<float> m_radii;   ///< Ellipse only
-  float m_startAngle = 0.0F;     ///< Ellipse only, in radians, from the x axis towards the y axis
-  float m_endAngle = 0.0F;       ///< Ellipse only; a full turn or more draws the whole ellipse
+  Wm4::Vector2<float> m_point;  ///< Line: its end point. Ellipse: the centre.
+  Wm4::Vector2<float> m_radii;  ///< Ellipse only
+  float m_startAngle = 0.0F;    ///< Ellipse only, in radians, from the x axis towards the y axis
+  float m_endAngle = 0.0F;      ///< Ellipse only; a full turn or more draws the whole ellipse
 };
 
 /// A connected run of pieces.
 struct PathContour {
-  Wm4::Vector2<float> m_start;          ///< for a contour that begins with an ellipse: its first point
+  Wm4::Vector2<float> m_start;  ///< for a contour that begins with an ellipse: its first point
   std::vector<PathSegment> m_segments;
-  bool m_closed = false;                ///< a line leads back to the start
+  bool m_closed = false;  ///< a line leads back to the start
 };
 
 /// Straight lines and elliptic arcs, stroked and filled as one item.

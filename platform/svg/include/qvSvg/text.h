@@ -21,7 +21,7 @@ enum class FontMatch : std::uint8_t {
 /// Characters of one text line that are drawn with one font.
 struct TextSpan {
   std::string m_text;         ///< valid UTF-8, in logical order
-  std::string m_askedFamily;  ///< font family that the document names
+  std::string m_askedFamily;  ///< font family that the document names; Arial when it names none
   std::string m_family;       ///< font family that is drawn
   float m_x = 0.0F;           ///< where the span begins on the baseline
   float m_advance = 0.0F;     ///< where the next one may begin, relative to `m_x`
