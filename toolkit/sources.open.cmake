@@ -18,6 +18,7 @@ target_sources(
           src/jsonReader.cpp
           src/legacyJson.cpp
           src/legacyNames.cpp
+          src/passedOver.cpp
           src/readAudit.cpp
           src/readerMessages.cpp
           src/readRules.cpp

@@ -49,12 +49,14 @@ void addInspect(CLI::App& app, InspectCommand& command) {
   CLI::App& inspect = *app.add_subcommand("inspect", "Show what documents hold");
   addFiles(inspect, command.m_files);
   CLI::Option* json = inspect.add_flag("--json", command.m_asJson, "Write JSON");
-  inspect.add_flag("--full", command.m_isFull, "With --json: the whole legacy model, field by field")->needs(json);
+  inspect.add_flag("--full", command.m_isFull, "With --json: the whole legacy model, field by field")
+      ->needs(json);
   addStrict(inspect, command.m_isStrict);
 }
 
 void addDropFlag(CLI::App& command, std::string const& name, int bit, int& bits, std::string const& help) {
-  command.add_flag_callback(name, [bit, &bits] { bits |= bit; }, help);
+  command.add_flag_callback(
+      name, [bit, &bits] { bits |= bit; }, help);
 }
 
 void addMigrate(CLI::App& app, MigrateCommand& command) {

@@ -5,8 +5,8 @@
 
 namespace qvannot {
 
-/// Each command works through its files in order; one that fails does not stop the others. The library must be
-/// initialised.
+/// Each command works through its files in order; one that fails does not stop the others. The library must
+/// be initialised.
 void run(InspectCommand const& command, Reporter& reporter);
 void run(MigrateCommand const& command, Reporter& reporter);
 

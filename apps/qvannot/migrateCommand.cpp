@@ -35,8 +35,8 @@ bool writeOutputs(qvToolkit::Document const& document, qvToolkit::MigrationSessi
   return outputs.write(formatMigratedDocument(document, session, views, pages, all)) && outputs.commit();
 }
 
-void migrateFile(MigrateCommand const& command, std::size_t index, std::string const& stem, Reporter& reporter,
-                 Progress const& progress) {
+void migrateFile(MigrateCommand const& command, std::size_t index, std::string const& stem,
+                 Reporter& reporter, Progress const& progress) {
   qvToolkit::Document const document = qvToolkit::openDocument(command.m_files[index]);
   progress.clear();
   if (!reporter.reportOpened(document)) return;

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <map>
 #include <system_error>
+#include <utility>
 
 #include "toolkit/textEscape.h"
 
@@ -20,12 +21,31 @@ void writeError(std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
+/// What is harmless and repeats, such as one font's stand-in, is said once, with the number of places.
+qvToolkit::Findings joinInfos(qvToolkit::Findings const& findings) {
+  qvToolkit::Findings joined;
+  std::map<std::pair<qvToolkit::FindingCode, std::string_view>, std::pair<std::size_t, std::size_t>> places;
+  for (qvToolkit::Finding const& finding : findings) {
+    if (finding.m_severity == qvToolkit::Severity::Info) {
+      auto& [first, number] = places[{finding.m_code, finding.m_text}];
+      if (number++ > 0) continue;
+      first = joined.size();
+    }
+    joined.push_back(finding);
+  }
+  for (auto const& [key, place] : places) {
+    if (place.second > 1)
+      joined[place.first].m_text += ", at " + std::to_string(place.second) + " places, first";
+  }
+  return joined;
+}
+
 }  // namespace
 
 void Reporter::report(std::string const& path, qvToolkit::Findings const& findings) {
   std::map<qvToolkit::FindingCode, std::size_t> printed;
   std::string lines;
-  for (qvToolkit::Finding const& finding : findings) {
+  for (qvToolkit::Finding const& finding : joinInfos(findings)) {
     if (++printed[finding.m_code] <= MaxPrintedPerCode) lines += formatFinding(path, finding) + '\n';
   }
   for (auto const& [code, number] : printed) {
@@ -58,7 +78,8 @@ void Reporter::count(qvToolkit::ExitCode code) {
 void Reporter::print(std::string_view text) {
   if (m_isBroken || std::fwrite(text.data(), 1, text.size(), stdout) == text.size()) return;
   m_isBroken = true;
-  fail(qvToolkit::ExitOutputFailed, "cannot write to standard output: " + std::generic_category().message(errno));
+  fail(qvToolkit::ExitOutputFailed,
+       "cannot write to standard output: " + std::generic_category().message(errno));
 }
 
 qvToolkit::ExitCode Reporter::finish() {
@@ -73,7 +94,8 @@ qvToolkit::ExitCode Reporter::finish() {
   return m_exitCode;
 }
 
-Progress::Progress(std::size_t total) : m_total(total), m_isShown(total > 1 && isatty(STDERR_FILENO) != 0) {}
+Progress::Progress(std::size_t total) : m_total(total), m_isShown(total > 1 && isatty(STDERR_FILENO) != 0) {
+}
 
 Progress::~Progress() {
   clear();

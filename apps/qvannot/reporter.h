@@ -16,7 +16,8 @@ class Reporter {
   /// With `isStrict` warnings count towards the exit code, otherwise only errors do.
   explicit Reporter(bool isStrict) : m_isStrict(isStrict) {}
 
-  /// Writes the findings of one input to standard error, at most 100 of one code, and counts them all.
+  /// Writes the findings of one input to standard error, and counts them all. Equal infos share a
+  /// line, and at most 100 lines of one code are written.
   void report(std::string const& path, qvToolkit::Findings const& findings);
   /// Counts the views of an opened document; reports why it could not be opened. True when it has any view.
   bool reportOpened(qvToolkit::Document const& document);

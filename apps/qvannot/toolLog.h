@@ -4,8 +4,8 @@
 
 namespace qvannot {
 
-/// The process log of the tool: records go to standard error, escaped, so that nothing of the libraries reaches
-/// standard output. It is installed for as long as it lives.
+/// The process log of the tool: records go to standard error, escaped, so that nothing of the libraries
+/// reaches standard output. It is installed for as long as it lives.
 class ToolLog : public qv::qvLog {
  public:
   ToolLog();

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <tuple>
 
 namespace transformBenchmark {
 
@@ -16,6 +18,11 @@ std::string firstParts(std::string const& name, int parts) {
   return name.substr(0, end);
 }
 
+/// The number of points in a benchmark's name.
+double pointsOf(std::string const& name) {
+  return std::strtod(name.c_str() + name.find('/') + 1, nullptr);
+}
+
 void printCell(double value) {
   if (value > 0) {
     std::printf(" %11.3f", value);
@@ -25,6 +32,13 @@ void printCell(double value) {
 }
 
 }  // namespace
+
+bool RatioReporter::BySize::operator()(std::string const& a, std::string const& b) const {
+  auto const key = [](std::string const& name) {
+    return std::tuple(firstParts(name, 1), pointsOf(name), name);
+  };
+  return key(a) < key(b);
+}
 
 bool RatioReporter::ReportContext(Context const& context) {
   PrintBasicContext(&GetErrorStream(), context);
@@ -36,9 +50,7 @@ void RatioReporter::ReportRuns(std::vector<Run> const& runs) {
     if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") continue;
     std::string const& name = run.run_name.function_name;
     std::string const row = firstParts(name, 3);
-    double const points = std::strtod(name.c_str() + name.find('/') + 1, nullptr);
-    if (m_rows.find(row) == m_rows.end()) m_order.push_back(row);
-    m_rows[row][name.substr(row.size() + 1)] = points / run.GetAdjustedRealTime();
+    m_rows[row][name.substr(row.size() + 1)] = pointsOf(name) / run.GetAdjustedRealTime();
   }
 }
 
@@ -53,7 +65,7 @@ void RatioReporter::Finalize() {
   std::printf("points per nanosecond\n%-40s", "");
   for (char const* way : ways) std::printf(" %11s", way);
   std::printf("   array/point  sse2/point array/plain array/eigen memcpy time\n");
-  for (std::string const& row : m_order) {
+  for (auto const& [row, cells] : m_rows) {
     double const array = speed(row, "array");
     if (array == 0) continue;
     std::printf("%-40s", row.c_str());

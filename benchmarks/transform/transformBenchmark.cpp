@@ -101,7 +101,7 @@ void addBaseline(std::string const& row, int points, qv::qvGenericTransformation
   using namespace qv::transform;
   auto const add = [&](auto const& formula) {
     addWay<Real>(row, points, "sse2", [=](Arrays<Real>& a) {
-      baselineKernels<Real>().of(formula)(formula, a.count, a.source(), a.target(), StoreWay::cached);
+      Baseline<Real>::kernels.of(formula)(formula, a.count, a.source(), a.target(), StoreWay::cached);
     });
   };
   Multiply<Real> const multiply(t.m_matrix);

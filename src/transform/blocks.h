@@ -134,9 +134,12 @@ void mapPoints(Formula const& __restrict formula, std::size_t count, Real const*
 }
 
 /// The table of the loops for one kind of lanes.
+template <class Widest, class Table>
+struct TableOf;
+
 template <class Widest, class Real, class... Formulas>
-constexpr KernelTable<Real, Formulas...> tableFor(KernelTable<Real, Formulas...> const*) noexcept {
-  return {{&mapPoints<Widest, Formulas, Real>}...};
-}
+struct TableOf<Widest, KernelTable<Real, Formulas...>> {
+  static constexpr KernelTable<Real, Formulas...> value{{&mapPoints<Widest, Formulas, Real>}...};
+};
 
 }  // namespace qv::transform

@@ -44,17 +44,21 @@ using Kernels = KernelTable<Real,                                               
                             Chain<Subtract<Real>, Multiply<Real>, Divide<Real>>,  //
                             Chain<Subtract<Real>, Multiply<Real>>>;
 
-/// For every x86-64 processor.
+/// The table for every x86-64 processor.
 template <class Real>
-Kernels<Real> const& baselineKernels() noexcept;
+struct Baseline {
+  static Kernels<Real> const kernels;
+};
 
-/// For processors with AVX2 only. No fused multiply-add, which would change bits.
+/// The table for processors with AVX2 only. No fused multiply-add, which would change bits.
 template <class Real>
-Kernels<Real> const& avx2Kernels() noexcept;
+struct Avx2 {
+  static Kernels<Real> const kernels;
+};
 
-extern template Kernels<float> const& baselineKernels<float>() noexcept;
-extern template Kernels<double> const& baselineKernels<double>() noexcept;
-extern template Kernels<float> const& avx2Kernels<float>() noexcept;
-extern template Kernels<double> const& avx2Kernels<double>() noexcept;
+extern template struct Baseline<float>;
+extern template struct Baseline<double>;
+extern template struct Avx2<float>;
+extern template struct Avx2<double>;
 
 }  // namespace qv::transform

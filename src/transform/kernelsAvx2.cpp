@@ -23,12 +23,11 @@
 
 namespace qv::transform {
 
-namespace {
-
 template <class Real>
-constexpr Kernels<Real> table = tableFor<LanesAvx2<Real>>(static_cast<Kernels<Real> const*>(nullptr));
+constinit Kernels<Real> const Avx2<Real>::kernels = TableOf<LanesAvx2<Real>, Kernels<Real>>::value;
 
-}  // namespace
+template struct Avx2<float>;
+template struct Avx2<double>;
 
 }  // namespace qv::transform
 
@@ -37,15 +36,3 @@ constexpr Kernels<Real> table = tableFor<LanesAvx2<Real>>(static_cast<Kernels<Re
 #else
 #pragma GCC pop_options
 #endif
-
-namespace qv::transform {
-
-template <class Real>
-Kernels<Real> const& avx2Kernels() noexcept {
-  return table<Real>;
-}
-
-template Kernels<float> const& avx2Kernels<float>() noexcept;
-template Kernels<double> const& avx2Kernels<double>() noexcept;
-
-}  // namespace qv::transform

@@ -7,13 +7,9 @@
 namespace qv::transform {
 
 template <class Real>
-Kernels<Real> const& baselineKernels() noexcept {
-  static constexpr Kernels<Real> table =
-      tableFor<LanesSse2<Real>>(static_cast<Kernels<Real> const*>(nullptr));
-  return table;
-}
+constinit Kernels<Real> const Baseline<Real>::kernels = TableOf<LanesSse2<Real>, Kernels<Real>>::value;
 
-template Kernels<float> const& baselineKernels<float>() noexcept;
-template Kernels<double> const& baselineKernels<double>() noexcept;
+template struct Baseline<float>;
+template struct Baseline<double>;
 
 }  // namespace qv::transform

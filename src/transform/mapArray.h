@@ -14,8 +14,10 @@
 /// A formula over an array: which loop runs, and where.
 namespace qv::transform {
 
-/// Below this number of points a plain loop is the fastest.
-inline constexpr std::size_t fewestPointsForKernels = 4;
+/// True for so few points that one by one is the fastest, since the kernels want a formula in memory first.
+constexpr bool areFew(int count) noexcept {
+  return count < 4;
+}
 
 /// True when the two ranges of `bytes` share some bytes without being the same range.
 inline bool overlapPartly(void const* in, void const* out, std::size_t bytes) noexcept {
@@ -37,36 +39,35 @@ inline StoreWay storeWayFor(void const* in, void const* out, std::size_t bytes) 
   return large ? StoreWay::streamed : StoreWay::cached;
 }
 
-/// Point by point in ascending order, each read whole before it is written.
-template <class Real, class Formula>
-void mapAscending(Formula const& formula, std::size_t count, Wm4::Vector3<Real> const* in,
-                  Wm4::Vector3<Real>* out) noexcept {
-  for (std::size_t i = 0; i < count; ++i) out[i] = applied(formula, in[i]);
+/// Point by point in ascending order, each read whole before it is written; none for a count of 0 or less.
+template <class Real, class Map>
+void mapAscending(Map const& map, int count, Wm4::Vector3<Real> const* in, Wm4::Vector3<Real>* out) noexcept {
+  for (int i = 0; i < count; ++i) out[i] = map(in[i]);
 }
 
-/// Maps `count` points; none for 0 or less.
+/// Maps at least one point.
 template <class Real, class Formula>
 void mapArray(Formula const& formula, int count, Wm4::Vector3<Real> const* in,
               Wm4::Vector3<Real>* out) noexcept {
   static_assert(sizeof(Wm4::Vector3<Real>) == 3 * sizeof(Real), "points are plain triples of numbers");
-  if (count <= 0) return;
   auto const points = static_cast<std::size_t>(count);
   std::size_t const bytes = points * sizeof(*in);
-  if (points < fewestPointsForKernels || overlapPartly(in, out, bytes))
-    return mapAscending(formula, points, in, out);
-  Kernels<Real> const& kernels =
-      __builtin_cpu_supports("avx2") ? avx2Kernels<Real>() : baselineKernels<Real>();
+  if (overlapPartly(in, out, bytes)) {
+    return mapAscending([&](Wm4::Vector3<Real> const& p) { return applied(formula, p); }, count, in, out);
+  }
+  auto const& kernels = __builtin_cpu_supports("avx2") ? Avx2<Real>::kernels : Baseline<Real>::kernels;
   kernels.of(formula)(formula, points, reinterpret_cast<Real const*>(in), reinterpret_cast<Real*>(out),
                       storeWayFor(in, out, bytes));
 }
 
-/// Copies `count` points; none for 0 or less.
+/// Copies points; none for a count of 0 or less.
 template <class Real>
 void copyArray(int count, Wm4::Vector3<Real> const* in, Wm4::Vector3<Real>* out) noexcept {
   if (count <= 0 || in == out) return;
-  auto const points = static_cast<std::size_t>(count);
-  std::size_t const bytes = points * sizeof(*in);
-  if (overlapPartly(in, out, bytes)) return mapAscending(Chain<>{}, points, in, out);
+  std::size_t const bytes = static_cast<std::size_t>(count) * sizeof(*in);
+  if (areFew(count) || overlapPartly(in, out, bytes)) {
+    return mapAscending([](Wm4::Vector3<Real> const& p) { return p; }, count, in, out);
+  }
   std::memcpy(static_cast<void*>(out), in, bytes);
 }
 

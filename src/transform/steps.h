@@ -101,7 +101,7 @@ class Subtract {
   Real m_offset[3];
 };
 
-/// A formula: steps of different kinds, one after the other. Without steps it changes nothing.
+/// A formula: steps of different kinds, one after the other.
 template <class... Steps>
 struct Chain : Steps... {
   template <class Lane>

@@ -84,6 +84,19 @@ TYPED_TEST(TransformationArrayMap, EqualsThePointFormOverAMillionPoints) {
   }
 }
 
+TYPED_TEST(TransformationArrayMap, EqualsThePointFormForOutputsLargerThanTheCaches) {
+  constexpr int count = 3'500'000;
+  auto const t = rotation<TypeParam>(randomRotation<TypeParam>(this->random), 3, vector<TypeParam>(1, 2, 3));
+  std::vector<Vector<TypeParam>> in(count);
+  for (auto& p : in) p = randomVector<TypeParam>(this->random);
+  std::vector<Vector<TypeParam>> out(count);
+  t.ApplyForward(count, in.data(), out.data(), true);
+  for (std::size_t i = 0; i < in.size(); ++i)
+    ASSERT_TRUE(sameVector(out[i], t.ApplyForward(in[i], true))) << i;
+  t.ApplyForward(count, in.data(), in.data(), true);
+  EXPECT_EQ(std::memcmp(in.data(), out.data(), in.size() * sizeof(in[0])), 0) << "in place";
+}
+
 TYPED_TEST(TransformationArrayMap, EqualsThePointFormForSpecialOperands) {
   auto const special = specialNumbers<TypeParam>();
   auto const points = this->mixedPoints(this->random, 64);

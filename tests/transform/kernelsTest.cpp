@@ -72,12 +72,12 @@ class TransformationKernels : public ::testing::Test {
 TYPED_TEST_SUITE(TransformationKernels, Precisions);
 
 TYPED_TEST(TransformationKernels, OfTheBaselineEqualThePointForm) {
-  this->expectEveryFormulaEqualsPoints(qv::transform::baselineKernels<TypeParam>());
+  this->expectEveryFormulaEqualsPoints(qv::transform::Baseline<TypeParam>::kernels);
 }
 
 TYPED_TEST(TransformationKernels, OfAvx2EqualThePointForm) {
   if (!__builtin_cpu_supports("avx2")) GTEST_SKIP() << "this processor has no AVX2";
-  this->expectEveryFormulaEqualsPoints(qv::transform::avx2Kernels<TypeParam>());
+  this->expectEveryFormulaEqualsPoints(qv::transform::Avx2<TypeParam>::kernels);
 }
 
 }  // namespace transformTest

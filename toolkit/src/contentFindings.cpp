@@ -32,7 +32,8 @@ void reportMissing(std::string_view text, std::string const& address, FindingLis
 }
 
 void reportSpan(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
-  std::string const families = "font '" + span.m_askedFamily + "' is drawn with '" + span.m_family + "'";
+  std::string const families =
+      "text in font '" + span.m_askedFamily + "' is drawn with '" + span.m_family + "'";
   switch (span.m_match) {
     case qv::svg::FontMatch::Asked:
       return;

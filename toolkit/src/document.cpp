@@ -11,13 +11,13 @@
 #include "jsonReader.h"
 #include "readAudit.h"
 #include "readerMessages.h"
+#include "streamDocument.h"
 #include "textPosition.h"
 
 namespace qvToolkit {
 
 namespace {
 
-constexpr std::string_view ObjectStreamMark = "qvStream";
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 void fail(Document& document, ExitCode failure, Finding finding) {
@@ -41,11 +41,6 @@ bool looksLikeWideText(std::string_view content) {
 
 /// Finds out by the first bytes whether the content may be read as JSON; otherwise the document has failed.
 bool isJson(Document& document, std::string_view content) {
-  if (content.substr(0, ObjectStreamMark.size()) == ObjectStreamMark) {
-    document.m_format = Format::ObjectStream;
-    failFormat(document, content, 0, "found an object stream, expected JSON; object streams are not read");
-    return false;
-  }
   if (looksLikeWideText(content)) {
     failFormat(document, content, 0, "found text of 16 or 32 bits a character, expected JSON in UTF-8");
     return false;
@@ -55,15 +50,14 @@ bool isJson(Document& document, std::string_view content) {
   std::size_t const first = content.find_first_not_of(" \t\r\n", start);
   if (first == std::string_view::npos) {
     bool const isEmpty = content.size() == start;
-    failFormat(document, content, start,
+    failFormat(document, content, content.size(),
                isEmpty ? "the input is empty, expected JSON" : "found only blanks, expected JSON");
     return false;
   }
   constexpr std::string_view BeginningsOfValues = "{[\"-0123456789tfn";
   if (BeginningsOfValues.find(content[first]) != std::string_view::npos) return true;
-  failFormat(
-      document, content, first,
-      "found '" + std::string(content.substr(first, 1)) + "', expected JSON that begins with '{' or '['");
+  std::string const found = findJsonFault(content.substr(first), 1).value_or(JsonFault{}).m_found;
+  failFormat(document, content, first, "found " + found + ", expected JSON that begins with '{' or '['");
   return false;
 }
 
@@ -141,7 +135,11 @@ Document readDocument(std::string content, std::string const& path, OpenLimits c
   Document document;
   document.m_path = path;
   try {
-    if (isJson(document, content)) readJsonDocument(document, content, limits);
+    if (isObjectStream(content)) {
+      readStreamDocument(document, content);
+    } else if (isJson(document, content)) {
+      readJsonDocument(document, content, limits);
+    }
   } catch (std::bad_alloc const&) {
     failMemory(document);
   }

@@ -16,7 +16,7 @@ struct CodeText {
 };
 
 /// In the order of the enumeration; the texts are stable, scripts filter by them.
-constexpr std::array<CodeText, 30> CodeTexts = {{
+constexpr std::array<CodeText, 31> CodeTexts = {{
     {FindingCode::InputUnreadable, "input.unreadable"},
     {FindingCode::InputTooLarge, "input.too-large"},
     {FindingCode::FormatUnknown, "input.unknown-format"},
@@ -27,9 +27,21 @@ constexpr std::array<CodeText, 30> CodeTexts = {{
     {FindingCode::JsonByteOrderMark, "json.byte-order-mark"},
     {FindingCode::DocumentShape, "document.shape"},
     {FindingCode::NoViews, "document.no-views"},
+    {FindingCode::StreamBroken, "stream.broken"},
+    {FindingCode::StreamObjectId, "stream.object-id"},
+    {FindingCode::StreamUnknownType, "stream.unknown-type"},
+    {FindingCode::StreamOverRead, "stream.over-read"},
+    {FindingCode::StreamRefused, "stream.refused"},
+    {FindingCode::StreamUnderRead, "stream.under-read"},
+    {FindingCode::StreamLink, "stream.link"},
+    {FindingCode::StreamUnlistedView, "stream.unlisted-view"},
+    {FindingCode::StreamTrailing, "stream.trailing-bytes"},
+    {FindingCode::StreamVersion, "stream.version"},
+    {FindingCode::StreamMore, "stream.more"},
     {FindingCode::ReaderMessage, "reader.message"},
     {FindingCode::RecordLost, "reader.record-lost"},
     {FindingCode::KeyIgnored, "reader.key-ignored"},
+    {FindingCode::ValueUnknown, "reader.value-unknown"},
     {FindingCode::MigrationMessage, "migration.message"},
     {FindingCode::ViewNotMigrated, "migration.view-not-migrated"},
     {FindingCode::MetadataDropped, "migration.metadata-dropped"},
@@ -45,6 +57,8 @@ constexpr std::array<CodeText, 30> CodeTexts = {{
     {FindingCode::RasterUnreadable, "raster.unreadable"},
     {FindingCode::NumberNotFinite, "number.not-finite"},
     {FindingCode::TextRepaired, "text.repaired"},
+    {FindingCode::EncodingLoss, "encoding.loss"},
+    {FindingCode::EncodingOrder, "encoding.order"},
     {FindingCode::OutputExists, "output.exists"},
     {FindingCode::OutputFailed, "output.failed"},
 }};

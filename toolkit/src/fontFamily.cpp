@@ -16,7 +16,8 @@ struct GenericFamily {
   std::string_view m_generic;
 };
 
-/// The first row whose part the family's name holds decides, "Sans Mono" being monospace; sans-serif otherwise.
+/// The first row whose part the family's name holds decides, "Sans Mono" being monospace; sans-serif
+/// otherwise.
 constexpr std::array<GenericFamily, 7> GenericFamilies = {{
     {"Mono", "monospace"},
     {"Sans", "sans-serif"},

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "countText.h"
 #include "jsonParts.h"
 #include "legacyNames.h"
 #include "toolkit/inspection.h"
@@ -58,10 +59,6 @@ std::string formatNumber(float number) {
 std::string formatPoint(Wm4::Vector3<float> const& point) {
   return "(" + formatNumber(point.X()) + ", " + formatNumber(point.Y()) + ", " + formatNumber(point.Z()) +
          ")";
-}
-
-std::string formatCount(std::uint64_t count, std::string const& noun) {
-  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
 std::string formatName(std::string_view name, std::uint64_t number) {

@@ -302,10 +302,11 @@ JsonReading readJson(std::string& text, std::size_t maxContainers) {
     reading.m_value = qv::qvVariant();
     std::optional<Finding> const fault = explain(content, maxContainers, error);
     reading.m_isBroken = fault.has_value();
-    if (fault.has_value()) reading.m_findings.push_back(*fault);
+    // Of a text that cannot be read only the reason matters.
+    if (fault.has_value()) reading.m_findings = {*fault};
   }
-  if (skipped > 0) {
-    shiftOffsets(reading.m_findings, skipped);
+  shiftOffsets(reading.m_findings, skipped);
+  if (skipped > 0 && !reading.m_isBroken) {
     reading.m_findings.insert(reading.m_findings.begin(), reportByteOrderMark());
   }
   return reading;

@@ -12,7 +12,7 @@ namespace qvToolkit {
 struct JsonReading {
   qv::qvVariant m_value;    ///< null when the text is broken or a lone scalar
   Findings m_findings;      ///< with line, column and, where known, JSON pointer
-  bool m_isBroken = false;  ///< the last finding says why
+  bool m_isBroken = false;  ///< the only finding says why
 };
 
 /// Room behind a text that the parser may read. A string with this much spare capacity is parsed where it is.

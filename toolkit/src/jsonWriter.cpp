@@ -15,17 +15,21 @@ namespace {
 /// Longer than any number's shortest text.
 using NumberBuffer = std::array<char, 64>;
 
-template <class Number>
-void appendDigits(std::string& text, Number number) {
+template <class Number, class... Format>
+void appendDigits(std::string& text, Number number, Format... format) {
   NumberBuffer buffer;
-  auto const result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+  auto const result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, format...);
   text.append(buffer.data(), result.ptr);
 }
 
 template <class Real>
 void appendReal(std::string& text, Real number) {
+  // From here on digits without exponent would be read as an integer that no 64 bits hold.
+  constexpr Real FirstBigInteger = static_cast<Real>(0x1p63);
   if (!std::isfinite(number)) {
     text += "null";
+  } else if (std::fabs(number) >= FirstBigInteger) {
+    appendDigits(text, number, std::chars_format::scientific);
   } else {
     appendDigits(text, number == Real(0) ? Real(0) : number);
   }

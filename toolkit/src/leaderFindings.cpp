@@ -61,6 +61,12 @@ std::string countThings(std::size_t count, std::string const& thing) {
   return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
+std::string countLeaders(std::size_t leaders, std::size_t measures) {
+  if (measures == 0) return countThings(leaders, "leader");
+  if (leaders == 0) return countThings(measures, "measure leader");
+  return countThings(leaders, "leader") + " and " + countThings(measures, "measure leader");
+}
+
 /// The migration gives leaders of sub-annotations to the CAD annotation of their parent, which lives on only
 /// where that is an annotation of the view.
 void reportLostWithParent(AnnotationPair const& pair, FindingList& findings) {
@@ -68,8 +74,8 @@ void reportLostWithParent(AnnotationPair const& pair, FindingList& findings) {
   std::size_t const measures = pair.m_legacy->m_measures.size();
   if (leaders + measures == 0) return;
   findings.add(FindingCode::LeaderLost, Severity::Warning, pair.m_address,
-               countThings(leaders, "leader") + " and " + countThings(measures, "measure leader") +
-                   " of this sub-annotation of a sub-annotation are lost");
+               "lost, since only an annotation of the view and its direct sub-annotations keep theirs: " +
+                   countLeaders(leaders, measures));
 }
 
 /// The first measure leader without direction ends the measure leaders of a sub-annotation.

@@ -52,4 +52,24 @@ string_view getSegmentTypeName(std::uint8_t type) {
   return findName(SegmentTypeNames, type);
 }
 
+std::span<string_view const> getHeadNames() {
+  return HeadNames;
+}
+
+std::span<string_view const> getArrowDirectionNames() {
+  return ArrowDirectionNames;
+}
+
+std::span<string_view const> getAnchorNames() {
+  return AnchorNames;
+}
+
+std::span<string_view const> getFrameShapeNames() {
+  return FrameShapeNames;
+}
+
+std::span<string_view const> getSegmentTypeNames() {
+  return SegmentTypeNames;
+}
+
 }  // namespace qvToolkit

@@ -31,7 +31,8 @@ std::string makeTemporaryName(int number) {
   return ".qvannot-" + std::to_string(getpid()) + "-" + std::to_string(number) + ".tmp";
 }
 
-/// Moves without replacing. Where the file system has no hard links, the kernel's own exclusive rename serves.
+/// Moves without replacing. Where the file system has no hard links, the kernel's own exclusive rename
+/// serves.
 int moveExclusively(int folder, char const* from, char const* to) {
   if (linkat(folder, from, folder, to, 0) == 0) return unlinkat(folder, from, 0);
   if (errno != EPERM && errno != EOPNOTSUPP && errno != EMLINK) return -1;
@@ -41,7 +42,8 @@ int moveExclusively(int folder, char const* from, char const* to) {
 }  // namespace
 
 OutputSet::OutputSet(std::string folder, bool force, volatile int const* interrupted)
-    : m_folderPath(std::move(folder)), m_force(force), m_interrupted(interrupted) {}
+    : m_folderPath(std::move(folder)), m_force(force), m_interrupted(interrupted) {
+}
 
 OutputSet::~OutputSet() {
   closeFile(m_file);
@@ -110,8 +112,9 @@ bool OutputSet::openFolder() {
   std::filesystem::create_directories(m_folderPath, error);
   if (!error) m_folder = ::open(m_folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (m_folder >= 0) return true;
-  return fail(FindingCode::OutputFailed, "cannot use the output folder '" + m_folderPath + "': " +
-                                             (error ? error.message() : std::generic_category().message(errno)));
+  return fail(FindingCode::OutputFailed,
+              "cannot use the output folder '" + m_folderPath +
+                  "': " + (error ? error.message() : std::generic_category().message(errno)));
 }
 
 bool OutputSet::mayCreate(std::string const& name) {
@@ -122,7 +125,8 @@ bool OutputSet::mayCreate(std::string const& name) {
   }
   std::string const path = m_folderPath + "/" + name;
   if (m_protected.contains({status.st_dev, status.st_ino})) {
-    return fail(FindingCode::OutputFailed, "'" + path + "' is an input and is not replaced; name another folder");
+    return fail(FindingCode::OutputFailed,
+                "'" + path + "' is an input and is not replaced; name another folder");
   }
   return m_force || fail(FindingCode::OutputExists, "'" + path + "' exists; --force replaces it");
 }
@@ -158,7 +162,8 @@ bool OutputSet::place(File const& file) {
   int const result = m_force ? renameat(m_folder, from, m_folder, to) : moveExclusively(m_folder, from, to);
   if (result == 0) return true;
   if (errno == EEXIST && !m_force) {
-    return fail(FindingCode::OutputExists, "'" + m_folderPath + "/" + file.m_name + "' exists; --force replaces it");
+    return fail(FindingCode::OutputExists,
+                "'" + m_folderPath + "/" + file.m_name + "' exists; --force replaces it");
   }
   return failWithError("create", file.m_name, errno);
 }

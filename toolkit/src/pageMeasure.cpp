@@ -45,7 +45,8 @@ bool isDrawable(qv::qvCadAnnotation::LineSegment const& segment) {
   return isDrawable(project(segment.m_from)) && isDrawable(project(segment.m_to));
 }
 
-PageMeasure::PageMeasure(MigratedView const& view, RasterFolder const& rasters) : m_view(view), m_images(rasters) {
+PageMeasure::PageMeasure(MigratedView const& view, RasterFolder const& rasters)
+    : m_view(view), m_images(rasters) {
   for (auto const& annotation : view.m_view->m_annotations) {
     if (annotation != nullptr) measureAnnotation(*annotation);
   }
@@ -93,8 +94,9 @@ void PageMeasure::measureChildren(qv::svg::Node const& node, Affine const& map, 
 }
 
 void PageMeasure::leaveOut(std::string const& address) {
-  m_findings.add(FindingCode::NumberNotFinite, Severity::Warning, address,
-                 "an item is left out of the page, since one of its numbers is not finite or beyond 1000000000");
+  m_findings.add(
+      FindingCode::NumberNotFinite, Severity::Warning, address,
+      "an item is left out of the page, since one of its numbers is not finite or beyond 1000000000");
 }
 
 }  // namespace qvToolkit

@@ -12,11 +12,13 @@ namespace {
 constexpr double FullTurn = 2.0 * std::numbers::pi - 1e-5;
 
 float getX(qv::svg::PathSegment const& ellipse, double angle) {
-  return static_cast<float>(static_cast<double>(ellipse.m_point.X()) + static_cast<double>(ellipse.m_radii.X()) * std::cos(angle));
+  return static_cast<float>(static_cast<double>(ellipse.m_point.X()) +
+                            static_cast<double>(ellipse.m_radii.X()) * std::cos(angle));
 }
 
 float getY(qv::svg::PathSegment const& ellipse, double angle) {
-  return static_cast<float>(static_cast<double>(ellipse.m_point.Y()) + static_cast<double>(ellipse.m_radii.Y()) * std::sin(angle));
+  return static_cast<float>(static_cast<double>(ellipse.m_point.Y()) +
+                            static_cast<double>(ellipse.m_radii.Y()) * std::sin(angle));
 }
 
 void appendNumbers(std::string& text, std::initializer_list<double> numbers) {

@@ -2,14 +2,16 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
-#include <map>
-#include <tuple>
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "annotationLegacy/qvAnnotationText.h"
+#include "countText.h"
 #include "jsonPointer.h"
+#include "passedOver.h"
 #include "readRules.h"
 
 namespace qvToolkit {
@@ -20,11 +22,6 @@ using qvLegacy::qvAnnotationInterface;
 using Type = qvAnnotationInterface::Type;
 
 constexpr std::size_t MaxRunLength = std::numeric_limits<std::uint16_t>::max();
-
-/// "1 sub-annotation", "2 sub-annotations".
-std::string countOf(std::size_t count, std::string const& noun) {
-  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
 
 class ViewAudit {
  public:
@@ -40,19 +37,12 @@ class ViewAudit {
     std::vector<qvAnnotationInterface const*> m_kept;
     Type m_fixedType = Type::Unknown;  ///< of two-list documents; otherwise each record names its own
     char const* m_addressPart = "/annot/";
+    std::size_t m_firstIndex = 0;  ///< of the kept annotations, in their address
     std::size_t m_next = 0;
     std::size_t m_nextKept = 0;
     std::size_t m_pointerLength = 0;
     std::size_t m_addressLength = 0;
   };
-
-  /// Keys of one kind of record that were passed over for one reason.
-  struct IgnoredKeys {
-    std::size_t m_count = 0;
-    std::size_t m_records = 0;
-    std::string m_firstPointer;
-  };
-  using IgnoredId = std::tuple<RecordKind, std::string, Severity>;
 
   /// Extends the JSON pointer while a value within the current record is looked at.
   class Inside {
@@ -87,20 +77,21 @@ class ViewAudit {
   void checkList(VariantMap const& record, char const* key, std::size_t kept, RecordKind kind);
   void checkText(VariantMap const& record);
   void checkLines(VariantList const& lines);
-  void checkRunText(std::string_view text);
+  void checkPlainText(qv::qvVariant const& text);
+  void checkRunLength(std::string_view text);
   void checkKeys(VariantMap const& map, RecordKind kind);
+  void checkValue(RecordKind kind, std::string_view key, qv::qvVariant const& value);
 
   void ignore(RecordKind kind, std::string_view key, Severity severity, std::size_t records);
   void reportLost(Severity severity, std::string text);
   void reportRefused(qv::qvVariant const& record, std::string_view reason);
-  void reportIgnoredKeys();
 
   ReadView const& m_read;
   Findings& m_findings;
   std::string m_pointer;  ///< of the record at hand
   std::string m_address;  ///< of the annotation at hand, or of the holder of a record that was lost
   std::vector<Level> m_levels;
-  std::map<IgnoredId, IgnoredKeys> m_ignored;
+  PassedOver m_passedOver;
 };
 
 void ViewAudit::run() {
@@ -110,7 +101,7 @@ void ViewAudit::run() {
   }
   checkView();
   walkTopLists();
-  reportIgnoredKeys();
+  m_passedOver.report(m_read.m_version, m_read.m_address, m_findings);
 }
 
 void ViewAudit::checkRefusedView() {
@@ -119,7 +110,7 @@ void ViewAudit::checkRefusedView() {
     if (VariantList const* const list = findList(m_read.m_map, key)) count += countRecords(*list);
   }
   std::string text = "the view '" + findText(m_read.m_map, "name") + "' was not read";
-  if (count > 0) text += "; " + countOf(count, "annotation record") + " went with it";
+  if (count > 0) text += "; " + formatCount(count, "annotation record") + " went with it";
   reportLost(Severity::Error, std::move(text));
 }
 
@@ -143,11 +134,12 @@ void ViewAudit::walkTopLists() {
   auto const& annotations = m_read.m_view->m_annotations;
   auto const isRaster = [](auto const& a) { return a != nullptr && a->m_type == Type::Raster; };
   auto const firstRaster = std::find_if(annotations.begin(), annotations.end(), isRaster);
-  auto const walkList = [this](char const* key, Type type, auto begin, auto end) {
+  auto const walkList = [&](char const* key, Type type, auto begin, auto end) {
     VariantList const* const records = findList(m_read.m_map, key);
     if (records == nullptr) return;
     Inside const list(*this, key);
     Level level{records, {}, type};
+    level.m_firstIndex = static_cast<std::size_t>(begin - annotations.begin());
     for (; begin != end; ++begin) level.m_kept.push_back(begin->get());
     walk(std::move(level));
   };
@@ -183,7 +175,7 @@ void ViewAudit::stepLevel() {
     return;
   }
   qvAnnotationInterface const* const annotation = level.m_kept[level.m_nextKept];
-  m_address += level.m_addressPart + std::to_string(level.m_nextKept++);
+  m_address += level.m_addressPart + std::to_string(level.m_firstIndex + level.m_nextKept++);
   if (annotation == nullptr) return;
   checkAnnotation(record.toMap(), *annotation);
   pushChildren(record.toMap(), *annotation);
@@ -197,7 +189,7 @@ bool ViewAudit::alignsWithModel(Level const& level) {
   };
   auto const readable = std::count_if(level.m_records->begin(), level.m_records->end(), isReadable);
   if (static_cast<std::size_t>(readable) == level.m_kept.size()) return true;
-  reportLost(Severity::Error, "of " + countOf(level.m_records->size(), "annotation record") + " " +
+  reportLost(Severity::Error, "of " + formatCount(level.m_records->size(), "annotation record") + " " +
                                   std::to_string(level.m_kept.size()) + " were read");
   return false;
 }
@@ -296,13 +288,18 @@ void ViewAudit::checkText(VariantMap const& record) {
     Inside const inside(*this, "lines");
     reportLost(Severity::Error, "'lines' is no list; the text was taken from 'text'");
   }
-  if (text == nullptr) return;
+  if (text != nullptr) checkPlainText(*text);
+}
+
+/// Each line of a plain text becomes one run.
+void ViewAudit::checkPlainText(qv::qvVariant const& text) {
   Inside const inside(*this, "text");
-  std::string const whole = text->toString();
+  if (text.isMap() || text.isList()) reportLost(Severity::Error, "'text' is no text, so none was read");
+  std::string const whole = text.toString();
   std::string_view rest = whole;
   while (!rest.empty()) {
     std::size_t const length = std::min(rest.find_first_of("\r\n"), rest.size());
-    checkRunText(rest.substr(0, length));
+    checkRunLength(rest.substr(0, length));
     rest.remove_prefix(std::min(length + 1, rest.size()));
   }
 }
@@ -316,12 +313,15 @@ void ViewAudit::checkLines(VariantList const& lines) {
       Inside const inRun(*this, j);
       VariantMap const& run = runs[j].toMap();
       checkKeys(run, RecordKind::Run);
-      if (qv::qvVariant const* const text = findValue(run, "text")) checkRunText(text->getString());
+      qv::qvVariant const* const text = findValue(run, "text");
+      if (text == nullptr) continue;
+      if (text->isMap() || text->isList()) reportLost(Severity::Error, "'text' is no text, so none was read");
+      checkRunLength(text->getString());
     }
   }
 }
 
-void ViewAudit::checkRunText(std::string_view text) {
+void ViewAudit::checkRunLength(std::string_view text) {
   if (text.size() <= MaxRunLength) return;
   reportLost(Severity::Error, "a text of " + std::to_string(text.size()) + " bytes was cut at " +
                                   std::to_string(MaxRunLength));
@@ -329,17 +329,28 @@ void ViewAudit::checkRunText(std::string_view text) {
 
 void ViewAudit::checkKeys(VariantMap const& map, RecordKind kind) {
   for (auto const& [key, value] : map) {
-    if (!isKnownKey(kind, key)) ignore(kind, key, Severity::Info, 0);
+    if (!isKnownKey(kind, key)) {
+      ignore(kind, key, Severity::Info, 0);
+    } else {
+      checkValue(kind, key, value);
+    }
   }
 }
 
+/// Texts that stand for a number: those that the reader does not know are taken for the default without a
+/// message.
+void ViewAudit::checkValue(RecordKind kind, std::string_view key, qv::qvVariant const& value) {
+  std::span<std::string_view const> const names = findValueNames(kind, key);
+  if (names.empty()) return;
+  std::string const text = value.toString();
+  if (text.empty() || std::find(names.begin(), names.end(), text) != names.end()) return;
+  Inside const inside(*this, key);
+  m_passedOver.addValue(kind, key, text, m_pointer);
+}
+
 void ViewAudit::ignore(RecordKind kind, std::string_view key, Severity severity, std::size_t records) {
-  IgnoredKeys& ignored = m_ignored[{kind, std::string(key), severity}];
-  if (ignored.m_count++ == 0) {
-    ignored.m_firstPointer = m_pointer;
-    appendPointerKey(ignored.m_firstPointer, key);
-  }
-  ignored.m_records += records;
+  Inside const inside(*this, key);
+  m_passedOver.addKey(kind, key, severity, records, m_pointer);
 }
 
 void ViewAudit::reportLost(Severity severity, std::string text) {
@@ -353,25 +364,8 @@ void ViewAudit::reportRefused(qv::qvVariant const& record, std::string_view reas
       "the annotation " + (name.empty() ? "without name" : "'" + name + "'") + " was not read: ";
   text += reason;
   std::size_t const descendants = m_read.m_version < gates::OneList ? 0 : countDescendants(record.toMap());
-  if (descendants > 0) text += "; " + countOf(descendants, "sub-annotation record") + " went with it";
+  if (descendants > 0) text += "; " + formatCount(descendants, "sub-annotation record") + " went with it";
   reportLost(Severity::Error, std::move(text));
-}
-
-void ViewAudit::reportIgnoredKeys() {
-  for (auto const& [id, ignored] : m_ignored) {
-    auto const& [kind, key, severity] = id;
-    std::string text = "the key '" + key + "' of " + std::string(getRecordName(kind)) + " is not read";
-    if (isKnownKey(kind, key)) text += " here at version " + m_read.m_version.toString();
-    if (ignored.m_records > 0)
-      text += "; " + countOf(ignored.m_records, "annotation record") + " went with it";
-    if (ignored.m_count > 1) text += " (" + std::to_string(ignored.m_count) + " times, first here)";
-    m_findings.push_back({FindingCode::KeyIgnored,
-                          severity,
-                          std::move(text),
-                          m_read.m_address,
-                          {{}, {}, {}, ignored.m_firstPointer},
-                          {}});
-  }
 }
 
 }  // namespace

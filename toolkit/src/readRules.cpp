@@ -4,6 +4,8 @@
 #include <span>
 #include <vector>
 
+#include "legacyNames.h"
+
 namespace qvToolkit {
 
 namespace {
@@ -67,6 +69,16 @@ std::string_view getRecordName(RecordKind kind) {
 
 bool isKnownKey(RecordKind kind, std::string_view key) {
   return contains(getKeys(kind).m_own, key) || contains(getKeys(kind).m_shared, key);
+}
+
+std::span<std::string_view const> findValueNames(RecordKind kind, std::string_view key) {
+  bool const isAnnotation = kind == RecordKind::TextAnnotation || kind == RecordKind::RasterAnnotation;
+  if (isAnnotation && key == "frameshape") return getFrameShapeNames();
+  if (isAnnotation && key == "anchorloc") return getAnchorNames();
+  if (kind == RecordKind::Leader && key == "head") return getHeadNames();
+  if (kind == RecordKind::MeasureLeader && key == "arrowdir") return getArrowDirectionNames();
+  if (kind == RecordKind::Run && key == "type") return getSegmentTypeNames();
+  return {};
 }
 
 qvAnnotationInterface::Type getNamedType(VariantMap const& record) {

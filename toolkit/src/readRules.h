@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -34,6 +35,10 @@ std::string_view getRecordName(RecordKind kind);
 
 /// True when some version's reader looks at the key in such a record.
 bool isKnownKey(RecordKind kind, std::string_view key);
+
+/// The texts that a reader knows as values of a key, neutral ones included; none for a key whose value is no
+/// such text.
+std::span<std::string_view const> findValueNames(RecordKind kind, std::string_view key);
 
 /// The kind that an annotation record names under "type"; `Unknown` for every text but "text" and "raster".
 qvLegacy::qvAnnotationInterface::Type getNamedType(VariantMap const& record);

@@ -12,14 +12,13 @@
 #include "qvSvg/rect.h"
 #include "qvSvg/text.h"
 
-
 namespace qvToolkit {
 
 namespace {
 
-/// A hairline's coordinates are written in quarters of a unit under a scale of a quarter. A renderer that knows
-/// non-scaling strokes draws it one pixel wide, any other one 0.25 mm, which is nearly the same on a page of its
-/// natural size.
+/// A hairline's coordinates are written in quarters of a unit under a scale of a quarter. A renderer that
+/// knows non-scaling strokes draws it one pixel wide, any other one 0.25 mm, which is nearly the same on a
+/// page of its natural size.
 constexpr float HairlineFactor = 4.0F;
 constexpr char const* HairlineScale = "scale(0.25)";
 
@@ -68,7 +67,8 @@ void writeData(Markup& markup, PageImage const& image) {
 
 void SvgItems::writeDefinitions() {
   auto const& images = m_measure.getImages().getImages();
-  if (std::none_of(images.begin(), images.end(), [](PageImage const& image) { return image.m_uses > 1; })) return;
+  if (std::none_of(images.begin(), images.end(), [](PageImage const& image) { return image.m_uses > 1; }))
+    return;
   m_markup.open("defs");
   for (std::size_t i = 0; i < images.size(); ++i) {
     if (images[i].m_uses < 2) continue;
@@ -192,7 +192,8 @@ void SvgItems::writePath(qv::svg::ItemInterface const& item) {
   m_markup.rawAttribute("d", data.getText()).close();
 }
 
-/// The item's y axis points up, but letters grow against y in SVG, so the text mirrors itself about its baseline.
+/// The item's y axis points up, but letters grow against y in SVG, so the text mirrors itself about its
+/// baseline.
 void SvgItems::writeText(qv::svg::ItemInterface const& item) {
   auto const& text = static_cast<qv::svg::Text const&>(item);
   if (text.m_spans.empty()) return;

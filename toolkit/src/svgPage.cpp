@@ -21,8 +21,10 @@ constexpr double MinPaperSize = 10.0;
 /// The page's rectangle, rounded outwards to thousandths of a millimetre.
 Extent getPageBox(Extent const& content) {
   Extent const box = content.isEmpty() ? Extent{0.0, 0.0, 0.0, 0.0} : content;
-  return {std::floor((box.m_minX - Margin) * 1000.0) / 1000.0, std::floor((box.m_minY - Margin) * 1000.0) / 1000.0,
-          std::ceil((box.m_maxX + Margin) * 1000.0) / 1000.0, std::ceil((box.m_maxY + Margin) * 1000.0) / 1000.0};
+  return {std::floor((box.m_minX - Margin) * 1000.0) / 1000.0,
+          std::floor((box.m_minY - Margin) * 1000.0) / 1000.0,
+          std::ceil((box.m_maxX + Margin) * 1000.0) / 1000.0,
+          std::ceil((box.m_maxY + Margin) * 1000.0) / 1000.0};
 }
 
 /// A length of the page without the noise of a subtraction.
@@ -39,7 +41,10 @@ std::string format(double number) {
 class SvgPage {
  public:
   SvgPage(MigratedView const& view, PageMeasure const& measure, OutputSink& sink)
-      : m_view(view), m_box(getPageBox(measure.getExtent())), m_markup(sink), m_items(view, measure, m_markup) {}
+      : m_view(view),
+        m_box(getPageBox(measure.getExtent())),
+        m_markup(sink),
+        m_items(view, measure, m_markup) {}
 
   [[nodiscard]] bool write() {
     openPage();

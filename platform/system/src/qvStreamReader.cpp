@@ -12,6 +12,7 @@ namespace qv {
 
 namespace {
 
+using Kind = qvStreamProblem::Kind;
 using Severity = qvStreamProblem::Severity;
 
 constexpr std::string_view magic = "qvStream";
@@ -35,22 +36,23 @@ class Problems {
  public:
   explicit Problems(std::vector<qvStreamProblem>& list) : m_list(list) {}
 
-  void add(Severity severity, std::uint64_t offset, std::uint32_t id, std::string const& typeName,
+  void add(Kind kind, Severity severity, std::uint64_t offset, std::uint32_t id, std::string const& typeName,
            std::string text) {
     if (m_list.size() < maxProblems - 1) {
-      m_list.push_back({severity, id, typeName, offset, std::move(text)});
+      m_list.push_back({severity, id, typeName, offset, std::move(text), kind});
     } else {
       ++m_dropped;
       m_worstDropped = std::max(m_worstDropped, severity);
     }
   }
-  void addOfDocument(Severity severity, std::uint64_t offset, std::string text) {
-    add(severity, offset, 0, {}, std::move(text));
+  void addOfDocument(Kind kind, Severity severity, std::uint64_t offset, std::string text) {
+    add(kind, severity, offset, 0, {}, std::move(text));
   }
   /// Says how many did not fit.
   void close(std::uint64_t offset) {
     if (m_dropped == 0) return;
-    m_list.push_back({m_worstDropped, 0, {}, offset, std::to_string(m_dropped) + " more problems"});
+    m_list.push_back(
+        {m_worstDropped, 0, {}, offset, std::to_string(m_dropped) + " more problems", Kind::More});
   }
 
  private:
@@ -105,7 +107,7 @@ class Loader {
 template <class T>
 bool Loader::readNumber(T& number, char const* what) {
   if (bytesLeft() < sizeof(T)) {
-    m_problems.addOfDocument(Severity::Error, m_position,
+    m_problems.addOfDocument(Kind::Broken, Severity::Error, m_position,
                              "expected " + std::string(what) + " of " + bytesText(sizeof(T)) + ", found " +
                                  bytesText(bytesLeft()) + " before the end of the document");
     return false;
@@ -122,13 +124,13 @@ bool Loader::readTypeName(ObjectHeader& header) {
   if (announced < 1) return true;
   if (announced > maxTypeNameLength) {
     m_problems.addOfDocument(
-        Severity::Error, m_position,
+        Kind::Broken, Severity::Error, m_position,
         "expected a type name of at most 256 bytes, found one of " + std::to_string(announced));
     return false;
   }
   auto const length = static_cast<std::size_t>(announced);
   if (length > bytesLeft()) {
-    m_problems.addOfDocument(Severity::Error, m_position,
+    m_problems.addOfDocument(Kind::Broken, Severity::Error, m_position,
                              "expected a type name of " + bytesText(length) + ", found " +
                                  bytesText(bytesLeft()) + " before the end of the document");
     return false;
@@ -147,7 +149,8 @@ bool Loader::readHeader(ObjectHeader& header) {
 
 void Loader::loadObjects() {
   if (!IsObjectStream(m_bytes)) {
-    m_problems.addOfDocument(Severity::Error, 0, "expected the 8 bytes 'qvStream' of an object stream");
+    m_problems.addOfDocument(Kind::Broken, Severity::Error, 0,
+                             "expected the 8 bytes 'qvStream' of an object stream");
     return;
   }
   m_position = magic.size();
@@ -159,7 +162,7 @@ void Loader::loadObjects() {
     if (!readHeader(header)) return;
     auto const held = std::min(header.m_size, bytesLeft());
     if (held < header.m_size) {
-      m_problems.add(Severity::Error, m_position, header.m_id, header.m_typeName,
+      m_problems.add(Kind::Broken, Severity::Error, m_position, header.m_id, header.m_typeName,
                      "expected a payload of " + bytesText(header.m_size) + ", found " + bytesText(held) +
                          " before the end of the document");
     }
@@ -168,24 +171,26 @@ void Loader::loadObjects() {
     if (held < header.m_size) return;
   }
   if (bytesLeft() > 0) {
-    m_problems.addOfDocument(Severity::Warning, m_position,
+    m_problems.addOfDocument(Kind::Trailing, Severity::Warning, m_position,
                              "expected the end of the document, found " + bytesText(bytesLeft()) + " more");
   }
 }
 
 void Loader::loadObject(ObjectHeader const& header, std::span<std::byte const> payload) {
-  auto const report = [&](Severity severity, std::string text) {
-    m_problems.add(severity, header.m_offset, header.m_id, header.m_typeName, std::move(text));
+  auto const report = [&](Kind kind, Severity severity, std::string text) {
+    m_problems.add(kind, severity, header.m_offset, header.m_id, header.m_typeName, std::move(text));
   };
   if (m_byId.contains(header.m_id) || m_skipped.contains(header.m_id)) {
-    return report(Severity::Error,
+    return report(Kind::Id, Severity::Error,
                   "expected a new object id, found one that is taken; the first object keeps it");
   }
-  if (header.m_id == 0) report(Severity::Error, "expected an object id, found 0, which no link can name");
+  if (header.m_id == 0)
+    report(Kind::Id, Severity::Error, "expected an object id, found 0, which no link can name");
   auto const factory = qvRttiInterface::FindFactoryFunction(header.m_typeName);
   if (factory == nullptr) {
     if (header.m_id != 0) m_skipped.emplace(header.m_id, header.m_typeName);
-    return report(Severity::Warning, "unknown type; object of " + bytesText(payload.size()) + " skipped");
+    return report(Kind::UnknownType, Severity::Warning,
+                  "unknown type; object of " + bytesText(payload.size()) + " skipped");
   }
   createObject(header, payload, factory);
 }
@@ -195,7 +200,7 @@ void Loader::createObject(ObjectHeader const& header, std::span<std::byte const>
   qvMemoryStream in(payload, m_document.m_version);
   qvRttiInterface* const object = factory(in);
   if (object == nullptr) {
-    m_problems.add(Severity::Error, m_position, header.m_id, header.m_typeName,
+    m_problems.add(Kind::NoObject, Severity::Error, m_position, header.m_id, header.m_typeName,
                    "the type's factory made no object");
     return;
   }
@@ -211,19 +216,19 @@ void Loader::createObject(ObjectHeader const& header, std::span<std::byte const>
 
 /// The first thing that went wrong while an object read its payload.
 void Loader::reportReading(ObjectHeader const& header, qvMemoryStream const& in) {
-  auto const report = [&](Severity severity, std::uint64_t offset, std::string text) {
-    m_problems.add(severity, m_position + offset, header.m_id, header.m_typeName, std::move(text));
+  auto const report = [&](Kind kind, Severity severity, std::uint64_t offset, std::string text) {
+    m_problems.add(kind, severity, m_position + offset, header.m_id, header.m_typeName, std::move(text));
   };
   auto const& shortRead = in.GetShortRead();
   if (shortRead.m_wanted > 0) {
-    report(Severity::Error, shortRead.m_offset,
+    report(Kind::OverRead, Severity::Error, shortRead.m_offset,
            "expected " + bytesText(shortRead.m_wanted) + ", found " + bytesText(shortRead.m_delivered) +
                " before the end of the payload");
   } else if (in.hasStreamError()) {
-    report(Severity::Error, in.GetErrorOffset(),
+    report(Kind::Refused, Severity::Error, in.GetErrorOffset(),
            "expected a version and record kinds that the type's reader knows");
   } else if (in.GetBytesLeft() > 0) {
-    report(Severity::Warning, in.GetPosition(),
+    report(Kind::UnderRead, Severity::Warning, in.GetPosition(),
            "expected the end of the payload, found " + bytesText(in.GetBytesLeft()) + " more");
   }
 }
@@ -232,7 +237,7 @@ void Loader::resolve(OwnedLink const& owned) {
   qvBaseStream::PendingLink const& link = owned.m_link;
   qvLoadedObject const& owner = m_document.m_objects[owned.m_owner];
   auto const report = [&](std::string text) {
-    m_problems.add(Severity::Error, owner.m_offset + link.m_offset, owner.m_id, owner.m_typeName,
+    m_problems.add(Kind::Link, Severity::Error, owner.m_offset + link.m_offset, owner.m_id, owner.m_typeName,
                    std::move(text));
   };
   auto const found = m_byId.find(link.m_id);

@@ -43,9 +43,9 @@ TEST_F(DocumentTest, ExplainsEachBadInputInOneLine) {
       {std::string("\0{", 2), FindingCode::FormatUnknown,
        "f:1:1: error: found text of 16 or 32 bits a character, expected JSON in UTF-8 "
        "[input.unknown-format]"},
-      {"qvStream\1", FindingCode::FormatUnknown,
-       "f:1:1: error: found an object stream, expected JSON; object streams are not read "
-       "[input.unknown-format]"},
+      {"qvStream\1", FindingCode::StreamBroken,
+       "f: error: byte 8: expected the stream version of 4 bytes, found 1 byte before the end of the document "
+       "[stream.broken]"},
       {"{\"views\": [\n{\"ver\": \"6.2", FindingCode::JsonBroken,
        "f:2:13: error: no valid JSON: found the end of the text, expected the closing quote of the string "
        "that begins "
@@ -53,7 +53,7 @@ TEST_F(DocumentTest, ExplainsEachBadInputInOneLine) {
       {"{\"views\": []}\n]", FindingCode::JsonBroken,
        "f:2:1: error: no valid JSON: found ']', expected the end of the text [json.broken]"},
       {"{\"name\": \"a\xC3(\"}", FindingCode::JsonBroken,
-       "f:1:11: error: no valid JSON: found invalid UTF-8 '\\xc3', expected UTF-8 text [json.broken]"},
+       "f:1:12: error: no valid JSON: found invalid UTF-8 '\\xc3', expected UTF-8 text [json.broken]"},
       {std::string("{\"a\":1}\0", 8), FindingCode::JsonBroken,
        "f:1:8: error: no valid JSON: found '\\x00', expected the end of the text [json.broken]"},
       {"[\n1e999]", FindingCode::JsonBroken,
@@ -125,7 +125,7 @@ TEST_F(DocumentTest, SaysWhichKeysBesideTheViewsAreNotRead) {
   Document const document = read("{\"views\":[" + View + "],\"made by\":1}");
   ASSERT_EQ(document.m_findings.size(), 1U);
   EXPECT_EQ(formatFinding("f", document.m_findings[0]),
-            "f:1:93: info: the key 'made by' beside 'views' is not read [reader.key-ignored]");
+            "f:1:91: info: the key 'made by' beside 'views' is not read [reader.key-ignored]");
   EXPECT_EQ(document.m_findings[0].m_place.m_jsonPointer, "/made by");
 }
 

@@ -44,6 +44,14 @@ TEST(JsonWriter, WritesTheLimitsOfIntegers) {
             "[\n  -9223372036854775808,\n  18446744073709551615,\n  7,\n  -7,\n  true,\n  0\n]\n");
 }
 
+TEST(JsonWriter, WritesLargeRealsSoThatTheyAreNotTakenForIntegers) {
+  JsonWriter json;
+  json.beginArray().value(0x1p62).value(-0x1p63).value(123456789012345680000.0).value(0x1p63F).endArray();
+  EXPECT_EQ(json.takeText(),
+            "[\n  4611686018427387904,\n  -9.223372036854776e+18,\n  1.2345678901234568e+20,\n  "
+            "9.223372e+18\n]\n");
+}
+
 TEST(JsonWriter, StartsAnewAfterItsTextWasTaken) {
   JsonWriter json;
   json.beginObject().endObject();

@@ -198,7 +198,11 @@ TEST(VariantJson, WritesKeysThatAreNoUtf8WithoutCollision) {
 
 TEST(VariantJson, WalksDeepVariantsWithoutRecursion) {
   qv::qvVariant value(1);
-  for (int i = 0; i < 2000; ++i) value = VariantList(1, value);
+  for (int i = 0; i < 1000; ++i) {
+    VariantList list;
+    list.push_back(std::move(value));
+    value = std::move(list);
+  }
   VariantMap map;
   map["deep"] = std::move(value);
   JsonWriter json;

@@ -94,9 +94,10 @@ TEST_F(ReadAuditTest, ReportsAnnotationsInTheListsOfTheOtherForm) {
   EXPECT_EQ(
       list(newer, FindingCode::KeyIgnored),
       (Lines{
-          "info view/0 /textannotations: the key 'textannotations' of views is not read here at version 6.22",
           "error view/0 /rasterannotations: the key 'rasterannotations' of views is not read here at version "
-          "6.22; 1 annotation record went with it"}));
+          "6.22; 1 annotation record went with it",
+          "info view/0 /textannotations: the key 'textannotations' of views is not read here at version "
+          "6.22"}));
 }
 
 TEST_F(ReadAuditTest, ReportsMetadataThatIsTooOldToBeRead) {
@@ -188,6 +189,34 @@ TEST_F(ReadAuditTest, TellsArrowDirectionsThatAreTooOldToBeRead) {
             (Lines{"warning view/0 /textannotations/0/measures/0/arrowdir: the key 'arrowdir' of measure "
                    "leaders is not "
                    "read here at version 6.21"}));
+}
+
+TEST_F(ReadAuditTest, ReportsValuesThatTheReaderDoesNotKnow) {
+  Document const document = read(makeView(
+      "6.22", R"("annotations":[{"type":"text","frameshape":"Circle","leaders":[{"pos":[1,2,3],"head":"dot"}],
+              "measures":[{"A":[0,0,0],"B":[1,0,0],"V":[0,1,0],"arrowdir":7}],
+              "lines":[[{"text":"a","type":"SUB"},{"text":"b","type":"normal"},{"text":"c","type":"SUB"}]],
+              "children":[{"type":"text","anchorloc":"top"},{"type":"text","anchorloc":"rb","frameshape":""}]}])"));
+  EXPECT_EQ(list(document, FindingCode::ValueUnknown),
+            (Lines{"warning view/0 /annotations/0/children/0/anchorloc: the value 'top' of 'anchorloc' of "
+                   "text annotations is not known; the default was taken",
+                   "warning view/0 /annotations/0/frameshape: the value 'Circle' of 'frameshape' of text "
+                   "annotations is not known; the default was taken",
+                   "warning view/0 /annotations/0/lines/0/0/type: the value 'SUB' of 'type' of text runs is "
+                   "not known; the default was taken (2 times, first here)",
+                   "warning view/0 /annotations/0/leaders/0/head: the value 'dot' of 'head' of leaders is "
+                   "not known; the default was taken",
+                   "warning view/0 /annotations/0/measures/0/arrowdir: the value '7' of 'arrowdir' of "
+                   "measure leaders is not known; the default was taken"}));
+}
+
+TEST_F(ReadAuditTest, ReportsTextsThatAreNone) {
+  Document const document = read(makeView(
+      "6.22",
+      R"("annotations":[{"type":"text","text":{"a":1}},{"type":"text","lines":[[{"text":["b"]},{"text":3}]]}])"));
+  EXPECT_EQ(list(document, FindingCode::RecordLost),
+            (Lines{"error view/0/annot/0 /annotations/0/text: 'text' is no text, so none was read",
+                   "error view/0/annot/1 /annotations/1/lines/0/0: 'text' is no text, so none was read"}));
 }
 
 TEST_F(ReadAuditTest, OnlyCountsWhenTheViewDoesNotMatchItsMap) {

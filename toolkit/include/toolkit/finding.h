@@ -24,10 +24,23 @@ enum class FindingCode : std::uint8_t {
   JsonByteOrderMark,    ///< a byte-order mark in front was skipped
   DocumentShape,        ///< well-formed, but no view map, array of view maps or {"views": [...]}
   NoViews,              ///< a document without any view
+  // object streams
+  StreamBroken,        ///< the document ends too early, or where its next object starts is not known
+  StreamObjectId,      ///< an object id is 0 or taken
+  StreamUnknownType,   ///< an object of a type that nobody reads was skipped
+  StreamOverRead,      ///< an object asked for more than its payload holds
+  StreamRefused,       ///< an object's reader knows no such version or record kind
+  StreamUnderRead,     ///< an object left some of its payload
+  StreamLink,          ///< a link that leads to no view, or to one that is listed already
+  StreamUnlistedView,  ///< a view that no metadata object lists
+  StreamTrailing,      ///< bytes behind the last object
+  StreamVersion,       ///< newer than every known version, or none that can be written
+  StreamMore,          ///< how many problems of the stream are not listed
   // reading
   ReaderMessage,        ///< the exact text of one message of the readers; severity by what it cost
   RecordLost,           ///< annotation records that the reader passed over
   KeyIgnored,           ///< a key that this version's reader never looks at
+  ValueUnknown,         ///< a text that the reader does not know, so that it took the default
   // migration
   MigrationMessage,     ///< the exact text of one record of the migration's log
   ViewNotMigrated,
@@ -44,6 +57,9 @@ enum class FindingCode : std::uint8_t {
   RasterUnreadable,     ///< the data are no known image format, so only the rectangle is drawn
   NumberNotFinite,      ///< an item with a NaN or infinite coordinate was left out of the page
   TextRepaired,         ///< control characters or invalid UTF-8 became U+FFFD
+  // encoding
+  EncodingLoss,   ///< something that the asked stream version cannot hold
+  EncodingOrder,  ///< a view's texts were moved in front of its rasters
   // writing
   OutputExists,
   OutputFailed,

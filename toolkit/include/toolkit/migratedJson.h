@@ -8,10 +8,10 @@
 
 namespace qvToolkit {
 
-/// The whole migrated model of a document as JSON: plane, annotations, leader segments, anchors, shapes and SVG trees
-/// of each view, why a view was not migrated, and the findings. docs/migrated-json.md describes it field by field.
-/// `pageNames` holds the file name of each view's page, empty where there is none. `findings` are those of the whole
-/// document, opening included.
+/// The whole migrated model of a document as JSON: plane, annotations, leader segments, anchors, shapes and
+/// SVG trees of each view, why a view was not migrated, and the findings. docs/migrated-json.md describes it
+/// field by field. `pageNames` holds the file name of each view's page, empty where there is none. `findings`
+/// are those of the whole document, opening included.
 std::string formatMigratedDocument(Document const& document, MigrationSession const& session,
                                    std::vector<MigratedView> const& views,
                                    std::vector<std::string> const& pageNames, Findings const& findings);

@@ -17,8 +17,8 @@
 namespace qvToolkit {
 
 struct MigrationOptions {
-  /// Size of leader heads and measure arrows in SVG units; on paper that is 3 mm, as on drawings with texts of
-  /// 3.5 mm.
+  /// Size of leader heads and measure arrows in SVG units; on paper that is 3 mm, as on drawings with texts
+  /// of 3.5 mm.
   static constexpr float DefaultHeadSize = 3.0F;
 
   int m_dropped = 0;  ///< bits of `qvLegacy::qvAnnotationMigration::Option`
@@ -51,14 +51,14 @@ std::string getViewAddress(std::size_t index);
 
 /// Migrates the views of one document.
 ///
-/// For the time of a migration it stands in for the process log, so that no record goes elsewhere. The library must be
-/// initialised for as long as the session and what it returned live.
+/// For the time of a migration it stands in for the process log, so that no record goes elsewhere. The
+/// library must be initialised for as long as the session and what it returned live.
 class MigrationSession {
  public:
   explicit MigrationSession(MigrationOptions options);
 
-  /// Migrates each view that the reader delivered, in order. A view object that stands in the document more than once
-  /// is migrated once. Throws `std::bad_alloc` only.
+  /// Migrates each view that the reader delivered, in order. A view object that stands in the document more
+  /// than once is migrated once. Throws `std::bad_alloc` only.
   std::vector<MigratedView> migrate(Document const& document);
 
   MigrationOptions const& getOptions() const noexcept { return m_options; }

@@ -15,15 +15,15 @@ namespace qvToolkit {
 
 /// The output files of one document in one folder: all of them appear, or none.
 ///
-/// Each file is written under a temporary name in the folder and synchronised; `commit` gives all of them their names.
-/// Without `force` no existing file is replaced; an input is never replaced. What was not committed is removed with the
-/// object. After the first problem every call answers false.
+/// Each file is written under a temporary name in the folder and synchronised; `commit` gives all of them
+/// their names. Without `force` no existing file is replaced; an input is never replaced. What was not
+/// committed is removed with the object. After the first problem every call answers false.
 ///
 /// With `force` a failure in the middle of `commit` leaves the files that were replaced before it.
 class OutputSet : public OutputSink {
  public:
-  /// `folder` is created with its parents when the first file is opened. An interrupted set fails with a problem:
-  /// `interrupted`, which may be null, is looked at with each write.
+  /// `folder` is created with its parents when the first file is opened. An interrupted set fails with a
+  /// problem: `interrupted`, which may be null, is looked at with each write.
   OutputSet(std::string folder, bool force, volatile int const* interrupted = nullptr);
   ~OutputSet() override;
   OutputSet(OutputSet const&) = delete;
@@ -32,8 +32,8 @@ class OutputSet : public OutputSink {
   /// Names a file that must not be replaced.
   void protect(std::string const& path);
 
-  /// Begins the next file, ending the one before; `name` is a plain file name. Fails when a file of that name exists
-  /// and may not be replaced.
+  /// Begins the next file, ending the one before; `name` is a plain file name. Fails when a file of that name
+  /// exists and may not be replaced.
   [[nodiscard]] bool open(std::string const& name);
   [[nodiscard]] bool write(std::string_view bytes) override;
   [[nodiscard]] bool commit();
@@ -70,12 +70,12 @@ class OutputSet : public OutputSink {
   Finding m_problem;
 };
 
-/// A file name made of the last part of an input's path without its extension: characters beyond A-Z a-z 0-9 . _ -
-/// become "_", so do a leading dot or dash; at most 150 bytes; "-" gives "stdin".
+/// A file name made of the last part of an input's path without its extension: characters beyond A-Z a-z 0-9
+/// . _ - become "_", so do a leading dot or dash; at most 150 bytes; "-" gives "stdin".
 std::string makeStem(std::string const& inputPath);
 
-/// Stems for several inputs: those that would collide, letters of either case counting as equal, get "-2", "-3" and so
-/// on in the order of the inputs.
+/// Stems for several inputs: those that would collide, letters of either case counting as equal, get "-2",
+/// "-3" and so on in the order of the inputs.
 std::vector<std::string> makeStems(std::vector<std::string> const& inputPaths);
 
 /// "STEM.view-0003.svg" and "STEM.migrated.json".

@@ -4,7 +4,8 @@
 
 namespace qvToolkit {
 
-/// Takes the bytes of one output in order. A sink that failed says so on every further call and knows why itself.
+/// Takes the bytes of one output in order. A sink that failed says so on every further call and knows why
+/// itself.
 class OutputSink {
  public:
   virtual ~OutputSink() = default;

@@ -8,13 +8,13 @@ namespace qvToolkit {
 
 /// Writes the SVG page of a migrated view, which must not be null: 1 unit of the page is 1 mm on paper.
 ///
-/// The leaders of all annotations lie at the back, their contents in front, so that no leader crosses a text out.
-/// Lines of width 1 are hairlines: 0.25 mm where a renderer scales every stroke, one pixel where it can keep strokes
-/// from scaling. The page holds only elements and attributes of a fixed list, no script, no style sheet and no
-/// reference to anything outside. Equal views give equal bytes.
+/// The leaders of all annotations lie at the back, their contents in front, so that no leader crosses a text
+/// out. Lines of width 1 are hairlines: 0.25 mm where a renderer scales every stroke, one pixel where it can
+/// keep strokes from scaling. The page holds only elements and attributes of a fixed list, no script, no
+/// style sheet and no reference to anything outside. Equal views give equal bytes.
 ///
-/// Returns a finding for each annotation with an item that is left out, because one of its numbers is not finite or
-/// beyond 10^9. A sink that fails ends the page early.
+/// Returns a finding for each annotation with an item that is left out, because one of its numbers is not
+/// finite or beyond 10^9. A sink that fails ends the page early.
 Findings writeSvgPage(MigratedView const& view, RasterFolder const& rasters, OutputSink& sink);
 
 }  // namespace qvToolkit

@@ -23,12 +23,25 @@ using qvObjectHandle = std::unique_ptr<qvRttiInterface, qvReleaseReference>;
 /// Something that is wrong with an object stream.
 struct qvStreamProblem {
   enum class Severity : std::uint8_t { Warning, Error };
+  enum class Kind : std::uint8_t {
+    Broken,       ///< the document ends too early, or where its next object starts is not known
+    Id,           ///< an object id is 0 or taken
+    UnknownType,  ///< an object was skipped
+    NoObject,     ///< a factory made nothing
+    OverRead,     ///< an object asked for more than its payload holds
+    Refused,      ///< an object's reader knows no such version or record kind
+    UnderRead,    ///< an object left some of its payload
+    Link,         ///< a link stays null
+    Trailing,     ///< there is something behind the last object
+    More,         ///< tells how many did not fit into the list
+  };
 
   Severity m_severity;
   std::uint32_t m_objectId;  ///< 0 when it concerns the document
   std::string m_typeName;    ///< of the object; empty when it concerns the document
   std::uint64_t m_offset;    ///< byte offset in the document
   std::string m_text;        ///< what was expected and what was found, without id, type and offset
+  Kind m_kind;
 };
 
 /// One object of a document.

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "annotationLegacy/qvAnnotationText.h"
+#include "qvAnnotation/qvCadAnnotationView.h"
+#include "qvSvg/rect.h"
+#include "qvSvg/text.h"
+#include "toolkit/document.h"
+#include "toolkit/finding.h"
+#include "toolkit/migrationSession.h"
+#include "toolkit/outputSink.h"
+#include "toolkit/svgPage.h"
+#include "xmlReader.h"
+
+namespace qvTest {
+
+/// Keeps what is written; fails after `limit` calls.
+class StringSink : public qvToolkit::OutputSink {
+ public:
+  explicit StringSink(std::size_t limit = static_cast<std::size_t>(-1)) : m_limit(limit) {}
+  bool write(std::string_view bytes) override {
+    ++m_calls;
+    if (m_calls > m_limit) return false;
+    m_text += bytes;
+    m_longest = std::max(m_longest, bytes.size());
+    return true;
+  }
+  std::string m_text;
+  std::size_t m_calls = 0;
+  std::size_t m_longest = 0;
+
+ private:
+  std::size_t m_limit;
+};
+
+/// A folder of its own for one test; removed with all that it holds.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(TemporaryFolder const&) = delete;
+  TemporaryFolder& operator=(TemporaryFolder const&) = delete;
+  std::string getPath(std::string const& name = {}) const;
+  void writeFile(std::string const& name, std::string_view bytes) const;
+  std::size_t countEntries() const;
+
+ private:
+  std::filesystem::path m_path;
+};
+
+std::string readFile(std::string const& path);
+
+/// The smallest PNG: one black pixel.
+std::string makePng();
+
+/// A migrated view with one empty annotation named "note" at "view/0/annot/0".
+qvToolkit::MigratedView makeView();
+/// Appends another empty annotation.
+qv::qvCadAnnotation& addAnnotation(qvToolkit::MigratedView& view, std::string const& name);
+inline qv::qvCadAnnotation& getAnnotation(qvToolkit::MigratedView const& view) {
+  return *view.m_view->m_annotations.front();
+}
+template <class Item>
+Item& addItem(qv::svg::Node& node, std::shared_ptr<Item> item) {
+  node.editChildren().push_back(item);
+  return *item;
+}
+/// A text item of one span in an upright group.
+qv::svg::Text& addText(qv::svg::Node& node, std::string const& text);
+
+std::string writePage(qvToolkit::MigratedView const& view, qvToolkit::Findings* findings = nullptr);
+XmlElement parsePage(qvToolkit::MigratedView const& view, qvToolkit::Findings* findings = nullptr);
+
+/// A legacy view and annotations as a document of one view.
+qv::qvPointer<qvLegacy::qvAnnotationView> makeLegacyView();
+qv::qvPointer<qvLegacy::qvAnnotationText> makeLegacyText(std::string const& text);
+qvToolkit::Document makeDocument(qv::qvPointer<qvLegacy::qvAnnotationView> const& view);
+/// Migrates the view as the only one of a document.
+qvToolkit::MigratedView migrate(qv::qvPointer<qvLegacy::qvAnnotationView> const& view,
+                                qvToolkit::MigrationOptions const& options = {});
+
+/// The findings of one code.
+qvToolkit::Findings select(qvToolkit::Findings const& findings, qvToolkit::FindingCode code);
+
+}  // namespace qvTest
