@@ -36,10 +36,15 @@ function(qva_add_shared target)
 endfunction()
 
 # qva_add_test(<name> SOURCES ... [LINK ...]): a GoogleTest executable whose cases ctest runs one by one.
+# Test code is compiled unoptimised and with one shared precompiled header: compiling it is most of a test run.
 function(qva_add_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE qva_compile ${arg_LINK} GTest::gtest_main)
+  target_compile_options(${name} PRIVATE -O0)
+  target_precompile_headers(${name} REUSE_FROM qva_test_prefix)
+  # Tests replace `new` and `delete` by functions over `malloc` and `free`; once both are inlined, g++ sees a mismatch.
+  target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-mismatched-new-delete>)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/src)
   # The test may stand in for operations of the platform: its own definitions win over the libraries'.
   set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON)

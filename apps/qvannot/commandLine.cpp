@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <charconv>
+#include <optional>
+#include <string_view>
 #include <system_error>
 
 #include "annotationLegacy/version.h"
@@ -21,8 +23,12 @@ constexpr char const* Description =
       Writes one SVG page for each view and the migrated model as JSON into out/.
   qvannot migrate old/*.json -o out --drop-known-metadata --rasters images --force
       Migrates many documents, drops known metadata, takes images from images/, replaces what is in out/.
+  qvannot encode bracket.json -o bracket.qvs --stream-version 6.22
+      Writes the document as an object stream of that version, and names what the version cannot hold.
+  qvannot dump bracket.qvs --at 0x120
+      Shows the field of an object stream that holds byte 0x120; without --at, every field.
 
-Shows, checks and migrates legacy CAD annotations.)";
+Shows, checks and migrates legacy CAD annotations. Documents are JSON or object streams, told by their content.)";
 
 constexpr char const* Footer =
     R"(Exit codes: 0 all done; 1 done, with findings or views that are not migrated; 2 bad command line;
@@ -88,6 +94,60 @@ void addMigrate(CLI::App& app, MigrateCommand& command) {
   addStrict(migrate, command.m_isStrict);
 }
 
+void addFile(CLI::App& command, std::string& file) {
+  command.add_option("FILE", file, "Document; '-' reads standard input")->type_name("")->required();
+}
+
+/// Decimal, or hexadecimal behind "0x"; nothing else may stand in the text.
+std::optional<std::uint64_t> readOffset(std::string_view text) {
+  bool const isHexadecimal = text.starts_with("0x");
+  if (isHexadecimal) text.remove_prefix(2);
+  std::uint64_t offset = 0;
+  auto const result =
+      std::from_chars(text.data(), text.data() + text.size(), offset, isHexadecimal ? 16 : 10);
+  bool const isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size();
+  return isNumber ? std::optional(offset) : std::nullopt;
+}
+
+void addEncode(CLI::App& app, EncodeCommand& command) {
+  CLI::App& encode = *app.add_subcommand("encode", "Write a document as an object stream");
+  addFile(encode, command.m_file);
+  encode.add_option("-o,--output", command.m_output, "File for the result")->type_name("OUT")->required();
+  encode
+      .add_option_function<std::string>(
+          "--stream-version",
+          [&command](std::string const& text) {
+            std::uint32_t const version = qv::qvStreamVersion(text).GetPacked();
+            bool const isWritable =
+                version >= qvToolkit::OldestWritableVersion && version <= qvToolkit::NewestWritableVersion;
+            if (!isWritable) {
+              throw CLI::ValidationError("--stream-version",
+                                         "'" + text + "' cannot be written; choose from 6.13 to 6.27");
+            }
+            command.m_options.m_version = version;
+          },
+          "Version of the object stream, from 6.13 to 6.27")
+      ->type_name("X.Y")
+      ->required();
+  encode.add_flag("--views-only", command.m_options.m_viewsOnly, "Write no metadata object, only the views");
+  encode.add_flag("--force", command.m_force, "Replace a result that exists");
+  addStrict(encode, command.m_isStrict);
+}
+
+void addDump(CLI::App& app, DumpCommand& command) {
+  CLI::App& dump = *app.add_subcommand("dump", "Show the fields of an object stream, byte by byte");
+  addFile(dump, command.m_file);
+  dump.add_option_function<std::string>(
+          "--at",
+          [&command](std::string const& text) {
+            command.m_at = readOffset(text);
+            if (command.m_at.has_value()) return;
+            throw CLI::ValidationError("--at", "'" + text + "' is no offset; write it like 288 or 0x120");
+          },
+          "Show only the field that holds this byte, and its neighbours")
+      ->type_name("OFFSET");
+}
+
 std::string getVersionText() {
   return std::string("qvannot ") + qvAnnotationLegacy::Version::GetDescStringMajorMinorRelease(false);
 }
@@ -118,6 +178,10 @@ Command parseCommandLine(int count, char const* const* arguments) {
   MigrateCommand migrate;
   addInspect(app, inspect);
   addMigrate(app, migrate);
+  EncodeCommand encode;
+  DumpCommand dump;
+  addEncode(app, encode);
+  addDump(app, dump);
   try {
     app.parse(count, arguments);
   } catch (CLI::CallForHelp const&) {
@@ -129,6 +193,8 @@ Command parseCommandLine(int count, char const* const* arguments) {
     return makeError(app, error);
   }
   if (app.got_subcommand("inspect")) return requireFiles(std::move(inspect));
+  if (app.got_subcommand("encode")) return encode;
+  if (app.got_subcommand("dump")) return dump;
   return requireFiles(std::move(migrate));
 }
 

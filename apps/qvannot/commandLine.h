@@ -1,11 +1,14 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "toolkit/exitCode.h"
 #include "toolkit/migrationSession.h"
+#include "toolkit/streamEncoder.h"
 
 namespace qvannot {
 
@@ -26,13 +29,29 @@ struct MigrateCommand {
   bool m_isStrict = false;
 };
 
+/// "qvannot encode FILE -o OUT --stream-version X.Y"
+struct EncodeCommand {
+  std::string m_file;
+  std::string m_output;
+  qvToolkit::EncodingOptions m_options;
+  bool m_force = false;
+  bool m_isStrict = false;
+};
+
+/// "qvannot dump FILE"
+struct DumpCommand {
+  std::string m_file;
+  std::optional<std::uint64_t> m_at;  ///< show only the field at this byte
+  bool m_isStrict = false;
+};
+
 /// Nothing to run: the text answers the command line (help, version), or says what is wrong with it.
 struct Answer {
   std::string m_text;
   qvToolkit::ExitCode m_exitCode = qvToolkit::ExitDone;  ///< `ExitDone` for an answer, else an error
 };
 
-using Command = std::variant<Answer, InspectCommand, MigrateCommand>;
+using Command = std::variant<Answer, InspectCommand, MigrateCommand, EncodeCommand, DumpCommand>;
 
 Command parseCommandLine(int count, char const* const* arguments);
 

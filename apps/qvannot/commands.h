@@ -9,5 +9,7 @@ namespace qvannot {
 /// be initialised.
 void run(InspectCommand const& command, Reporter& reporter);
 void run(MigrateCommand const& command, Reporter& reporter);
+void run(EncodeCommand const& command, Reporter& reporter);
+void run(DumpCommand const& command, Reporter& reporter);
 
 }  // namespace qvannot

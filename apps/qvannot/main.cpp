@@ -2,25 +2,16 @@
 #include <exception>
 #include <new>
 
-#include "annotationLegacy/library.h"
 #include "commandLine.h"
 #include "commands.h"
 #include "interruption.h"
 #include "toolLog.h"
+#include "toolkit/librarySession.h"
 #include "toolkit/textEscape.h"
 
 namespace {
 
 using qvannot::Reporter;
-
-/// The library is ready for use for as long as this lives.
-class LibraryScope {
- public:
-  LibraryScope() { qv::initializeQvAnnotationLegacyLibrary(); }
-  ~LibraryScope() { qv::terminateQvAnnotationLegacyLibrary(); }
-  LibraryScope(LibraryScope const&) = delete;
-  LibraryScope& operator=(LibraryScope const&) = delete;
-};
 
 int execute(qvannot::Answer const& answer) {
   bool const isError = answer.m_exitCode != qvToolkit::ExitDone;
@@ -34,7 +25,7 @@ int execute(qvannot::Answer const& answer) {
 template <class Work>
 int execute(Work const& command) {
   qvannot::ToolLog const log;
-  LibraryScope const library;
+  qvToolkit::LibrarySession const library;
   Reporter reporter(command.m_isStrict);
   run(command, reporter);
   return reporter.finish();

@@ -21,6 +21,8 @@ class Reporter {
   void report(std::string const& path, qvToolkit::Findings const& findings);
   /// Counts the views of an opened document; reports why it could not be opened. True when it has any view.
   bool reportOpened(qvToolkit::Document const& document);
+  /// For work that does not depend on views: it is never nothing to do.
+  void expectNoViews() { m_hasViews = true; }
   /// Writes "qvannot: TEXT" to standard error and counts the code.
   void fail(qvToolkit::ExitCode code, std::string_view text);
   void count(qvToolkit::ExitCode code);

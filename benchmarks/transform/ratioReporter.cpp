@@ -50,7 +50,7 @@ void RatioReporter::ReportRuns(std::vector<Run> const& runs) {
     if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") continue;
     std::string const& name = run.run_name.function_name;
     std::string const row = firstParts(name, 3);
-    m_rows[row][name.substr(row.size() + 1)] = pointsOf(name) / run.GetAdjustedRealTime();
+    m_rows[row][name.substr(row.size() + 1)] = pointsOf(name) / run.GetAdjustedCPUTime();
   }
 }
 

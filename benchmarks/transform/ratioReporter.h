@@ -8,7 +8,7 @@
 
 namespace transformBenchmark {
 
-/// Prints points per nanosecond and ratios from the medians of a run. A benchmark is named
+/// Prints points per nanosecond of processor time and ratios from the medians of a run. A benchmark is named
 /// "precision/points/kind/way"; the ways of the same precision, points and kind make one row.
 class RatioReporter : public benchmark::BenchmarkReporter {
  public:

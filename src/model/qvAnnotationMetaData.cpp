@@ -8,8 +8,8 @@ namespace {
 
 using ViewList = decltype(qvAnnotationMetaData::m_views);
 
-/// Streams above this version (6.12) hold no legacy metadata objects.
-constexpr std::uint32_t LAST_SAVED_VERSION = 0x6000C;
+// KEEP: nothing is ever saved, but only streams above this version (6.12) are told so.
+constexpr std::uint32_t LAST_UNMARKED_VERSION = 0x6000C;
 
 /// Deep copies, in order; null entries stay null.
 ViewList copyViews(ViewList const& views) {
@@ -62,7 +62,7 @@ void qvAnnotationMetaData::PostLink() {
 }
 
 void qvAnnotationMetaData::Save(qv::qvBaseStream& stream) const {
-  if (ports::version(stream) > LAST_SAVED_VERSION) stream.setStreamError();
+  if (ports::version(stream) > LAST_UNMARKED_VERSION) stream.setStreamError();
 }
 
 bool qvAnnotationMetaData::Equals(qv::qvRttiInterface const* other) const {

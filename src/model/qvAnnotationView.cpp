@@ -8,8 +8,8 @@ namespace {
 
 using AnnotationList = decltype(qvAnnotationView::m_annotations);
 
-/// Streams above this version (6.26) hold no legacy views.
-constexpr std::uint32_t LAST_SAVED_VERSION = 0x6001A;
+// KEEP: nothing is ever saved, but only streams above this version (6.26) are told so.
+constexpr std::uint32_t LAST_UNMARKED_VERSION = 0x6001A;
 
 /// Deep copies, in order. Annotations of a kind that cannot be cloned are dropped, null entries stay null.
 AnnotationList cloneAnnotations(AnnotationList const& annotations) {
@@ -65,7 +65,7 @@ void qvAnnotationView::PostLink() {
 }
 
 void qvAnnotationView::Save(qv::qvBaseStream& stream) const {
-  if (ports::version(stream) > LAST_SAVED_VERSION) stream.setStreamError();
+  if (ports::version(stream) > LAST_UNMARKED_VERSION) stream.setStreamError();
 }
 
 bool qvAnnotationView::Equals(qv::qvRttiInterface const*) const {

@@ -94,8 +94,9 @@ struct Remainder {
 /// Maps whole blocks through the caches, as many as there are.
 template <class L, class Formula, class Real>
 [[gnu::always_inline]] inline void mapBlocks(Formula const& formula, Remainder<Real>& left) noexcept {
-  for (; left.count >= L::width; left.advance(L::width))
+  for (; left.count >= L::width; left.advance(L::width)) {
     mapBlock<L, StoreWay::cached>(formula, left.in, left.out);
+  }
 }
 
 /// Maps whole blocks past the caches once the output is aligned, as many as there are. Input is asked for

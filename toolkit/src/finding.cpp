@@ -16,7 +16,7 @@ struct CodeText {
 };
 
 /// In the order of the enumeration; the texts are stable, scripts filter by them.
-constexpr std::array<CodeText, 31> CodeTexts = {{
+constexpr auto CodeTexts = std::to_array<CodeText>({
     {FindingCode::InputUnreadable, "input.unreadable"},
     {FindingCode::InputTooLarge, "input.too-large"},
     {FindingCode::FormatUnknown, "input.unknown-format"},
@@ -38,6 +38,7 @@ constexpr std::array<CodeText, 31> CodeTexts = {{
     {FindingCode::StreamTrailing, "stream.trailing-bytes"},
     {FindingCode::StreamVersion, "stream.version"},
     {FindingCode::StreamMore, "stream.more"},
+    {FindingCode::StreamOffset, "stream.offset"},
     {FindingCode::ReaderMessage, "reader.message"},
     {FindingCode::RecordLost, "reader.record-lost"},
     {FindingCode::KeyIgnored, "reader.key-ignored"},
@@ -61,7 +62,7 @@ constexpr std::array<CodeText, 31> CodeTexts = {{
     {FindingCode::EncodingOrder, "encoding.order"},
     {FindingCode::OutputExists, "output.exists"},
     {FindingCode::OutputFailed, "output.failed"},
-}};
+});
 
 constexpr bool standInOrder() {
   for (std::size_t i = 0; i < CodeTexts.size(); ++i) {

@@ -89,7 +89,7 @@ void LossFinder::checkAnnotation(WalkedAnnotation const& walked) {
   m_address = walked.m_address;
   bool const isRaster = getRecordKind(walked.m_annotation) == 2;
   if (isRaster && !has(streamGates::Rasters)) {
-    lose(Severity::Error, "the raster is left out with all that it holds", streamGates::Rasters);
+    lose(Severity::Error, "the raster is left out, with everything below", streamGates::Rasters);
   } else if (getRecordKind(walked.m_annotation) == 0) {
     checkWhole(walked);
   } else {
@@ -108,7 +108,7 @@ void LossFinder::checkAnnotation(WalkedAnnotation const& walked) {
 void LossFinder::checkWhole(WalkedAnnotation const& walked) {
   if (walked.m_annotation != nullptr) {
     report(FindingCode::EncodingLoss, Severity::Error,
-           "the annotation is left out with all that it holds: it is neither a text nor a raster");
+           "the annotation is left out, with everything below: it is neither a text nor a raster");
   } else if (walked.m_depth == 0) {
     report(FindingCode::EncodingLoss, Severity::Warning,
            "the empty entry is left out: an object stream has none among the annotations of a view");
@@ -127,7 +127,7 @@ void LossFinder::checkShared(qvAnnotationInterface const& annotation) {
   }
   if (!has(streamGates::Children) && annotation.getSubAnnotsCount() > 0) {
     lose(Severity::Error,
-         countOf(annotation.getSubAnnotsCount(), "sub-annotation") + " left out with all that they hold",
+         countOf(annotation.getSubAnnotsCount(), "sub-annotation") + " left out, with everything below",
          streamGates::Children);
   }
   checkMetadata(annotation.m_metadata, streamGates::AnnotationMetadata);

@@ -18,18 +18,15 @@ constexpr double MaxPaperSize = 2000.0;
 /// Nor shorter, so that a view of extreme proportions stays visible.
 constexpr double MinPaperSize = 10.0;
 
-/// The page's rectangle, rounded outwards to thousandths of a millimetre.
-Extent getPageBox(Extent const& content) {
-  Extent const box = content.isEmpty() ? Extent{0.0, 0.0, 0.0, 0.0} : content;
-  return {std::floor((box.m_minX - Margin) * 1000.0) / 1000.0,
-          std::floor((box.m_minY - Margin) * 1000.0) / 1000.0,
-          std::ceil((box.m_maxX + Margin) * 1000.0) / 1000.0,
-          std::ceil((box.m_maxY + Margin) * 1000.0) / 1000.0};
-}
-
-/// A length of the page without the noise of a subtraction.
+/// A length or coordinate of the page without the noise of its computation; the margin has room for it.
 double roundLength(double length) {
   return std::round(length * 1000.0) / 1000.0;
+}
+
+Extent getPageBox(Extent const& content) {
+  Extent const box = content.isEmpty() ? Extent{0.0, 0.0, 0.0, 0.0} : content;
+  return {roundLength(box.m_minX - Margin), roundLength(box.m_minY - Margin),
+          roundLength(box.m_maxX + Margin), roundLength(box.m_maxY + Margin)};
 }
 
 std::string format(double number) {

@@ -31,9 +31,10 @@ void FontCatalog::releaseShared() {
 
 std::shared_ptr<FontFace const> FontCatalog::getFace(FontSource const& source) {
   std::scoped_lock const lock(m_mutex);
-  auto const [entry, isNew] = m_faces.try_emplace({source.m_path, source.m_index});
-  if (isNew) entry->second = FontFace::load(source);
-  return entry->second;
+  std::pair const key(source.m_path, source.m_index);
+  if (auto const known = m_faces.find(key); known != m_faces.end()) return known->second;
+  // Stored after loading: a face whose loading ran out of memory must be tried anew.
+  return m_faces.emplace(key, FontFace::load(source)).first->second;
 }
 
 }  // namespace qv::text

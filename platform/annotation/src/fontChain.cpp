@@ -76,9 +76,12 @@ FontLink const* FontChain::getLink(std::size_t position) {
 
 FontLink const* FontChain::findFont(std::u32string_view cluster) {
   if (m_primary != nullptr && hasCluster(*m_primary->m_face, cluster)) return m_primary;
-  auto const [entry, isNew] = m_found.try_emplace(std::u32string(cluster));
-  if (isNew) entry->second = searchFont(cluster);
-  return entry->second;
+  std::u32string key(cluster);
+  if (auto const known = m_found.find(key); known != m_found.end()) return known->second;
+  // Stored after the search: one that ran out of memory must not be remembered as "no font".
+  FontLink const* const font = searchFont(cluster);
+  m_found.emplace(std::move(key), font);
+  return font;
 }
 
 FontLink const* FontChain::searchFont(std::u32string_view cluster) {

@@ -10,19 +10,24 @@ namespace {
 constexpr unsigned FACE_MASK = 0xFFFF;
 constexpr unsigned INSTANCE_SHIFT = 16;
 
+struct FontDeleter {
+  void operator()(hb_font_t* font) const { hb_font_destroy(font); }
+};
+using FontHandle = std::unique_ptr<hb_font_t, FontDeleter>;
+
 /// A font with units per em as its scale, or null.
-hb_font_t* createFont(FontSource const& source) {
+FontHandle createFont(FontSource const& source) {
   hb_blob_t* const blob = hb_blob_create_from_file_or_fail(source.m_path.c_str());
   if (blob == nullptr) return nullptr;
   hb_face_t* const face = hb_face_create(blob, source.m_index & FACE_MASK);
   hb_blob_destroy(blob);
-  hb_font_t* font = nullptr;
+  FontHandle font;
   if (hb_face_get_glyph_count(face) > 0) {
-    font = hb_font_create(face);
-    hb_ot_font_set_funcs(font);
+    font.reset(hb_font_create(face));
+    hb_ot_font_set_funcs(font.get());
     unsigned const instance = source.m_index >> INSTANCE_SHIFT;
-    if (instance > 0) hb_font_set_var_named_instance(font, instance - 1);
-    hb_font_make_immutable(font);
+    if (instance > 0) hb_font_set_var_named_instance(font.get(), instance - 1);
+    hb_font_make_immutable(font.get());
   }
   hb_face_destroy(face);
   return font;
@@ -37,8 +42,11 @@ float getBlankWidth(hb_font_t* font) {
 }  // namespace
 
 std::shared_ptr<FontFace const> FontFace::load(FontSource const& source) {
-  hb_font_t* const font = createFont(source);
-  return font != nullptr ? std::shared_ptr<FontFace const>(new FontFace(font)) : nullptr;
+  FontHandle font = createFont(source);
+  if (font == nullptr) return nullptr;
+  std::unique_ptr<FontFace const> face(new FontFace(font.get()));
+  static_cast<void>(font.release());  // the face destroys it from here on
+  return face;
 }
 
 FontFace::FontFace(hb_font_t* font)

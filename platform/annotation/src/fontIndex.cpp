@@ -95,6 +95,10 @@ std::vector<std::string> getFamilies(FcPattern const* pattern) {
   }
 }
 
+struct PatternDeleter {
+  void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
+};
+
 FcCharSet const* getCharacters(FcPattern const* pattern) {
   FcCharSet* characters = nullptr;
   FcPatternGetCharSet(pattern, FC_CHARSET, 0, &characters);
@@ -158,17 +162,17 @@ std::vector<std::string> FontIndex::findMetricAliases(std::string const& family)
     if (entry.m_family == folded) aliases.emplace_back(entry.m_alias);
   }
   if (m_config == nullptr) return aliases;
-  FcPattern* const pattern = FcPatternCreate();
-  FcPatternAddString(pattern, FC_FAMILY, toFontconfig(family.c_str()));
-  FcConfigSubstitute(m_config.get(), pattern, FcMatchPattern);
+  std::unique_ptr<FcPattern, PatternDeleter> const pattern(FcPatternCreate());
+  FcPatternAddString(pattern.get(), FC_FAMILY, toFontconfig(family.c_str()));
+  FcConfigSubstitute(m_config.get(), pattern.get(), FcMatchPattern);
   // A metric-compatible alias is bound as firmly as the name that was asked for; all other suggestions are
   // weak.
   FcValue value;
   FcValueBinding binding = FcValueBindingWeak;
-  for (int i = 0; FcPatternGetWithBinding(pattern, FC_FAMILY, i, &value, &binding) == FcResultMatch; ++i) {
+  for (int i = 0; FcPatternGetWithBinding(pattern.get(), FC_FAMILY, i, &value, &binding) == FcResultMatch;
+       ++i) {
     if (binding != FcValueBindingWeak) aliases.emplace_back(fromFontconfig(value.u.s));
   }
-  FcPatternDestroy(pattern);
   return aliases;
 }
 

@@ -1,6 +1,7 @@
 // Construction and destruction of the item classes: one place that holds their virtual tables.
 
 #include <cmath>
+#include <new>
 #include <utility>
 
 #include "qvSvg/image.h"
@@ -30,11 +31,15 @@ Node::Node() = default;
 /// A very deep tree is released from a work list, since one destructor inside another would use up the stack.
 Node::~Node() {
   Children released;
-  takeUnshared(m_children, released);
-  while (!released.empty()) {
-    std::shared_ptr<ItemInterface> const item = std::move(released.back());
-    released.pop_back();
-    if (item->getKind() == ItemKind::Node) takeUnshared(static_cast<Node&>(*item).m_children, released);
+  try {
+    takeUnshared(m_children, released);
+    while (!released.empty()) {
+      std::shared_ptr<ItemInterface> const item = std::move(released.back());
+      released.pop_back();
+      if (item->getKind() == ItemKind::Node) takeUnshared(static_cast<Node&>(*item).m_children, released);
+    }
+  } catch (std::bad_alloc const&) {
+    // Without memory for the list, what is left is released by one destructor inside another.
   }
 }
 

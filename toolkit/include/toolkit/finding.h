@@ -36,6 +36,7 @@ enum class FindingCode : std::uint8_t {
   StreamTrailing,      ///< bytes behind the last object
   StreamVersion,       ///< newer than every known version, or none that can be written
   StreamMore,          ///< how many problems of the stream are not listed
+  StreamOffset,        ///< an asked offset that lies beyond the end
   // reading
   ReaderMessage,        ///< the exact text of one message of the readers; severity by what it cost
   RecordLost,           ///< annotation records that the reader passed over

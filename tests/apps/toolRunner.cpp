@@ -1,0 +1,96 @@
+#include "toolRunner.h"
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
+namespace qvTest {
+
+namespace {
+
+std::string readAll(std::filesystem::path const& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void redirect(std::string const& path, int flags, int to) {
+  int const file = open(path.c_str(), flags, 0600);
+  if (file < 0 || dup2(file, to) < 0) _exit(126);
+  close(file);
+}
+
+[[noreturn]] void becomeTool(std::vector<std::string> const& arguments, ToolSetting const& setting,
+                             Workplace const& place) {
+  redirect(place.getPath("in"), O_RDONLY, STDIN_FILENO);
+  std::string const output =
+      setting.m_standardOutput.empty() ? place.getPath("out") : setting.m_standardOutput;
+  redirect(output, O_WRONLY | O_CREAT, STDOUT_FILENO);
+  redirect(place.getPath("err"), O_WRONLY | O_CREAT, STDERR_FILENO);
+  if (setting.m_maxMemoryMiB != 0) {
+    rlimit const limit{setting.m_maxMemoryMiB << 20, setting.m_maxMemoryMiB << 20};
+    setrlimit(RLIMIT_AS, &limit);
+  }
+  for (auto const& [name, value] : setting.m_environment) setenv(name.c_str(), value.c_str(), 1);
+  std::vector<char*> pointers = {const_cast<char*>(QVANNOT_PATH)};
+  for (std::string const& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
+  pointers.push_back(nullptr);
+  execv(QVANNOT_PATH, pointers.data());
+  _exit(127);
+}
+
+}  // namespace
+
+ToolRun runTool(std::vector<std::string> const& arguments, ToolSetting const& setting) {
+  Workplace const place;
+  static_cast<void>(place.write("in", setting.m_input));
+  pid_t const child = fork();
+  if (child == 0) becomeTool(arguments, setting, place);
+  int status = 0;
+  waitpid(child, &status, 0);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, place.read("out"), place.read("err")};
+}
+
+Workplace::Workplace() {
+  std::string pattern = (std::filesystem::temp_directory_path() / "qvannot-tool-XXXXXX").string();
+  m_path = mkdtemp(pattern.data());
+}
+
+Workplace::~Workplace() {
+  std::error_code ignored;
+  std::filesystem::remove_all(m_path, ignored);
+}
+
+std::string Workplace::write(std::string const& name, std::string_view bytes) const {
+  std::filesystem::create_directories((m_path / name).parent_path());
+  std::ofstream(m_path / name, std::ios::binary) << bytes;
+  return getPath(name);
+}
+
+std::string Workplace::read(std::string const& name) const {
+  return readAll(m_path / name);
+}
+
+std::vector<std::string> Workplace::list(std::string const& folder) const {
+  std::vector<std::string> names;
+  if (!std::filesystem::is_directory(m_path / folder)) return names;
+  for (auto const& entry : std::filesystem::directory_iterator(m_path / folder)) {
+    names.push_back(entry.path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::string makeDocument(std::string_view extra, std::string_view viewMetadata) {
+  return R"({"views":[{"ver":"6.27","name":"front","origin":[0,0,0],"normal":[0,0,1],"axis":[1,0,0],"metadata":)" +
+         std::string(viewMetadata) + R"(,"annotations":[{"name":"note","type":"text",)" + std::string(extra) +
+         R"("position":[1,2,0],"defaulttextprop":{"font":"Liberation Sans","heightem":1},)"
+         R"("lines":[[{"text":"plain"}]]}]}]})";
+}
+
+}  // namespace qvTest

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qvTest {
+
+/// What one run of the tool left.
+struct ToolRun {
+  int m_exitCode = -1;  ///< -1 when a signal ended it
+  std::string m_output;
+  std::string m_errors;
+};
+
+/// How the tool is run.
+struct ToolSetting {
+  std::map<std::string, std::string> m_environment;
+  std::string m_input;               ///< for standard input
+  std::string m_standardOutput;      ///< a file for standard output instead of a pipe, such as /dev/full
+  std::uint64_t m_maxMemoryMiB = 0;  ///< 0: no limit
+};
+
+ToolRun runTool(std::vector<std::string> const& arguments, ToolSetting const& setting = {});
+
+/// A folder of its own for one test, with documents in it.
+class Workplace {
+ public:
+  Workplace();
+  ~Workplace();
+  Workplace(Workplace const&) = delete;
+  Workplace& operator=(Workplace const&) = delete;
+  std::string getPath(std::string const& name) const { return (m_path / name).string(); }
+  /// Writes a file and returns its path.
+  std::string write(std::string const& name, std::string_view bytes) const;
+  std::string read(std::string const& name) const;
+  std::vector<std::string> list(std::string const& folder) const;
+
+ private:
+  std::filesystem::path m_path;
+};
+
+/// A document of one view with one text annotation in a font that is installed; `extra` are further members
+/// of the annotation, each with a comma behind it.
+std::string makeDocument(std::string_view extra = {}, std::string_view viewMetadata = "{}");
+
+}  // namespace qvTest
