@@ -7,6 +7,7 @@ target_sources(
           src/textEscape.cpp
           src/document.cpp
           src/documentShape.cpp
+          src/documentTransform.cpp
           src/inputFile.cpp
           src/inspection.cpp
           src/inspectionJson.cpp
@@ -22,6 +23,7 @@ target_sources(
           src/readAudit.cpp
           src/readerMessages.cpp
           src/readRules.cpp
+          src/transformWords.cpp
           src/utf8.cpp
           src/variantJson.cpp)
 target_link_libraries(qva_toolkit PRIVATE simdjson::simdjson)

@@ -40,7 +40,7 @@ TEST(OutputStreams, CarryNoControlCharacterOfADocument) {
   }
 }
 
-TEST(OutputStreams, ShowHelpWithThreeExamplesFirst) {
+TEST(OutputStreams, ShowHelpWithWorkedExamplesFirst) {
   ToolRun const run = runTool({"--help"});
   EXPECT_EQ(run.m_exitCode, qvToolkit::ExitDone);
   EXPECT_EQ(run.m_errors, "");
@@ -50,7 +50,7 @@ TEST(OutputStreams, ShowHelpWithThreeExamplesFirst) {
   for (std::size_t at = run.m_output.find("\n  qvannot "); at < usage; ++examples) {
     at = run.m_output.find("\n  qvannot ", at + 1);
   }
-  EXPECT_EQ(examples, 3U);
+  EXPECT_GE(examples, 3U);
 }
 
 TEST(OutputStreams, ShowTheHelpOfEachCommand) {

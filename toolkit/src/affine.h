@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <limits>
 #include <optional>
 
@@ -23,7 +24,10 @@ struct Affine {
   double m_a = 1.0, m_b = 0.0, m_c = 0.0, m_d = 1.0, m_e = 0.0, m_f = 0.0;
 
   static Affine fromMatrix(Wm4::Matrix3<float> const& m) {
-    return {m(0, 0), m(1, 0), m(0, 1), m(1, 1), m(0, 2), m(1, 2)};
+    auto const get = [&m](std::size_t row, std::size_t column) {
+      return static_cast<double>(m(row, column));
+    };
+    return {get(0, 0), get(1, 0), get(0, 1), get(1, 1), get(0, 2), get(1, 2)};
   }
 
   PagePoint apply(PagePoint const& p) const {

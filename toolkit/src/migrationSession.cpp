@@ -30,8 +30,27 @@ void addLogRecords(MigratedView const& view, std::string const& address, Finding
   }
 }
 
+/// Whether any annotation has more than `limit` levels of sub-annotations. Goes level by level, so that depth
+/// costs no stack.
+bool isDeeperThan(qvLegacy::qvAnnotationView const& view, std::size_t limit) {
+  using Level = std::vector<qvLegacy::qvAnnotationInterface const*>;
+  Level level(view.m_annotations.begin(), view.m_annotations.end());
+  for (std::size_t depth = 0; depth <= limit; ++depth) {
+    Level next;
+    for (auto const* annotation : level) {
+      if (annotation == nullptr) continue;
+      for (auto const& child : annotation->getSubAnnots()) next.push_back(child.m_annot);
+    }
+    level = std::move(next);
+  }
+  return !level.empty();
+}
+
 /// What stopped the view: the first record, or what the reader said last.
 std::string findReason(LoadedView const& loaded, MigratedView const& view) {
+  if (loaded.m_view != nullptr && isDeeperThan(*loaded.m_view, MigrationOptions::MaxDepth)) {
+    return "its sub-annotations are nested more than 200 levels deep";
+  }
   if (!view.m_log.empty()) return view.m_log.front();
   if (loaded.m_view != nullptr) return "the migration gave no reason";
   return loaded.m_messages.empty() ? "the reader refused it"
@@ -97,7 +116,7 @@ MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t
   view.m_name = loaded.m_name;
   std::string const address = getViewAddress(index);
   FindingList findings;
-  if (loaded.m_view != nullptr) {
+  if (loaded.m_view != nullptr && !isDeeperThan(*loaded.m_view, MigrationOptions::MaxDepth)) {
     MigrationLog log;
     qvLegacy::qvAnnotationMigration migration(m_options.m_dropped, &RasterFolder::deliver, &m_rasters,
                                               m_options.m_headSize);

@@ -188,8 +188,11 @@ void StreamDocumentReader::addView(qvAnnotationView& view) {
 
 void StreamDocumentReader::addProblem(qv::qvStreamProblem const& problem) {
   bool const isOfObject = !problem.m_typeName.empty() || problem.m_objectId != 0;
+  // These two are told at the object's header, which may begin where another object's payload ends.
+  bool const isOfHeader = problem.m_kind == Kind::Id || problem.m_kind == Kind::UnknownType;
   std::string address;
-  qv::qvLoadedObject const* const object = isOfObject ? findObjectAt(problem.m_offset) : nullptr;
+  qv::qvLoadedObject const* const object =
+      isOfObject && !isOfHeader ? findObjectAt(problem.m_offset) : nullptr;
   if (object != nullptr) {
     auto const entry = m_addresses.find(dynamic_cast<qvAnnotationView const*>(object->m_object.get()));
     if (entry != m_addresses.end()) address = entry->second;

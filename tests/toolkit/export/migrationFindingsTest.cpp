@@ -76,6 +76,25 @@ TEST(MigrationSession, MarksEachAnnotationWithItsAddress) {
   EXPECT_EQ(migrated.m_marks.at(sub).m_name, "child");
 }
 
+/// A text with `depth` levels of sub-annotations.
+Text makeDeepText(std::size_t depth) {
+  Text text = makeLegacyText("a");
+  for (std::size_t level = 0; level < depth; ++level) {
+    Text const parent = makeLegacyText("a");
+    addChild(*parent, text.get(), qvAnnotationInterface::RightCenter);
+    text = parent;
+  }
+  return text;
+}
+
+TEST(MigrationSession, MigratesUpTo200LevelsOfSubAnnotations) {
+  EXPECT_NE(migrate(makeViewOf(makeDeepText(200).get())).m_view, nullptr);
+  MigratedView const view = migrate(makeViewOf(makeDeepText(201).get()));
+  EXPECT_EQ(view.m_view, nullptr);
+  EXPECT_EQ(getOnly(view, FindingCode::ViewNotMigrated).m_text,
+            "view 'front' is not migrated: its sub-annotations are nested more than 200 levels deep");
+}
+
 TEST(MigrationFindings, NameTheOptionsThatAMigrationLacks) {
   Text const text = makeLegacyText("a");
   text->m_metadata["NOA"] = 1;

@@ -44,7 +44,8 @@ TEST_F(DocumentTest, ExplainsEachBadInputInOneLine) {
        "f:1:1: error: found text of 16 or 32 bits a character, expected JSON in UTF-8 "
        "[input.unknown-format]"},
       {"qvStream\1", FindingCode::StreamBroken,
-       "f: error: byte 8: expected the stream version of 4 bytes, found 1 byte before the end of the document "
+       "f: error: byte 8: expected the stream version of 4 bytes, found 1 byte before the end of the "
+       "document "
        "[stream.broken]"},
       {"{\"views\": [\n{\"ver\": \"6.2", FindingCode::JsonBroken,
        "f:2:13: error: no valid JSON: found the end of the text, expected the closing quote of the string "

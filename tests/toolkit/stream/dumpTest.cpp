@@ -1,6 +1,6 @@
 #include "toolkit/streamDump.h"
 
-#include <filesystem>
+#include <algorithm>
 
 #include "modelGenerator.h"
 #include "streamTest.h"
@@ -90,7 +90,7 @@ TEST_F(Dump, ShowsEachFieldWithOffsetBytesPathValueAndGate) {
              "00000010  05 00 00 00                             object[0].id = 5",
              "00000014  17 00 00 00                             object[0].type.length = 23",
              "00000018  71 76 43 6f 72 65 2e 71 76 41 6e 6e ..  object[0].type = \"qvCore.qvAnnotationView\"",
-             "0000002f  83 00 00 00 00 00 00 00                 object[0].payloadSize = 131",
+             "0000002f  77 00 00 00 00 00 00 00                 object[0].payloadSize = 119",
              "00000037  01 00 00 00                             object[0].name.length = 1",
              "0000003b  56                                      object[0].name = \"V\"",
              "0000003c  00 00 80 3f 00 00 00 40 00 00 40 40     object[0].planeOrigin = (1, 2, 3)",
@@ -157,7 +157,7 @@ TEST_F(Dump, CoversEveryByteOfGoodDocumentsWithoutABreak) {
 }
 
 TEST_F(Dump, OfADocumentCutAtAnyByteGoesUpToTheBreakAndSaysWhatWasExpected) {
-  for (std::uint32_t const version : {0x6000DU, 0x60010U, 0x6001BU}) {
+  for (std::uint32_t const version : {0x60010U, 0x6001BU}) {
     std::string const whole = makeSample(version);
     std::vector<StreamField> const all = walk(whole);
     for (std::size_t length = 8; length < whole.size(); ++length) {
@@ -166,7 +166,8 @@ TEST_F(Dump, OfADocumentCutAtAnyByteGoesUpToTheBreakAndSaysWhatWasExpected) {
       expectCovered(fields, length);
       ASSERT_LE(fields.size(), all.size());
       for (std::size_t i = 0; i + 1 < fields.size(); ++i) {
-        ASSERT_EQ(formatField(fields[i], cut), formatField(all[i], whole)) << length;
+        ASSERT_EQ(fields[i].m_path, all[i].m_path) << length;
+        ASSERT_EQ(fields[i].m_value, all[i].m_value) << length;
       }
       ASSERT_EQ(fields.back().m_state, State::Break) << length;
       ASSERT_EQ(fields.back().m_path, all[fields.size() - 1].m_path) << length;
@@ -196,8 +197,8 @@ TEST_F(Dump, BreaksWhereTheReaderRunsShort) {
 }
 
 TEST_F(Dump, StaysWithinADocumentWithAnyByteFlipped) {
-  for (std::uint32_t const version : {0x6000DU, 0x6001BU}) {
-    std::string bytes = makeSample(version);
+  for (char const* const name : {"bracket_6.13.qvs", "image_sheet_6.27.qvs"}) {
+    std::string bytes = readFile(std::string(QVA_EXAMPLES) + "/binary/" + name);
     for (std::size_t i = 8; i < bytes.size(); ++i) {
       char const before = bytes[i];
       for (int const change : {0xFF, 0x01, 0x80}) {
@@ -304,10 +305,10 @@ TEST_F(Dump, WalksTreesOfAnyDepthAndShortensTheirPaths) {
   head.text("").u32(0).u32(0).point(0, 0, 0).raw("\xff\xff\xff\x01").u32(1).u8(1).u8(1);
   Bytes view;
   view.text("v").point(0, 0, 0).point(0, 0, 1).point(1, 0, 0).u32(1).u32(0);
-  for (int i = 0; i < 50000; ++i) view.raw(head.get());
+  for (int i = 0; i < 20000; ++i) view.raw(head.get());
   std::string const bytes = beginDocument(0x60016, 1).raw(makeObject(2, ViewType, view.get())).get();
   StreamField const field = findBreak(bytes);
-  EXPECT_NE(field.m_path.find("(49986 levels)"), std::string::npos) << field.m_path;
+  EXPECT_NE(field.m_path.find("(19986 levels)"), std::string::npos) << field.m_path;
   EXPECT_LT(field.m_path.size(), 200U);
 }
 
@@ -321,6 +322,19 @@ TEST_F(Dump, AtAnOffsetShowsItsFieldAndTheNeighbours) {
   EXPECT_EQ(result.m_failure, ExitUsage);
   ASSERT_EQ(result.m_findings.size(), 1U);
   EXPECT_EQ(result.m_findings[0].m_code, FindingCode::StreamOffset);
+}
+
+TEST_F(Dump, GivesWhatTheFormatPageShows) {
+  Lines const all = dump(readFile(std::string(QVA_EXAMPLES) + "/binary/image_sheet_6.22.qvs"));
+  std::ifstream page(std::string(QVA_EXAMPLES) + "/../docs/formats/object-stream.md");
+  int count = 0;
+  for (std::string line; std::getline(page, line);) {
+    bool const isField = line.size() > 10 && line.find_first_not_of("0123456789abcdef") == 8;
+    if (!isField || line.find("BREAK") != std::string::npos) continue;
+    EXPECT_NE(std::find(all.begin(), all.end(), line), all.end()) << line;
+    ++count;
+  }
+  EXPECT_GT(count, 50);
 }
 
 TEST_F(Dump, RefusesWhatIsNoObjectStream) {

@@ -16,6 +16,10 @@ using qvLegacy::qvAnnotationView;
 class Encoder : public StreamTest {
  protected:
   Encoder() { addView(); }
+  void TearDown() override {
+    m_document.m_views.clear();
+    StreamTest::TearDown();
+  }
 
   qvAnnotationView& addView() {
     LoadedView loaded;
@@ -41,11 +45,11 @@ class Encoder : public StreamTest {
   EncodedDocument m_encoded;
 };
 
-qvAnnotationText::TextSegment makeRun(std::string_view text, std::uint8_t type = 0) {
-  qvAnnotationText::TextSegment run;
+/// A text of one run. Copies of runs end at a zero character, so it is made in its place.
+void setRun(qvAnnotationText& text, std::string_view content, std::uint8_t type = 0) {
+  auto& run = text.m_lines.emplace_back().emplace_back();
   run.m_type = static_cast<qvAnnotationText::TextSegment::SegmentType>(type);
-  if (!text.empty()) run.setText(text.data(), text.size());
-  return run;
+  run.setText(content.data(), content.size());
 }
 
 TEST_F(Encoder, WritesContainerMetadataAndViewsByteForByte) {
@@ -54,7 +58,7 @@ TEST_F(Encoder, WritesContainerMetadataAndViewsByteForByte) {
   auto& text = add<qvAnnotationText>();
   text.m_name = "n";
   text.m_style = 0x21;
-  text.m_lines.emplace_back().push_back(makeRun("ab", 2));
+  setRun(text, "ab", 2);
   std::string const payload = Bytes()
                                   .text("v")
                                   .point(0, 0, 0)
@@ -93,7 +97,7 @@ TEST_F(Encoder, WritesTheOldTextInItsOwnOrder) {
   text.m_style = 0x0B;
   text.m_name = "n";
   text.m_leaders.emplace_back(Wm4::Vector3<float>(1, 2, 3));
-  text.m_lines.emplace_back().push_back(makeRun("ab"));
+  setRun(text, "ab");
   auto const record = [](bool hasName, std::uint8_t last) {
     Bytes bytes;
     bytes.text("").point(0, 0, 0).point(0, 0, 1).point(1, 0, 0).u32(1);
@@ -125,7 +129,7 @@ TEST_F(Encoder, NamesWhatATextLosesAtTheOldestVersion) {
   text.m_leaders[1].m_head = 2;
   text.m_measures.resize(2);
   text.m_metadata["k"] = 1;
-  text.m_lines.emplace_back().push_back(makeRun(std::string_view("a\0b", 3), 2));
+  setRun(text, std::string_view("a\0b", 3), 2);
   text.editSubAnnots().emplace_back().m_annot = new qvAnnotationText;
   m_document.m_views[0].m_view->m_metadata["k"] = 1;
   std::string const has = ": stream version 6.13 has no ";

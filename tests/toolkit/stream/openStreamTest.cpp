@@ -93,7 +93,7 @@ TEST_F(OpenStream, TellsOfLinksThatLeadToNoView) {
   std::string const of = "object 1 (qvCore.qvAnnotationMetadata), byte ";
   EXPECT_EQ(describeFindings(document),
             Lines({"f: warning: " + of + "71: expected 2 links to views, found none [stream.link]",
-                   "f: warning: object 9 (qvCore.qvMesh), byte 207: unknown type; object of 4 bytes skipped "
+                   "f: warning: object 9 (qvCore.qvMesh), byte 183: unknown type; object of 4 bytes skipped "
                    "[stream.unknown-type]",
                    "f: error: " + of +
                        "75: expected a link to an object of another type, found object 1 of type "

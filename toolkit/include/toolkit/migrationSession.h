@@ -21,6 +21,10 @@ struct MigrationOptions {
   /// of 3.5 mm.
   static constexpr float DefaultHeadSize = 3.0F;
 
+  /// Levels of sub-annotations that a view may have: common readers of XML refuse a page beyond 256 nested
+  /// groups.
+  static constexpr std::size_t MaxDepth = 200;
+
   int m_dropped = 0;  ///< bits of `qvLegacy::qvAnnotationMigration::Option`
   float m_headSize = DefaultHeadSize;
   std::string m_rasterFolder;  ///< empty: no raster can be delivered
