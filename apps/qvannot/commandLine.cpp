@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "annotationLegacy/version.h"
+#include "toolkit/documentTransform.h"
 #include "toolkit/textEscape.h"
 
 namespace qvannot {
@@ -25,6 +26,8 @@ constexpr char const* Description =
       Migrates many documents, drops known metadata, takes images from images/, replaces what is in out/.
   qvannot encode bracket.json -o bracket.qvs --stream-version 6.22
       Writes the document as an object stream of that version, and names what the version cannot hold.
+  qvannot transform bracket.json -o moved.qvs --rotate z 90
+      Turns a whole document by 90 degrees about the z axis and writes it as an object stream.
   qvannot dump bracket.qvs --at 0x120
       Shows the field of an object stream that holds byte 0x120; without --at, every field.
 
@@ -109,14 +112,11 @@ std::optional<std::uint64_t> readOffset(std::string_view text) {
   return isNumber ? std::optional(offset) : std::nullopt;
 }
 
-void addEncode(CLI::App& app, EncodeCommand& command) {
-  CLI::App& encode = *app.add_subcommand("encode", "Write a document as an object stream");
-  addFile(encode, command.m_file);
-  encode.add_option("-o,--output", command.m_output, "File for the result")->type_name("OUT")->required();
-  encode
+CLI::Option* addStreamVersion(CLI::App& command, qvToolkit::EncodingOptions& options) {
+  return command
       .add_option_function<std::string>(
           "--stream-version",
-          [&command](std::string const& text) {
+          [&options](std::string const& text) {
             std::uint32_t const version = qv::qvStreamVersion(text).GetPacked();
             bool const isWritable =
                 version >= qvToolkit::OldestWritableVersion && version <= qvToolkit::NewestWritableVersion;
@@ -124,14 +124,61 @@ void addEncode(CLI::App& app, EncodeCommand& command) {
               throw CLI::ValidationError("--stream-version",
                                          "'" + text + "' cannot be written; choose from 6.13 to 6.27");
             }
-            command.m_options.m_version = version;
+            options.m_version = version;
           },
           "Version of the object stream, from 6.13 to 6.27")
-      ->type_name("X.Y")
-      ->required();
-  encode.add_flag("--views-only", command.m_options.m_viewsOnly, "Write no metadata object, only the views");
-  encode.add_flag("--force", command.m_force, "Replace a result that exists");
-  addStrict(encode, command.m_isStrict);
+      ->type_name("X.Y");
+}
+
+/// Where a command's input comes from and where its object stream goes.
+void addEncodedOutput(CLI::App& app, EncodeCommand& command) {
+  addFile(app, command.m_file);
+  app.add_option("-o,--output", command.m_output, "File for the result")->type_name("OUT")->required();
+  app.add_flag("--views-only", command.m_options.m_viewsOnly, "Write no metadata object, only the views");
+  app.add_flag("--force", command.m_force, "Replace a result that exists");
+  addStrict(app, command.m_isStrict);
+}
+
+void addEncode(CLI::App& app, EncodeCommand& command) {
+  CLI::App& encode = *app.add_subcommand("encode", "Write a document as an object stream");
+  addEncodedOutput(encode, command);
+  addStreamVersion(encode, command.m_options)->required();
+}
+
+struct TransformOption {
+  char const* m_name;
+  qvToolkit::TransformKind m_kind;
+  char const* m_words;
+  char const* m_help;
+};
+
+constexpr TransformOption TransformOptions[] = {
+    {"--matrix", qvToolkit::TransformKind::Matrix, "M00 ... M23",
+     "Three rows of four numbers for column vectors, or all 16"},
+    {"--translate", qvToolkit::TransformKind::Translate, "X Y Z", "Move by a vector"},
+    {"--scale", qvToolkit::TransformKind::Scale, "S | X Y Z", "Scale about the origin"},
+    {"--rotate", qvToolkit::TransformKind::Rotate, "AXIS DEG",
+     "Turn about the axis x, y or z, counter-clockwise"},
+};
+
+void addTransform(CLI::App& app, TransformCommand& command) {
+  CLI::App& transform =
+      *app.add_subcommand("transform", "Move a whole document, written as an object stream");
+  addEncodedOutput(transform, command);
+  addStreamVersion(transform, command.m_options);
+  CLI::Option_group& kinds = *transform.add_option_group("Transformation");
+  for (TransformOption const& option : TransformOptions) {
+    kinds
+        .add_option_function<std::vector<std::string>>(
+            option.m_name,
+            [&command, &option](std::vector<std::string> const& words) {
+              std::string const problem = readTransform(option.m_kind, words, command.m_transformation);
+              if (!problem.empty()) throw CLI::ValidationError(option.m_name, problem);
+            },
+            option.m_help)
+        ->type_name(option.m_words);
+  }
+  kinds.require_option(1);
 }
 
 void addDump(CLI::App& app, DumpCommand& command) {
@@ -152,10 +199,17 @@ std::string getVersionText() {
   return std::string("qvannot ") + qvAnnotationLegacy::Version::GetDescStringMajorMinorRelease(false);
 }
 
-Answer makeError(CLI::App const& app, CLI::ParseError const& error) {
+/// The first word when it is no command; CLI11 only says that one is missing.
+std::string findUnknownCommand(CLI::App const& app, int count, char const* const* arguments) {
+  if (count < 2 || arguments[1][0] == '-' || !app.get_subcommands().empty()) return {};
+  return "there is no command '" + std::string(arguments[1]) + "'";
+}
+
+Answer makeError(CLI::App const& app, std::string const& unknownCommand, CLI::ParseError const& error) {
   auto const chosen = app.get_subcommands();
   std::string const command = chosen.empty() ? "qvannot" : "qvannot " + chosen.front()->get_name();
-  return {"qvannot: " + qvToolkit::escapeTerminal(error.what()) + "\nRun '" + command +
+  std::string const problem = unknownCommand.empty() ? error.what() : unknownCommand;
+  return {"qvannot: " + qvToolkit::escapeTerminal(problem) + "\nRun '" + command +
               " --help' to see what it takes.\n",
           qvToolkit::ExitUsage};
 }
@@ -181,6 +235,8 @@ Command parseCommandLine(int count, char const* const* arguments) {
   EncodeCommand encode;
   DumpCommand dump;
   addEncode(app, encode);
+  TransformCommand transform;
+  addTransform(app, transform);
   addDump(app, dump);
   try {
     app.parse(count, arguments);
@@ -190,10 +246,11 @@ Command parseCommandLine(int count, char const* const* arguments) {
   } catch (CLI::CallForVersion const&) {
     return Answer{getVersionText() + "\n", qvToolkit::ExitDone};
   } catch (CLI::ParseError const& error) {
-    return makeError(app, error);
+    return makeError(app, findUnknownCommand(app, count, arguments), error);
   }
   if (app.got_subcommand("inspect")) return requireFiles(std::move(inspect));
   if (app.got_subcommand("encode")) return encode;
+  if (app.got_subcommand("transform")) return transform;
   if (app.got_subcommand("dump")) return dump;
   return requireFiles(std::move(migrate));
 }

@@ -9,6 +9,7 @@
 #include "toolkit/exitCode.h"
 #include "toolkit/migrationSession.h"
 #include "toolkit/streamEncoder.h"
+#include "transform/qvGenericTransformation.h"
 
 namespace qvannot {
 
@@ -38,6 +39,11 @@ struct EncodeCommand {
   bool m_isStrict = false;
 };
 
+/// "qvannot transform FILE -o OUT --translate X Y Z": a moved document, written like an encoded one
+struct TransformCommand : EncodeCommand {
+  qv::qvGenericTransformation<float> m_transformation;
+};
+
 /// "qvannot dump FILE"
 struct DumpCommand {
   std::string m_file;
@@ -51,7 +57,8 @@ struct Answer {
   qvToolkit::ExitCode m_exitCode = qvToolkit::ExitDone;  ///< `ExitDone` for an answer, else an error
 };
 
-using Command = std::variant<Answer, InspectCommand, MigrateCommand, EncodeCommand, DumpCommand>;
+using Command =
+    std::variant<Answer, InspectCommand, MigrateCommand, EncodeCommand, TransformCommand, DumpCommand>;
 
 Command parseCommandLine(int count, char const* const* arguments);
 

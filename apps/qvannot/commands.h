@@ -10,6 +10,7 @@ namespace qvannot {
 void run(InspectCommand const& command, Reporter& reporter);
 void run(MigrateCommand const& command, Reporter& reporter);
 void run(EncodeCommand const& command, Reporter& reporter);
+void run(TransformCommand const& command, Reporter& reporter);
 void run(DumpCommand const& command, Reporter& reporter);
 
 }  // namespace qvannot

@@ -13,6 +13,9 @@ namespace {
 class Measure {
  public:
   void addNumber(float number) { m_isDrawable = m_isDrawable && isDrawable(number); }
+  void addPoint(Wm4::Vector2<float> const& point) {
+    addPoint(static_cast<double>(point.X()), static_cast<double>(point.Y()));
+  }
   void addPoint(double x, double y) {
     if (isDrawable(PagePoint{x, y})) {
       m_extent.add(PagePoint{x, y});
@@ -21,9 +24,8 @@ class Measure {
     }
   }
   void addBox(Wm4::Vector2<float> const& origin, Wm4::Vector2<float> const& size) {
-    addPoint(origin.X(), origin.Y());
-    addPoint(static_cast<double>(origin.X()) + static_cast<double>(size.X()),
-             static_cast<double>(origin.Y()) + static_cast<double>(size.Y()));
+    addPoint(origin);
+    addPoint(origin + size);
   }
   std::optional<Extent> getResult() const { return m_isDrawable ? std::optional(m_extent) : std::nullopt; }
 
@@ -33,23 +35,19 @@ class Measure {
 };
 
 void measureSegment(qv::svg::PathSegment const& segment, Measure& measure) {
-  double const x = segment.m_point.X();
-  double const y = segment.m_point.Y();
   if (segment.m_kind == qv::svg::PathSegment::Kind::Line) {
-    measure.addPoint(x, y);
+    measure.addPoint(segment.m_point);
     return;
   }
-  double const radiusX = segment.m_radii.X();
-  double const radiusY = segment.m_radii.Y();
-  measure.addPoint(x - radiusX, y - radiusY);
-  measure.addPoint(x + radiusX, y + radiusY);
+  measure.addPoint(segment.m_point - segment.m_radii);
+  measure.addPoint(segment.m_point + segment.m_radii);
   measure.addNumber(segment.m_startAngle);
   measure.addNumber(segment.m_endAngle);
 }
 
 void measurePath(qv::svg::Path const& path, Measure& measure) {
   for (auto const& contour : path.m_contours) {
-    measure.addPoint(contour.m_start.X(), contour.m_start.Y());
+    measure.addPoint(contour.m_start);
     for (auto const& segment : contour.m_segments) measureSegment(segment, measure);
   }
 }
@@ -57,12 +55,12 @@ void measurePath(qv::svg::Path const& path, Measure& measure) {
 void measureText(qv::svg::Text const& text, Measure& measure) {
   measure.addNumber(text.m_size);
   for (auto const& span : text.m_spans) {
-    measure.addPoint(span.m_x, text.m_baseline);
-    measure.addPoint(static_cast<double>(span.m_x) + static_cast<double>(span.m_advance), text.m_baseline);
+    measure.addPoint({span.m_x, text.m_baseline});
+    measure.addPoint({span.m_x + span.m_advance, text.m_baseline});
   }
   if (!text.m_box.isValid()) return;
-  measure.addPoint(text.m_box.getMinPoint().X(), text.m_box.getMinPoint().Y());
-  measure.addPoint(text.m_box.getMaxPoint().X(), text.m_box.getMaxPoint().Y());
+  measure.addPoint(text.m_box.getMinPoint());
+  measure.addPoint(text.m_box.getMaxPoint());
 }
 
 }  // namespace

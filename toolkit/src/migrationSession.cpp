@@ -46,21 +46,14 @@ bool isDeeperThan(qvLegacy::qvAnnotationView const& view, std::size_t limit) {
   return !level.empty();
 }
 
-/// What stopped the view: the first record, or what the reader said last.
-std::string findReason(LoadedView const& loaded, MigratedView const& view) {
-  if (loaded.m_view != nullptr && isDeeperThan(*loaded.m_view, MigrationOptions::MaxDepth)) {
-    return "its sub-annotations are nested more than 200 levels deep";
-  }
-  if (!view.m_log.empty()) return view.m_log.front();
-  if (loaded.m_view != nullptr) return "the migration gave no reason";
+std::string describeRefusal(LoadedView const& loaded) {
   return loaded.m_messages.empty() ? "the reader refused it"
                                    : "the reader refused it: " + loaded.m_messages.back();
 }
 
-void addFailure(LoadedView const& loaded, MigratedView const& view, int dropped, FindingList& findings) {
-  std::string text = "view '" + view.m_name + "' is not migrated: " + findReason(loaded, view);
-  std::string options =
-      loaded.m_view == nullptr ? std::string() : findMissingOptions(*loaded.m_view, dropped);
+void addFailure(MigratedView const& view, std::string const& reason, std::string options,
+                FindingList& findings) {
+  std::string text = "view '" + view.m_name + "' is not migrated: " + reason;
   if (!options.empty()) text += "; drop it with " + options;
   findings.add(FindingCode::ViewNotMigrated, Severity::Error, getViewAddress(view.m_index), std::move(text),
                std::move(options));
@@ -114,25 +107,35 @@ MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t
   MigratedView view;
   view.m_index = index;
   view.m_name = loaded.m_name;
-  std::string const address = getViewAddress(index);
   FindingList findings;
-  if (loaded.m_view != nullptr && !isDeeperThan(*loaded.m_view, MigrationOptions::MaxDepth)) {
-    MigrationLog log;
-    qvLegacy::qvAnnotationMigration migration(m_options.m_dropped, &RasterFolder::deliver, &m_rasters,
-                                              m_options.m_headSize);
-    static_cast<void>(migration.migrateAnnotationView(loaded.m_view, view.m_view));
-    view.m_log = std::move(log.m_texts);
-    m_rasters.rethrowError();
-    reportRasters(*loaded.m_view, address, !m_options.m_rasterFolder.empty(), m_rasters, findings);
-  }
-  addLogRecords(view, address, findings);
-  if (view.m_view == nullptr) {
-    addFailure(loaded, view, m_options.m_dropped, findings);
+  if (loaded.m_view == nullptr) {
+    addFailure(view, describeRefusal(loaded), {}, findings);
+  } else if (isDeeperThan(*loaded.m_view, MigrationOptions::MaxDepth)) {
+    addFailure(view, "its sub-annotations are nested more than 200 levels deep", {}, findings);
   } else {
-    addLosses(*loaded.m_view, m_rasters, view, findings);
+    migrateModel(loaded.m_view, view, findings);
   }
   view.m_findings = findings.takeFindings();
   return view;
+}
+
+void MigrationSession::migrateModel(qv::qvPointer<qvLegacy::qvAnnotationView> const& legacy,
+                                    MigratedView& view, FindingList& findings) {
+  MigrationLog log;
+  qvLegacy::qvAnnotationMigration migration(m_options.m_dropped, &RasterFolder::deliver, &m_rasters,
+                                            m_options.m_headSize);
+  static_cast<void>(migration.migrateAnnotationView(legacy, view.m_view));
+  view.m_log = std::move(log.m_texts);
+  m_rasters.rethrowError();
+  std::string const address = getViewAddress(view.m_index);
+  reportRasters(*legacy, address, !m_options.m_rasterFolder.empty(), m_rasters, findings);
+  addLogRecords(view, address, findings);
+  if (view.m_view != nullptr) {
+    addLosses(*legacy, m_rasters, view, findings);
+  } else {
+    addFailure(view, view.m_log.empty() ? "the migration gave no reason" : view.m_log.front(),
+               findMissingOptions(*legacy, m_options.m_dropped), findings);
+  }
 }
 
 }  // namespace qvToolkit

@@ -28,7 +28,7 @@ std::size_t PageImages::add(std::string_view bytes) {
 }
 
 Affine getPlacement(qv::qvCadAnnotation const& annotation) {
-  double const scale = annotation.m_scale;
+  auto const scale = static_cast<double>(annotation.m_scale);
   double const cosine = std::cos(static_cast<double>(annotation.m_rotationAngle)) * scale;
   double const sine = std::sin(static_cast<double>(annotation.m_rotationAngle)) * scale;
   PagePoint const position = project(annotation.m_position);

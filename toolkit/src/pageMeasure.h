@@ -51,7 +51,7 @@ class PageImages {
 Affine getPlacement(qv::qvCadAnnotation const& annotation);
 Affine getPlacement(qv::qvCadAnnotation::Shape const& shape);
 inline PagePoint project(Wm4::Vector3<float> const& point) {
-  return {point.X(), -static_cast<double>(point.Y())};
+  return {static_cast<double>(point.X()), -static_cast<double>(point.Y())};
 }
 bool isDrawable(qv::qvCadAnnotation::LineSegment const& segment);
 

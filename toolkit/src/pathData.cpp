@@ -51,8 +51,8 @@ void PathData::addPoint(char command, float x, float y) {
 
 /// A whole ellipse needs two arcs: one whose ends meet would draw nothing.
 void PathData::addEllipse(qv::svg::PathSegment const& ellipse) {
-  double const from = ellipse.m_startAngle;
-  double to = ellipse.m_endAngle;
+  auto const from = static_cast<double>(ellipse.m_startAngle);
+  auto to = static_cast<double>(ellipse.m_endAngle);
   bool const isWhole = std::abs(to - from) >= FullTurn;
   if (isWhole) to = from + std::copysign(2.0 * std::numbers::pi, to - from);
   lineTo(getX(ellipse, from), getY(ellipse, from));

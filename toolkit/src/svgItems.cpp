@@ -198,7 +198,8 @@ void SvgItems::writeText(qv::svg::ItemInterface const& item) {
   auto const& text = static_cast<qv::svg::Text const&>(item);
   if (text.m_spans.empty()) return;
   std::string transform = formatItemTransform(text);
-  appendTransform(transform, formatTransform({1.0, 0.0, 0.0, -1.0, 0.0, text.m_baseline}));
+  appendTransform(transform,
+                  formatTransform({1.0, 0.0, 0.0, -1.0, 0.0, static_cast<double>(text.m_baseline)}));
   m_markup.open("text");
   writeTransform(m_markup, transform);
   writePaint(text);

@@ -39,6 +39,8 @@ struct AnnotationMark {
 /// The marks of the SVG roots of a view's annotations and sub-annotations.
 using AnnotationMarks = std::unordered_map<qv::svg::Node const*, AnnotationMark>;
 
+class FindingList;
+
 /// What became of one view.
 struct MigratedView {
   std::size_t m_index = 0;  ///< of the view in its document
@@ -71,6 +73,8 @@ class MigrationSession {
 
  private:
   MigratedView migrateView(LoadedView const& loaded, std::size_t index);
+  void migrateModel(qv::qvPointer<qvLegacy::qvAnnotationView> const& legacy, MigratedView& view,
+                    FindingList& findings);
 
   MigrationOptions m_options;
   RasterFolder m_rasters;

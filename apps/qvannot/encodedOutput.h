@@ -1,0 +1,13 @@
+#pragma once
+
+#include "commandLine.h"
+#include "reporter.h"
+#include "toolkit/document.h"
+
+namespace qvannot {
+
+/// Writes the document as the object stream that the command asks for, and reports what it could not take
+/// along.
+void writeEncoded(qvToolkit::Document const& document, EncodeCommand const& command, Reporter& reporter);
+
+}  // namespace qvannot
