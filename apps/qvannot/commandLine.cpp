@@ -131,9 +131,16 @@ CLI::Option* addStreamVersion(CLI::App& command, qvToolkit::EncodingOptions& opt
 }
 
 /// Where a command's input comes from and where its object stream goes.
+std::string requireFileName(std::string const& path) {
+  return path.empty() || path.ends_with('/') ? "'" + path + "' names no file" : std::string();
+}
+
 void addEncodedOutput(CLI::App& app, EncodeCommand& command) {
   addFile(app, command.m_file);
-  app.add_option("-o,--output", command.m_output, "File for the result")->type_name("OUT")->required();
+  app.add_option("-o,--output", command.m_output, "File for the result")
+      ->type_name("OUT")
+      ->check(requireFileName)
+      ->required();
   app.add_flag("--views-only", command.m_options.m_viewsOnly, "Write no metadata object, only the views");
   app.add_flag("--force", command.m_force, "Replace a result that exists");
   addStrict(app, command.m_isStrict);

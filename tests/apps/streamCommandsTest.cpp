@@ -83,6 +83,8 @@ TEST_F(StreamCommands, RefuseABadCommandLine) {
   }
   EXPECT_EQ(runTool({"encode", m_json, "-o", m_output}).m_exitCode, ExitUsage);
   EXPECT_EQ(runTool({"encode", m_json, "--stream-version", "6.22"}).m_exitCode, ExitUsage);
+  EXPECT_EQ(runTool({"encode", m_json, "-o", m_place.getPath("out/"), "--stream-version", "6.22"}).m_exitCode,
+            ExitUsage);
   for (std::string const offset : {"x", "-1", "0x", "12 ", ""}) {
     EXPECT_EQ(runTool({"dump", m_json, "--at", offset}).m_exitCode, ExitUsage) << offset;
   }

@@ -1,3 +1,4 @@
+#include "colorText.h"
 #include "jsonParts.h"
 #include "legacyNames.h"
 #include "toolkit/inspection.h"

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "colorText.h"
 #include "countText.h"
 #include "jsonParts.h"
 #include "legacyNames.h"

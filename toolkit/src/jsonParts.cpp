@@ -60,14 +60,6 @@ std::string toHex(double number) {
   return toHexDigits(std::bit_cast<std::uint64_t>(number));
 }
 
-std::string formatColor(Wm4::Vector3<unsigned char> const& color) {
-  std::string text = "#";
-  appendHexByte(text, color.X());
-  appendHexByte(text, color.Y());
-  appendHexByte(text, color.Z());
-  return text;
-}
-
 void writeVersion(JsonWriter& json, qv::qvStreamVersion version) {
   json.member("version", version.GetPacked());
   json.member("versionText", version.toString());

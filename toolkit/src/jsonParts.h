@@ -21,9 +21,6 @@ void writeVector(JsonWriter& json, std::string const& key, Wm4::Vector3<float> c
 std::string toHex(float number);
 std::string toHex(double number);
 
-/// "#ff8000".
-std::string formatColor(Wm4::Vector3<unsigned char> const& color);
-
 /// "version": packed number, "versionText": "6.22".
 void writeVersion(JsonWriter& json, qv::qvStreamVersion version);
 

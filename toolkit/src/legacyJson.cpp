@@ -7,6 +7,7 @@
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
 #include "annotationWalk.h"
+#include "colorText.h"
 #include "jsonParts.h"
 #include "legacyNames.h"
 #include "toolkit/inspection.h"

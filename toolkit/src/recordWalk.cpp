@@ -10,7 +10,7 @@ namespace {
 enum Kind : std::uint8_t { NoChild = 0, Text = 1, Raster = 2 };
 
 void walkColor(FieldCursor& in) {
-  constexpr std::string_view Digits = "0123456789abcdef";
+  constexpr std::string_view Digits = "0123456789ABCDEF";
   std::string value = "#";
   for (char const c : in.take("color", 3)) {
     auto const byte = static_cast<unsigned char>(c);

@@ -151,7 +151,7 @@ TEST_F(InspectionTest, WritesTheSameAsJson) {
   EXPECT_EQ(findText(raster, "text"), "img.png");
   EXPECT_EQ(findValue(raster, "anchor")->toInteger(), 4);
   EXPECT_TRUE(findValue(annotations[0].toMap(), "anchor")->isNull());
-  EXPECT_EQ(findText(annotations[0].toMap(), "color"), "#ff8000");
+  EXPECT_EQ(findText(annotations[0].toMap(), "color"), "#FF8000");
 }
 
 TEST_F(InspectionTest, WritesFindingsWithTheirPlace) {

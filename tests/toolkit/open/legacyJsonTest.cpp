@@ -72,7 +72,7 @@ TEST_F(LegacyJsonTest, WritesTheFieldsOfAnAnnotation) {
   EXPECT_EQ(findText(text, "kind"), "1");
   EXPECT_EQ(findText(text, "kindName"), "text");
   EXPECT_EQ(findText(text, "name"), "a");
-  EXPECT_EQ(findText(text, "color"), "#ff8000");
+  EXPECT_EQ(findText(text, "color"), "#FF8000");
   EXPECT_EQ(findText(text, "style"), std::to_string(0x49));
   EXPECT_EQ(findText(text, "frameShapeName"), "hexagon");
   EXPECT_EQ(findText(text, "scaleLocked"), "true");

@@ -110,7 +110,7 @@ TEST_F(Dump, ShowsEachFieldWithOffsetBytesPathValueAndGate) {
              "0000007e  00 00 00 00                             object[0].text[0].measureCount = 0  [since "
              "6.17]",
              "00000082  00 00 00 00 00 00 00 00 00 00 00 00     object[0].text[0].position = (0, 0, 0)",
-             "0000008e  ff 80 01                                object[0].text[0].color = #ff8001",
+             "0000008e  ff 80 01                                object[0].text[0].color = #FF8001",
              "00000091  21                                      object[0].text[0].style = 33 (rectangle, "
              "ignores "
              "depth)",
