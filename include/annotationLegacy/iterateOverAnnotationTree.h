@@ -8,19 +8,19 @@
 
 namespace qvLegacy::annotation {
 
-/// Visitor of annotation trees, depth first in child-list order. The tree must not change during a walk and must hold
-/// no cycle. The order of the virtual operations is part of the binary interface.
+/// Visitor of annotation trees, depth first in child-list order. The tree must not change during a walk and
+/// must hold no cycle. The order of the virtual operations is part of the binary interface.
 class QVA_EXPORT IterateOverAnnotationTreeFunctorInterface {
  public:
   virtual ~IterateOverAnnotationTreeFunctorInterface();
 
-  /// Called when the walk enters a node, and when it leaves it after all its descendants. `isRoot` is true for the top
-  /// of each walk only. The base does nothing.
+  /// Called when the walk enters a node, and when it leaves it after all its descendants. `isRoot` is true
+  /// for the top of each walk only. The base does nothing.
   virtual void startProcessingAnnot(qvAnnotationInterface::SubAnnot const& node, bool isRoot);
   virtual void endProcessingAnnot(qvAnnotationInterface::SubAnnot const& node, bool isRoot);
 
-  /// Walks the tree under `annotation`, which the walk holds one reference on: an object without references would be
-  /// deleted at its end. The root is shown with anchor 0. Null is not visited.
+  /// Walks the tree under `annotation`, which the walk holds one reference on: an object without references
+  /// would be deleted at its end. The root is shown with anchor 0. Null is not visited.
   void iterateOverAnnotationTree(qvAnnotationInterface* annotation);
   /// Walks each tree of the list, in order.
   void iterateOverAnnotationTree(std::vector<qv::qvPointer<qvAnnotationInterface>>& annotations);

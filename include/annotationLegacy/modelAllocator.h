@@ -8,13 +8,13 @@
 
 namespace qvLegacy::impl {
 
-/// Storage of the legacy model's lists and run texts. All of it comes through these two functions, so that where a
-/// loaded document lives is decided in one place. Throws `std::bad_alloc` when there is none left.
+/// Storage of the legacy model's lists and run texts. All of it comes through these two functions, so that
+/// where a loaded document lives is decided in one place. Throws `std::bad_alloc` when there is none left.
 QVA_EXPORT void* allocateModelMemory(std::size_t size);
 QVA_EXPORT void freeModelMemory(void* memory) noexcept;
 
-/// Stateless standard allocator over the model storage: all instances are equal, so list nodes may be spliced between
-/// any two lists.
+/// Stateless standard allocator over the model storage: all instances are equal, so list nodes may be spliced
+/// between any two lists.
 template <class T>
 class ModelAllocator {
  public:

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The one place where the library's public headers name headers of the platform. On another platform SDK only
-/// this file and `src/ports/` change.
+/// The one place where the library's public headers name headers of the platform. On another platform SDK
+/// only this file and `src/ports/` change.
 
 #include <qvSceneGraph/qvMetadataInterface.h>
 #include <qvSceneGraph/qvObject.h>

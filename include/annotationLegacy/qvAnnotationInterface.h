@@ -12,12 +12,12 @@
 
 namespace qvLegacy {
 
-/// Common base of the legacy annotations: name, leaders, measure leaders, position, colour, frame, metadata and the
-/// tree of sub-annotations.
+/// Common base of the legacy annotations: name, leaders, measure leaders, position, colour, frame, metadata
+/// and the tree of sub-annotations.
 ///
-/// Positions are in the plane coordinates of the view that holds the annotation. Annotations are counted objects;
-/// they are never created by a stream factory but read inline by their owner, and they report the type record of
-/// `qv::qvObject`. The order of the virtual operations is part of the binary interface.
+/// Positions are in the plane coordinates of the view that holds the annotation. Annotations are counted
+/// objects; they are never created by a stream factory but read inline by their owner, and they report the
+/// type record of `qv::qvObject`. The order of the virtual operations is part of the binary interface.
 class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
  public:
   /// Kind of an annotation. The numbers are persisted.
@@ -37,7 +37,8 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
   /// Which way the two arrows of a measure leader point. The numbers are persisted.
   enum MeasureArrowDirection : std::uint8_t { NoDirection = 0, OutOut = 1, InOut = 2, OutIn = 3 };
 
-  /// Where a sub-annotation sits on its parent: the edge first, then the position along it. The numbers are persisted.
+  /// Where a sub-annotation sits on its parent: the edge first, then the position along it. The numbers are
+  /// persisted.
   enum AnchorLocation : std::uint32_t {
     Free = 0,
     BottomLeft = 1,
@@ -105,10 +106,10 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
     /// Reads one element of a "measures" list; false when it has the wrong form.
     bool loadFromVariant(qv::qvVariant const& value, qv::qvStreamVersion const& version);
 
-    Wm4::Vector3<float> m_pointA;            ///< first measured point
-    Wm4::Vector3<float> m_pointB;            ///< second measured point
-    Wm4::Vector3<float> m_offset;            ///< from the measured points to the dimension line; unit X by default
-    std::uint8_t m_arrowDir = NoDirection;   ///< `MeasureArrowDirection`; other values are kept as read
+    Wm4::Vector3<float> m_pointA;  ///< first measured point
+    Wm4::Vector3<float> m_pointB;  ///< second measured point
+    Wm4::Vector3<float> m_offset;  ///< from the measured points to the dimension line; unit X by default
+    std::uint8_t m_arrowDir = NoDirection;  ///< `MeasureArrowDirection`; other values are kept as read
   };
 
   /// One node of the child list.
@@ -124,8 +125,8 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
   explicit qvAnnotationInterface(Type type);
   /// Takes the source's kind, then assigns.
   qvAnnotationInterface(qvAnnotationInterface const& other);
-  /// Copies everything but the kind. Text and raster children are copied deeply, children of another kind are shared,
-  /// null children stay null. The source may be a descendant of the target.
+  /// Copies everything but the kind. Text and raster children are copied deeply, children of another kind are
+  /// shared, null children stay null. The source may be a descendant of the target.
   qvAnnotationInterface& operator=(qvAnnotationInterface const& other);
   /// Releases the children without recursion, however deep the tree is.
   ~qvAnnotationInterface() override;
@@ -135,15 +136,16 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
 
   /// Reads the shared record of all kinds. Failures go to the stream's error state.
   virtual void load(qv::qvBaseStream& stream);
-  /// Reads the keys that all kinds share and appends to what the object holds, so a fresh object is expected. One
-  /// message for each problem is appended to `errors`; false when the annotation is not usable.
+  /// Reads the keys that all kinds share and appends to what the object holds, so a fresh object is expected.
+  /// One message for each problem is appended to `errors`; false when the annotation is not usable.
   virtual bool loadFromVariant(qv::qvVariant::qvVariantMapImpl const& map, qv::qvStreamVersion const& version,
                                std::vector<std::string>& errors);
 
   /// A deep copy, owned by the caller and without references; null for a kind other than text and raster.
   qvAnnotationInterface* cloneAnnotation() const;
 
-  /// The children; the shared empty list when there are none. Not to be called outside the library's initialised span.
+  /// The children; the shared empty list when there are none. Not to be called outside the library's
+  /// initialised span.
   SubAnnotList const& getSubAnnots() const;
   std::uint32_t getSubAnnotsCount() const;
   /// The children for editing; creates the list.
@@ -155,11 +157,12 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
   static void InitDummySubAnnots();
   static void ClearDummySubAnnots() noexcept;
 
-  /// Gives each measure leader's offset the length of the projection of the annotation's position on it, measured from
-  /// the leader's first point. A zero offset stays zero.
+  /// Gives each measure leader's offset the length of the projection of the annotation's position on it,
+  /// measured from the leader's first point. A zero offset stays zero.
   void recomputeOffsetVectorLength();
 
-  /// Moves the annotation's own geometry: points with the translation, offsets as vectors. Children are not visited.
+  /// Moves the annotation's own geometry: points with the translation, offsets as vectors. Children are not
+  /// visited.
   void transform(qv::qvGenericTransformation<float> const& transformation);
 
   std::vector<Leader> m_leaders;

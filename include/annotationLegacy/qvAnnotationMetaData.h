@@ -32,7 +32,8 @@ class QVA_EXPORT qvAnnotationMetaData : public qv::qvMetadataInterface {
   /// Writes nothing; sets the stream error above version 6.12.
   void Save(qv::qvBaseStream& stream) const override;
   bool Equals(qv::qvRttiInterface const* other) const override;
-  /// Shares the views with `target`, then appends one default view for each. False when `target` is of another type.
+  /// Shares the views with `target`, then appends one default view for each. False when `target` is of
+  /// another type.
   bool Clone(qv::qvRttiInterface*& target) const override;
   qv::qvObject* GetObjectByName(std::string const& name) override;
   void GetAllObjectsByName(std::string const& name, std::vector<qv::qvObject*>& objects) override;
@@ -43,8 +44,8 @@ class QVA_EXPORT qvAnnotationMetaData : public qv::qvMetadataInterface {
 
   /// Stream factory: a new object, loaded from the stream, whatever the load reported. The caller owns it.
   static qv::qvRttiInterface* Factory(qv::qvBaseStream& stream);
-  /// For hosts that manage registration themselves: under the type record's name, which differs in one letter's case
-  /// from the name that the library's initialisation registers.
+  /// For hosts that manage registration themselves: under the type record's name, which differs in one
+  /// letter's case from the name that the library's initialisation registers.
   static void RegisterFactory();
   static void UnRegisterFactory();
 

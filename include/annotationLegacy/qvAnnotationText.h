@@ -25,8 +25,8 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
     /// `height` in ems; see `quantizeHeight`. No style flags.
     TextProperties(std::string const& font, float height);
 
-    /// Hundredths of an em that stand for `height`: held between 0 and 655.35, times 100 in single precision, cut
-    /// toward zero. NaN gives 0.
+    /// Hundredths of an em that stand for `height`: held between 0 and 655.35, times 100 in single precision,
+    /// cut toward zero. NaN gives 0.
     static std::uint16_t quantizeHeight(float height);
 
     /// Reads one record. Failures go to the stream's error state.
@@ -35,7 +35,7 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
     void loadFromVariant(qv::qvVariant::qvVariantMapImpl const& map, qv::qvStreamVersion const& version);
 
     std::string m_fontName = "Arial";
-    std::uint16_t m_height = 100;     ///< hundredths of an em
+    std::uint16_t m_height = 100;  ///< hundredths of an em
     std::uint16_t m_styleFlags = 0;
   };
 
@@ -53,8 +53,8 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
     TextSegment& operator=(TextSegment const& other);
     ~TextSegment();
 
-    /// Keeps the first min(length, 65535) characters of `text`; a length of 0 means up to the terminating zero. Null or
-    /// no characters leave the run without text. `text` may be the run's own.
+    /// Keeps the first min(length, 65535) characters of `text`; a length of 0 means up to the terminating
+    /// zero. Null or no characters leave the run without text. `text` may be the run's own.
     void setText(char const* text, unsigned long length);
     /// As `setText(data, size)`: an empty string leaves the run without text.
     void setText(std::string const& text);
@@ -100,8 +100,8 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
   /// Reads the record that streams before 6.15 hold.
   void loadPrior_6_15(qv::qvBaseStream& stream);
 
-  /// Replaces all lines by plain text, split at CR LF, CR and LF; the default properties stay. n line breaks give n + 1
-  /// lines of one run each.
+  /// Replaces all lines by plain text, split at CR LF, CR and LF; the default properties stay. n line breaks
+  /// give n + 1 lines of one run each.
   void setText(std::string const& text);
   /// Writes the runs' texts into `out`, lines separated by LF. A run's text ends at its first zero character.
   void toString(std::string& out) const;

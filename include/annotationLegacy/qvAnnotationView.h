@@ -9,7 +9,8 @@
 
 namespace qvLegacy {
 
-/// A named legacy view: a plane in model space and the annotations that lie on it, one reference held on each.
+/// A named legacy view: a plane in model space and the annotations that lie on it, one reference held on
+/// each.
 ///
 /// The order of the virtual operations is part of the binary interface.
 class QVA_EXPORT qvAnnotationView : public qv::qvObject {
@@ -25,8 +26,8 @@ class QVA_EXPORT qvAnnotationView : public qv::qvObject {
   qvAnnotationView& operator=(qvAnnotationView const& other);
   ~qvAnnotationView() override;
 
-  /// Copies name, plane and metadata, then the annotation list as `mode` says. On an exception the list stays as it was.
-  /// Annotations of a kind that cannot be cloned are dropped from the copy.
+  /// Copies name, plane and metadata, then the annotation list as `mode` says. On an exception the list stays
+  /// as it was. Annotations of a kind that cannot be cloned are dropped from the copy.
   void copyFrom(qvAnnotationView const& other, AnnotationCopyMode mode);
 
   qv::qvRtti const& GetType() const override;
@@ -43,15 +44,15 @@ class QVA_EXPORT qvAnnotationView : public qv::qvObject {
   void SetName(std::string const& name) override;
   std::string const& GetName() const override;
 
-  /// Builds a view from a variant map. One message for each problem is appended to `errors`. Returns null when the
-  /// view cannot be read.
+  /// Builds a view from a variant map. One message for each problem is appended to `errors`. Returns null
+  /// when the view cannot be read.
   static qv::qvPointer<qvAnnotationView> FromVariantMap(qv::qvVariant::qvVariantMapImpl const& map,
                                                         std::vector<std::string>& errors);
 
   /// Moves the plane: the origin as a point, normal and X axis as vectors, neither renormalised.
   void transform(qv::qvGenericTransformation<float> const& transformation);
-  /// Writes the map from plane coordinates to model space: x along the X axis, y along normal x axis, z along the
-  /// normal. Nothing is normalised or checked.
+  /// Writes the map from plane coordinates to model space: x along the X axis, y along normal x axis, z along
+  /// the normal. Nothing is normalised or checked.
   void getPlaneTransform(qv::qvGenericTransformation<float>& out) const;
 
   /// Stream factory: a new view, loaded from the stream, whatever the load reported. The caller owns it.

@@ -10,17 +10,17 @@
 
 namespace qv {
 
-/// A short-lived log record: text is appended with `<<` and written when the record is destroyed. It belongs to the
-/// thread that made it.
+/// A short-lived log record: text is appended with `<<` and written when the record is destroyed. It belongs
+/// to the thread that made it.
 ///
-/// It is written to the target log and, with a tag, to the system log; with neither, prefix, text and a line feed go
-/// to standard output. A record to which nothing was appended writes nothing.
+/// It is written to the target log and, with a tag, to the system log; with neither, prefix, text and a line
+/// feed go to standard output. A record to which nothing was appended writes nothing.
 class QVA_EXPORT qvLogObject {
  public:
-  /// `category`: null or empty for none. `targetLog`: may be null; when it has the type disabled, the record takes
-  /// the type `qvLogSuppressed`, ignores all text and writes nothing anywhere. `systemLogTag`: non-null (even empty)
-  /// also sends the record to the system log. `flag` is passed on to the target log's `Write`. The texts are copied;
-  /// the log must outlive the record.
+  /// `category`: null or empty for none. `targetLog`: may be null; when it has the type disabled, the record
+  /// takes the type `qvLogSuppressed`, ignores all text and writes nothing anywhere. `systemLogTag`: non-null
+  /// (even empty) also sends the record to the system log. `flag` is passed on to the target log's `Write`.
+  /// The texts are copied; the log must outlive the record.
   qvLogObject(qvLogType type, char const* category, qvLog* targetLog, char const* systemLogTag, bool flag);
   /// Writes the record. An error while writing ends the process.
   ~qvLogObject();
@@ -31,13 +31,13 @@ class QVA_EXPORT qvLogObject {
   qvLogObject& operator<<(char const* text);
   qvLogObject& operator<<(std::string const& text);
 
-  std::string m_threadId;                        ///< empty when the process log wants no thread ids
-  std::unique_ptr<std::string> m_category;       ///< null when none was given
-  std::unique_ptr<std::string> m_systemLogTag;   ///< null: not for the system log
-  qvLog* m_targetLog;                            ///< not owned; may be null
-  std::unique_ptr<std::ostringstream> m_text;    ///< created on the first append
+  std::string m_threadId;                       ///< empty when the process log wants no thread ids
+  std::unique_ptr<std::string> m_category;      ///< null when none was given
+  std::unique_ptr<std::string> m_systemLogTag;  ///< null: not for the system log
+  qvLog* m_targetLog;                           ///< not owned; may be null
+  std::unique_ptr<std::ostringstream> m_text;   ///< created on the first append
   qvLogType m_type;
-  std::uint64_t m_time;                          ///< milliseconds since the epoch at construction
+  std::uint64_t m_time;  ///< milliseconds since the epoch at construction
   bool m_flag;
 
  private:

@@ -28,7 +28,7 @@ TEST_F(TransformCommand, MovesThePageOfADocument) {
   EXPECT_EQ(run.m_output, m_output + "\n");
   EXPECT_EQ(runTool({"migrate", m_output, "-o", m_place.getPath("out")}).m_exitCode, ExitDone);
   std::string const page = m_place.read("out/moved.view-0000.svg");
-  EXPECT_NE(page.find(R"(transform="translate(-4 -9)")"), std::string::npos) << page;
+  EXPECT_NE(page.find(R"x(transform="translate(-4 -9)")x"), std::string::npos) << page;
 }
 
 TEST_F(TransformCommand, UndoesATurnByTheOppositeOne) {

@@ -8,22 +8,23 @@
 
 namespace qvToolkit {
 
-/// How much a finding weighs. Info: by design and harmless. Warning: changed in look. Error: lost or unreadable.
+/// How much a finding weighs. Info: by design and harmless. Warning: changed in look. Error: lost or
+/// unreadable.
 enum class Severity : std::uint8_t { Info, Warning, Error };
 
 /// Everything that the toolkit reports about a document beside the library's own messages.
 enum class FindingCode : std::uint8_t {
   // opening
-  InputUnreadable,      ///< the file cannot be opened or read
-  InputTooLarge,        ///< the file is larger than the limit
-  FormatUnknown,        ///< empty, or neither JSON nor another known encoding
-  JsonBroken,           ///< no well-formed JSON
-  JsonTooDeep,          ///< more nested containers than a document may have
-  JsonDuplicateKey,     ///< the last value won
-  JsonBigInteger,       ///< an integer beyond 64 bits became a real
-  JsonByteOrderMark,    ///< a byte-order mark in front was skipped
-  DocumentShape,        ///< well-formed, but no view map, array of view maps or {"views": [...]}
-  NoViews,              ///< a document without any view
+  InputUnreadable,    ///< the file cannot be opened or read
+  InputTooLarge,      ///< the file is larger than the limit
+  FormatUnknown,      ///< empty, or neither JSON nor another known encoding
+  JsonBroken,         ///< no well-formed JSON
+  JsonTooDeep,        ///< more nested containers than a document may have
+  JsonDuplicateKey,   ///< the last value won
+  JsonBigInteger,     ///< an integer beyond 64 bits became a real
+  JsonByteOrderMark,  ///< a byte-order mark in front was skipped
+  DocumentShape,      ///< well-formed, but no view map, array of view maps or {"views": [...]}
+  NoViews,            ///< a document without any view
   // object streams
   StreamBroken,        ///< the document ends too early, or where its next object starts is not known
   StreamObjectId,      ///< an object id is 0 or taken
@@ -38,12 +39,12 @@ enum class FindingCode : std::uint8_t {
   StreamMore,          ///< how many problems of the stream are not listed
   StreamOffset,        ///< an asked offset that lies beyond the end
   // reading
-  ReaderMessage,        ///< the exact text of one message of the readers; severity by what it cost
-  RecordLost,           ///< annotation records that the reader passed over
-  KeyIgnored,           ///< a key that this version's reader never looks at
-  ValueUnknown,         ///< a text that the reader does not know, so that it took the default
+  ReaderMessage,  ///< the exact text of one message of the readers; severity by what it cost
+  RecordLost,     ///< annotation records that the reader passed over
+  KeyIgnored,     ///< a key that this version's reader never looks at
+  ValueUnknown,   ///< a text that the reader does not know, so that it took the default
   // migration
-  MigrationMessage,     ///< the exact text of one record of the migration's log
+  MigrationMessage,  ///< the exact text of one record of the migration's log
   ViewNotMigrated,
   MetadataDropped,
   BlankLineSkipped,
@@ -53,11 +54,11 @@ enum class FindingCode : std::uint8_t {
   GlyphMissing,
   LeaderHeadUnknown,
   LeaderHeadCollapsed,
-  LeaderLost,           ///< a leader that the migration cannot keep
-  RasterUnavailable,    ///< the raster folder has no such file, or its name leaves the folder
-  RasterUnreadable,     ///< the data are no known image format, so only the rectangle is drawn
-  NumberNotFinite,      ///< an item with a NaN or infinite coordinate was left out of the page
-  TextRepaired,         ///< control characters or invalid UTF-8 became U+FFFD
+  LeaderLost,         ///< a leader that the migration cannot keep
+  RasterUnavailable,  ///< the raster folder has no such file, or its name leaves the folder
+  RasterUnreadable,   ///< the data are no known image format, so only the rectangle is drawn
+  NumberNotFinite,    ///< an item with a NaN or infinite coordinate was left out of the page
+  TextRepaired,       ///< control characters or invalid UTF-8 became U+FFFD
   // encoding
   EncodingLoss,   ///< something that the asked stream version cannot hold
   EncodingOrder,  ///< a view's texts were moved in front of its rasters
@@ -78,10 +79,10 @@ struct SourcePlace {
 struct Finding {
   FindingCode m_code = FindingCode::ReaderMessage;
   Severity m_severity = Severity::Error;
-  std::string m_text;     ///< what was found, what was expected, what to do; raw bytes of the document stay raw
+  std::string m_text;  ///< what was found, what was expected, what to do; raw bytes of the document stay raw
   std::string m_address;  ///< "view/3/annot/7/sub/0", indices from 0; empty for the whole document
   SourcePlace m_place;
-  std::string m_option;   ///< the option that tolerates it; empty when none does
+  std::string m_option;  ///< the option that tolerates it; empty when none does
 };
 
 using Findings = std::vector<Finding>;
@@ -91,8 +92,8 @@ std::string_view getCodeText(FindingCode code);
 /// "info", "warning" or "error".
 std::string_view getSeverityText(Severity severity);
 
-/// "FILE:LINE:COLUMN: error: TEXT [CODE, ADDRESS, OPTION]" on one line, safe for a terminal: control characters and
-/// invalid bytes are shown as escapes. Parts that are not known are left out.
+/// "FILE:LINE:COLUMN: error: TEXT [CODE, ADDRESS, OPTION]" on one line, safe for a terminal: control
+/// characters and invalid bytes are shown as escapes. Parts that are not known are left out.
 std::string formatFinding(std::string_view file, Finding const& finding);
 
 /// The heaviest severity in the list; nothing for an empty one.

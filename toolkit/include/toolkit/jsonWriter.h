@@ -7,8 +7,9 @@
 
 namespace qvToolkit {
 
-/// Writes JSON text, indented by two spaces, in the order of the calls. Strings leave through one escaping function:
-/// control characters are escaped, invalid UTF-8 becomes U+FFFD. Numbers are the shortest text that reads back, without
+/// Writes JSON text, indented by two spaces, in the order of the calls. Strings leave through one escaping
+/// function: control characters are escaped, invalid UTF-8 becomes U+FFFD. Numbers are the shortest text that
+/// reads back, without
 /// "-0"; a number that is not finite becomes null.
 ///
 /// Calls must nest properly: within an object each value follows a `key`.

@@ -5,21 +5,22 @@
 
 namespace qvToolkit {
 
-/// Valid UTF-8 without what XML 1.0 forbids: each maximal invalid sequence, each control character but TAB, LF and CR,
-/// each surrogate, U+FFFE and U+FFFF becomes U+FFFD. `repaired`, when not null, tells whether anything changed.
+/// Valid UTF-8 without what XML 1.0 forbids: each maximal invalid sequence, each control character but TAB,
+/// LF and CR, each surrogate, U+FFFE and U+FFFF becomes U+FFFD. `repaired`, when not null, tells whether
+/// anything changed.
 std::string repairUtf8(std::string_view bytes, bool* repaired = nullptr);
 
-/// Repaired text for XML content and double-quoted attributes: & < > " ' as references, TAB, LF and CR as numeric
-/// references.
+/// Repaired text for XML content and double-quoted attributes: & < > " ' as references, TAB, LF and CR as
+/// numeric references.
 std::string escapeXml(std::string_view bytes);
 
-/// Text between double quotes, for JSON. Nothing is lost but invalid UTF-8, which becomes U+FFFD as in `repairUtf8`:
-/// control characters, line separators and bidirectional controls are escaped, so that the result is one harmless line
-/// for a terminal, too.
+/// Text between double quotes, for JSON. Nothing is lost but invalid UTF-8, which becomes U+FFFD as in
+/// `repairUtf8`: control characters, line separators and bidirectional controls are escaped, so that the
+/// result is one harmless line for a terminal, too.
 std::string quoteJson(std::string_view bytes);
 
-/// One line for a terminal: control characters, bidirectional controls and invalid bytes as \x1b, \u202e and the like,
-/// backslashes doubled.
+/// One line for a terminal: control characters, bidirectional controls and invalid bytes as \x1b, \u202e and
+/// the like, backslashes doubled.
 std::string escapeTerminal(std::string_view bytes);
 
 }  // namespace qvToolkit

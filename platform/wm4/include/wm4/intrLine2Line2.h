@@ -15,12 +15,13 @@ enum IntersectionType { IT_EMPTY, IT_POINT, IT_LINE };
 template <class Real>
 class IntrLine2Line2 {
  public:
-  IntrLine2Line2(Line2<Real> const& line0, Line2<Real> const& line1) noexcept : m_line0(line0), m_line1(line1) {}
+  IntrLine2Line2(Line2<Real> const& line0, Line2<Real> const& line1) noexcept
+      : m_line0(line0), m_line1(line1) {}
 
   /// Finds the intersection; true when there is one. A point exists exactly when
-  /// |D0.x * D1.y - D0.y * D1.x| > ZERO_TOLERANCE, so never with a NaN. Otherwise the lines are coincident (true, type
-  /// line) when the normalised difference of the origins has a perpendicular product with D1 of at most
-  /// ZERO_TOLERANCE, else distinct (false).
+  /// |D0.x * D1.y - D0.y * D1.x| > ZERO_TOLERANCE, so never with a NaN. Otherwise the lines are coincident
+  /// (true, type line) when the normalised difference of the origins has a perpendicular product with D1 of
+  /// at most ZERO_TOLERANCE, else distinct (false).
   bool Find() noexcept {
     Vector2<Real> const difference = m_line1.Origin - m_line0.Origin;
     Real const perpendicular = m_line0.Direction.DotPerp(m_line1.Direction);
@@ -30,7 +31,8 @@ class IntrLine2Line2 {
       m_type = IT_POINT;
       return true;
     }
-    bool const coincident = std::abs(normalized(difference).DotPerp(m_line1.Direction)) <= Math<Real>::ZERO_TOLERANCE;
+    bool const coincident =
+        std::abs(normalized(difference).DotPerp(m_line1.Direction)) <= Math<Real>::ZERO_TOLERANCE;
     m_type = coincident ? IT_LINE : IT_EMPTY;
     return coincident;
   }

@@ -19,8 +19,12 @@ class Matrix3 {
                     Real m22) noexcept
       : m_entry{m00, m01, m02, m10, m11, m12, m20, m21, m22} {}
 
-  constexpr Real operator()(std::size_t row, std::size_t column) const noexcept { return m_entry[3 * row + column]; }
-  constexpr Real& operator()(std::size_t row, std::size_t column) noexcept { return m_entry[3 * row + column]; }
+  constexpr Real operator()(std::size_t row, std::size_t column) const noexcept {
+    return m_entry[3 * row + column];
+  }
+  constexpr Real& operator()(std::size_t row, std::size_t column) noexcept {
+    return m_entry[3 * row + column];
+  }
 
   /// The nine entries in row-major order.
   constexpr Real const* data() const noexcept { return m_entry; }
@@ -52,7 +56,9 @@ class Matrix3 {
   constexpr Vector3<Real> row(std::size_t i) const noexcept {
     return {m_entry[3 * i], m_entry[3 * i + 1], m_entry[3 * i + 2]};
   }
-  constexpr Vector3<Real> column(std::size_t j) const noexcept { return {m_entry[j], m_entry[3 + j], m_entry[6 + j]}; }
+  constexpr Vector3<Real> column(std::size_t j) const noexcept {
+    return {m_entry[j], m_entry[3 + j], m_entry[6 + j]};
+  }
 
   /// Compared as numbers: -0 equals +0, NaN equals nothing.
   friend constexpr bool operator==(Matrix3 const& a, Matrix3 const& b) noexcept {

@@ -17,8 +17,12 @@ class Matrix4 {
                     Real m21, Real m22, Real m23, Real m30, Real m31, Real m32, Real m33) noexcept
       : m_entry{m00, m01, m02, m03, m10, m11, m12, m13, m20, m21, m22, m23, m30, m31, m32, m33} {}
 
-  constexpr Real operator()(std::size_t row, std::size_t column) const noexcept { return m_entry[4 * row + column]; }
-  constexpr Real& operator()(std::size_t row, std::size_t column) noexcept { return m_entry[4 * row + column]; }
+  constexpr Real operator()(std::size_t row, std::size_t column) const noexcept {
+    return m_entry[4 * row + column];
+  }
+  constexpr Real& operator()(std::size_t row, std::size_t column) noexcept {
+    return m_entry[4 * row + column];
+  }
 
   /// The sixteen entries in row-major order.
   constexpr Real const* data() const noexcept { return m_entry; }
@@ -39,8 +43,8 @@ class Matrix4 {
 template <class Real>
 inline constexpr Matrix4<Real> Matrix4<Real>::ZERO{};
 template <class Real>
-inline constexpr Matrix4<Real> Matrix4<Real>::IDENTITY{
-    Real(1), Real(0), Real(0), Real(0), Real(0), Real(1), Real(0), Real(0),
-    Real(0), Real(0), Real(1), Real(0), Real(0), Real(0), Real(0), Real(1)};
+inline constexpr Matrix4<Real> Matrix4<Real>::IDENTITY{Real(1), Real(0), Real(0), Real(0), Real(0), Real(1),
+                                                       Real(0), Real(0), Real(0), Real(0), Real(1), Real(0),
+                                                       Real(0), Real(0), Real(0), Real(1)};
 
 }  // namespace Wm4

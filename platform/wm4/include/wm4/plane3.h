@@ -9,7 +9,8 @@ template <class Real>
 class Plane3 {
  public:
   constexpr Plane3() noexcept = default;
-  constexpr Plane3(Vector3<Real> const& normal, Real constant) noexcept : Normal(normal), Constant(constant) {}
+  constexpr Plane3(Vector3<Real> const& normal, Real constant) noexcept
+      : Normal(normal), Constant(constant) {}
 
   Vector3<Real> Normal;
   Real Constant = Real(0);
