@@ -32,4 +32,8 @@ void eigenExpression(Affine<Real> const& map, std::size_t count, Real const* in,
 template <class Real>
 void eigenPoints(Affine<Real> const& map, std::size_t count, Real const* in, Real* out);
 
+/// glm point by point.
+template <class Real>
+void glmPoints(Affine<Real> const& map, std::size_t count, Real const* in, Real* out);
+
 }  // namespace transformBenchmark

@@ -10,7 +10,7 @@ namespace transformBenchmark {
 namespace {
 
 /// The ways in the order of the table's columns.
-constexpr char const* ways[] = {"array", "sse2", "point", "plain", "eigen", "eigenPoints", "memcpy"};
+constexpr char const* ways[] = {"array", "sse2", "point", "plain", "eigen", "eigenPoints", "glm", "memcpy"};
 
 std::string firstParts(std::string const& name, int parts) {
   std::size_t end = 0;
@@ -62,9 +62,10 @@ double RatioReporter::speed(std::string const& row, std::string const& way) cons
 }
 
 void RatioReporter::Finalize() {
+  if (m_rows.empty()) return;
   std::printf("points per nanosecond\n%-40s", "");
   for (char const* way : ways) std::printf(" %11s", way);
-  std::printf("   array/point  sse2/point array/plain array/eigen memcpy time\n");
+  std::printf("   array/point  sse2/point array/plain   array/peer memcpy time\n");
   for (auto const& [row, cells] : m_rows) {
     double const array = speed(row, "array");
     if (array == 0) continue;
@@ -75,10 +76,11 @@ void RatioReporter::Finalize() {
     printCell(ratio(array, speed(row, "point")));
     printCell(ratio(speed(row, "sse2"), speed(row, "point")));
     printCell(ratio(array, speed(row, "plain")));
-    printCell(ratio(array, std::max(speed(row, "eigen"), speed(row, "eigenPoints"))));
+    printCell(ratio(array, std::max({speed(row, "eigen"), speed(row, "eigenPoints"), speed(row, "glm")})));
     printCell(ratio(speed(row, "memcpy"), array));
     std::printf("\n");
   }
+  std::fflush(stdout);
 }
 
 }  // namespace transformBenchmark

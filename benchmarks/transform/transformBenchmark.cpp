@@ -1,10 +1,11 @@
 // The array forms of the transformation side by side with their point form and with peers, in one process.
-// Run without arguments for medians of interleaved repetitions; every flag of the benchmark library works,
-// too.
+// Run without arguments for medians of many short interleaved repetitions, which agree from run to run even
+// on a machine that others use, too; every flag of the benchmark library works.
 
 #include <benchmark/benchmark.h>
 
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -51,7 +52,7 @@ Affine<Real> affineOf(qv::qvGenericTransformation<Real> const& t, bool scaled) {
   return map;
 }
 
-/// The two arrays of a run, whose pages are touched before the clock starts.
+/// The two arrays of all runs with as many points; their pages are touched before a clock starts.
 template <class Real>
 struct Arrays {
   explicit Arrays(int points) : count(static_cast<std::size_t>(points)), in(count, {1, 2, 3}), out(count) {}
@@ -64,11 +65,22 @@ struct Arrays {
   std::vector<Wm4::Vector3<Real>> out;
 };
 
+/// The arrays of the size that is being measured; another size's are given back.
+template <class Real>
+Arrays<Real>& arraysOf(int points) {
+  static std::unique_ptr<Arrays<Real>> kept;
+  if (!kept || kept->count != static_cast<std::size_t>(points)) {
+    kept.reset();
+    kept = std::make_unique<Arrays<Real>>(points);
+  }
+  return *kept;
+}
+
 /// Registers a way: `work` maps the arrays once.
 template <class Real, class Work>
 void addWay(std::string const& row, int points, char const* way, Work work) {
   benchmark::RegisterBenchmark((row + '/' + way).c_str(), [points, work](benchmark::State& state) {
-    Arrays<Real> arrays(points);
+    Arrays<Real>& arrays = arraysOf<Real>(points);
     for (auto _ : state) {
       work(arrays);
       benchmark::DoNotOptimize(arrays.out.data());
@@ -93,6 +105,8 @@ void addPeers(std::string const& row, int points, qv::qvGenericTransformation<Re
                [=](Arrays<Real>& a) { eigenExpression(whole, a.count, a.source(), a.target()); });
   addWay<Real>(row, points, "eigenPoints",
                [=](Arrays<Real>& a) { eigenPoints(whole, a.count, a.source(), a.target()); });
+  addWay<Real>(row, points, "glm",
+               [=](Arrays<Real>& a) { glmPoints(whole, a.count, a.source(), a.target()); });
 }
 
 /// The loops for processors without AVX2.
@@ -135,15 +149,25 @@ void addInverse(std::string const& row, int points, qv::qvGenericTransformation<
 }
 
 template <class Real>
-void addPrecision(std::string const& precision) {
+void addSize(std::string const& precision, int points) {
+  std::string const size = precision + '/' + std::to_string(points) + '/';
+  addWay<Real>(size + "copy", points, "memcpy",
+               [](Arrays<Real>& a) { std::memcpy(a.target(), a.source(), a.count * 3 * sizeof(Real)); });
+  for (Kind<Real> const& kind : kinds<Real>()) {
+    addForward<Real>(size + kind.name + "-forward", points, kind.transformation);
+    addInverse<Real>(size + kind.name + "-inverse", points, kind.transformation);
+  }
+}
+
+/// Measures and prints size by size, so that a table stands as soon as it can, and all its ways share one
+/// time.
+template <class Real>
+void runPrecision(std::string const& precision) {
   for (int const points : pointCounts) {
-    std::string const size = precision + '/' + std::to_string(points) + '/';
-    addWay<Real>(size + "copy", points, "memcpy",
-                 [](Arrays<Real>& a) { std::memcpy(a.target(), a.source(), a.count * 3 * sizeof(Real)); });
-    for (Kind<Real> const& kind : kinds<Real>()) {
-      addForward<Real>(size + kind.name + "-forward", points, kind.transformation);
-      addInverse<Real>(size + kind.name + "-inverse", points, kind.transformation);
-    }
+    benchmark::ClearRegisteredBenchmarks();
+    addSize<Real>(precision, points);
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
   }
 }
 
@@ -154,16 +178,14 @@ void addPrecision(std::string const& precision) {
 int main(int argc, char** argv) {
   std::vector<char*> arguments(argv, argv + argc);
   char interleaved[] = "--benchmark_enable_random_interleaving=true";
-  char repetitions[] = "--benchmark_repetitions=7";
-  char minimalTime[] = "--benchmark_min_time=0.02";
+  char repetitions[] = "--benchmark_repetitions=21";
+  char minimalTime[] = "--benchmark_min_time=0.003";
   arguments.insert(arguments.begin() + 1, {interleaved, repetitions, minimalTime});
   arguments.push_back(nullptr);
   int count = static_cast<int>(arguments.size()) - 1;
-  transformBenchmark::addPrecision<float>("float");
-  transformBenchmark::addPrecision<double>("double");
   benchmark::Initialize(&count, arguments.data());
-  transformBenchmark::RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
+  transformBenchmark::runPrecision<float>("float");
+  transformBenchmark::runPrecision<double>("double");
   benchmark::Shutdown();
   return 0;
 }

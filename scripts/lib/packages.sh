@@ -5,7 +5,7 @@ demo_packages="g++ cmake ninja-build pkg-config libharfbuzz-dev libfontconfig-de
   librsvg2-bin fonts-liberation2 fonts-dejavu-core fonts-noto-core"
 
 # What the tests need beside that.
-test_packages="libgtest-dev librapidcheck-dev libeigen3-dev libwildmagic-dev libbenchmark-dev python3 locales"
+test_packages="libgtest-dev librapidcheck-dev libeigen3-dev libwildmagic-dev libbenchmark-dev libglm-dev python3 locales"
 
 missing_packages() {
   local package

@@ -33,7 +33,7 @@ struct LanesAvx2<float> {
   /// Past the caches; `p` is aligned.
   [[gnu::always_inline]] static void stream(float* p, Vector a, Vector b, Vector c) noexcept {
     _mm256_stream_ps(p, _mm256_permute2f128_ps(a, b, 0x20));
-    _mm256_stream_ps(p + 8, _mm256_permute2f128_ps(c, a, 0x30));
+    _mm256_stream_ps(p + 8, _mm256_blend_ps(c, a, 0xf0));
     _mm256_stream_ps(p + 16, _mm256_permute2f128_ps(b, c, 0x31));
   }
   /// (a[i], a[j], b[k], b[l]) in each half.
@@ -57,19 +57,24 @@ struct LanesAvx2<double> {
   }
   [[gnu::always_inline]] static void store(double* p, Vector a, Vector b, Vector c) noexcept {
     _mm256_storeu_pd(p, _mm256_permute2f128_pd(a, b, 0x20));
-    _mm256_storeu_pd(p + 4, _mm256_permute2f128_pd(c, a, 0x30));
+    _mm256_storeu_pd(p + 4, _mm256_blend_pd(c, a, 0xc));
     _mm256_storeu_pd(p + 8, _mm256_permute2f128_pd(b, c, 0x31));
   }
   /// Past the caches; `p` is aligned.
   [[gnu::always_inline]] static void stream(double* p, Vector a, Vector b, Vector c) noexcept {
     _mm256_stream_pd(p, _mm256_permute2f128_pd(a, b, 0x20));
-    _mm256_stream_pd(p + 4, _mm256_permute2f128_pd(c, a, 0x30));
+    _mm256_stream_pd(p + 4, _mm256_blend_pd(c, a, 0xc));
     _mm256_stream_pd(p + 8, _mm256_permute2f128_pd(b, c, 0x31));
   }
-  /// (a[i], b[k]) in each half.
+  /// (a[i], b[k]) in each half. Numbers that keep their places are blended, which more execution units can
+  /// do.
   template <int i, int k>
   [[gnu::always_inline]] static Vector pick(Vector a, Vector b) noexcept {
-    return _mm256_shuffle_pd(a, b, i | k << 1 | i << 2 | k << 3);
+    if constexpr (i == 0 && k == 1) {
+      return _mm256_blend_pd(a, b, 0b1010);
+    } else {
+      return _mm256_shuffle_pd(a, b, i | k << 1 | i << 2 | k << 3);
+    }
   }
 };
 

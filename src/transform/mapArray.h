@@ -45,6 +45,13 @@ void mapAscending(Map const& map, int count, Wm4::Vector3<Real> const* in, Wm4::
   for (int i = 0; i < count; ++i) out[i] = map(in[i]);
 }
 
+/// Apart, so that the rare case does not have the compiler prepare registers for it in every call.
+template <class Real, class Formula>
+[[gnu::noinline]] void mapOverlapping(Formula const& formula, int count, Wm4::Vector3<Real> const* in,
+                                      Wm4::Vector3<Real>* out) noexcept {
+  mapAscending([&](Wm4::Vector3<Real> const& p) { return applied(formula, p); }, count, in, out);
+}
+
 /// Maps at least one point.
 template <class Real, class Formula>
 void mapArray(Formula const& formula, int count, Wm4::Vector3<Real> const* in,
@@ -52,9 +59,7 @@ void mapArray(Formula const& formula, int count, Wm4::Vector3<Real> const* in,
   static_assert(sizeof(Wm4::Vector3<Real>) == 3 * sizeof(Real), "points are plain triples of numbers");
   auto const points = static_cast<std::size_t>(count);
   std::size_t const bytes = points * sizeof(*in);
-  if (overlapPartly(in, out, bytes)) {
-    return mapAscending([&](Wm4::Vector3<Real> const& p) { return applied(formula, p); }, count, in, out);
-  }
+  if (overlapPartly(in, out, bytes)) return mapOverlapping(formula, count, in, out);
   auto const& kernels = __builtin_cpu_supports("avx2") ? Avx2<Real>::kernels : Baseline<Real>::kernels;
   kernels.of(formula)(formula, points, reinterpret_cast<Real const*>(in), reinterpret_cast<Real*>(out),
                       storeWayFor(in, out, bytes));
