@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -31,13 +32,15 @@ std::string readNumbers(Words const& words, std::vector<float>& numbers) {
   return {};
 }
 
-std::string readMatrix(std::vector<float> const& numbers, Transformation& transformation) {
-  if (numbers.size() != 12 && numbers.size() != 16) {
-    return "a matrix takes 12 numbers, three rows of four, or 16";
+std::string readMatrix(std::vector<float> const& n, Transformation& transformation) {
+  constexpr std::array<float, 4> lastRow{0, 0, 0, 1};
+  if (n.size() != 12 && n.size() != 16) return "a matrix takes 12 numbers, three rows of four, or 16";
+  if (n.size() == 16 && !std::equal(lastRow.begin(), lastRow.end(), n.begin() + 12)) {
+    return "the fourth row of a matrix is 0 0 0 1; the translation is its fourth column";
   }
-  Wm4::Matrix4<float> matrix = Wm4::Matrix4<float>::IDENTITY;
-  for (std::size_t i = 0; i < numbers.size(); ++i) matrix(i / 4, i % 4) = numbers[i];
-  transformation.FromHomogeneousMatrix(matrix, false);
+  // Stored as given: a decomposition would drop what is small, such as a translation of half a thousandth.
+  transformation.SetMatrix({n[0], n[1], n[2], n[4], n[5], n[6], n[8], n[9], n[10]});
+  transformation.SetTranslate({n[3], n[7], n[11]});
   return {};
 }
 

@@ -69,6 +69,22 @@ TEST(TransformWords, ReadAMatrixByRows) {
   EXPECT_TRUE(same == transformation);
 }
 
+TEST(TransformWords, KeepTheSmallNumbersOfAMatrix) {
+  Transformation transformation;
+  Words const rows{"1", "-0.0001", "0", "0.0005", "0", "1.0000005", "0", "0", "0", "0", "1", "0"};
+  EXPECT_EQ(readTransform(TransformKind::Matrix, rows, transformation), "");
+  EXPECT_EQ(transformation.ApplyForward({0, 0, 0}, true), Vector(0.0005F, 0, 0));
+  EXPECT_EQ(transformation.ApplyForward({0, 1, 0}, false), Vector(-0.0001F, 1.0000005F, 0));
+}
+
+TEST(TransformWords, RefuseAMatrixWithItsTranslationInTheFourthRow) {
+  Transformation transformation;
+  Words const rows{"1", "0", "0", "0", "0", "1", "0", "0", "0", "0", "1", "0", "5", "6", "7", "1"};
+  EXPECT_EQ(readTransform(TransformKind::Matrix, rows, transformation),
+            "the fourth row of a matrix is 0 0 0 1; the translation is its fourth column");
+  EXPECT_TRUE(transformation.IsIdentity());
+}
+
 TEST(TransformWords, SayWhatIsWrongWithThem) {
   Transformation transformation;
   EXPECT_EQ(readTransform(TransformKind::Translate, {"1", "2"}, transformation),
