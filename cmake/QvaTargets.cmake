@@ -23,16 +23,20 @@ target_compile_options(
             $<$<BOOL:${QVA_WARNINGS_AS_ERRORS}>:-Werror>)
 
 # qva_add_shared(<target> NAME <library name> ALIAS <alias> SOURCES ... [LINK ...] [PRIVATE_LINK ...])
-# A shared library with public headers in include/ beside its CMakeLists.txt.
+# A library of the bundled platform: shared, with its public headers in include/ beside its CMakeLists.txt.
 function(qva_add_shared target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "NAME;ALIAS" "SOURCES;LINK;PRIVATE_LINK")
   add_library(${target} SHARED ${arg_SOURCES})
   add_library(${arg_ALIAS} ALIAS ${target})
-  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${arg_NAME})
+  string(REPLACE "qv::" "" export_name ${arg_ALIAS})
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${arg_NAME} EXPORT_NAME ${export_name}
+                                             VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>
                                               $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-  target_link_libraries(${target} PUBLIC ${arg_LINK} PRIVATE $<BUILD_INTERFACE:qva_compile> ${arg_PRIVATE_LINK})
+  target_link_libraries(${target} PUBLIC ${arg_LINK} PRIVATE $<BUILD_INTERFACE:qva_compile>
+                                                            $<BUILD_INTERFACE:qva_shipped> ${arg_PRIVATE_LINK})
   target_compile_features(${target} PUBLIC cxx_std_20)
+  set_property(GLOBAL APPEND PROPERTY QVA_PLATFORM_TARGETS ${target})
 endfunction()
 
 # qva_add_test(<name> SOURCES ... [LINK ...]): a GoogleTest executable whose cases ctest runs one by one.

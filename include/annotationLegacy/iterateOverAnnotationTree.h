@@ -14,9 +14,10 @@ class QVA_EXPORT IterateOverAnnotationTreeFunctorInterface {
  public:
   virtual ~IterateOverAnnotationTreeFunctorInterface();
 
-  /// Called when the walk enters a node, and when it leaves it after all its descendants. `isRoot` is true
-  /// for the top of each walk only. The base does nothing.
+  /// Called when the walk enters a node. `isRoot` is true for the top of each walk only. The base does
+  /// nothing. What it throws ends the walk and propagates.
   virtual void startProcessingAnnot(qvAnnotationInterface::SubAnnot const& node, bool isRoot);
+  /// Called with the same arguments when the walk leaves the node, after all its descendants.
   virtual void endProcessingAnnot(qvAnnotationInterface::SubAnnot const& node, bool isRoot);
 
   /// Walks the tree under `annotation`, which the walk holds one reference on: an object without references
@@ -33,6 +34,7 @@ class QVA_EXPORT CountAnnotationFunctor : public IterateOverAnnotationTreeFuncto
  public:
   /// Adds to `counter`, which the caller owns and sets to 0 before the first walk.
   explicit CountAnnotationFunctor(unsigned int& counter);
+  /// Adds 1.
   void startProcessingAnnot(qvAnnotationInterface::SubAnnot const& node, bool isRoot) override;
 
  private:

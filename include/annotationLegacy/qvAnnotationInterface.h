@@ -85,8 +85,8 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
 
   /// One leader line.
   struct QVA_EXPORT Leader {
-    Leader();
-    explicit Leader(Wm4::Vector3<float> const& position);
+    Leader();                                              ///< to the origin, without head
+    explicit Leader(Wm4::Vector3<float> const& position);  ///< without head
 
     /// Reads one record; fields that the stream's version does not hold keep their values.
     void load(qv::qvBaseStream& stream);
@@ -99,7 +99,7 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
 
   /// One measure (dimension) leader.
   struct QVA_EXPORT MeasureLeader {
-    MeasureLeader();
+    MeasureLeader();  ///< both points at the origin, the offset unit X
 
     /// Reads one record; fields that the stream's version does not hold keep their values.
     void load(qv::qvBaseStream& stream);
@@ -114,14 +114,16 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
 
   /// One node of the child list.
   struct QVA_EXPORT SubAnnot {
-    SubAnnot();
+    SubAnnot();  ///< no child, bottom left
 
     qv::qvPointer<qvAnnotationInterface> m_annot;  ///< the child; may be null
     std::uint32_t m_anchor = BottomLeft;           ///< `AnchorLocation`; other values are kept as read
   };
 
+  /// A child list, in order.
   using SubAnnotList = std::list<SubAnnot, impl::ModelAllocator<SubAnnot>>;
 
+  /// An annotation of this kind with the defaults of the fields.
   explicit qvAnnotationInterface(Type type);
   /// Takes the source's kind, then assigns.
   qvAnnotationInterface(qvAnnotationInterface const& other);
@@ -131,8 +133,8 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
   /// Releases the children without recursion, however deep the tree is.
   ~qvAnnotationInterface() override;
 
-  void SetName(std::string const& name) override;
-  std::string const& GetName() const override;
+  void SetName(std::string const& name) override;  ///< stores any text
+  std::string const& GetName() const override;     ///< as stored
 
   /// Reads the shared record of all kinds. Failures go to the stream's error state.
   virtual void load(qv::qvBaseStream& stream);
@@ -147,14 +149,16 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
   /// The children; the shared empty list when there are none. Not to be called outside the library's
   /// initialised span.
   SubAnnotList const& getSubAnnots() const;
+  /// Number of children, null ones included.
   std::uint32_t getSubAnnotsCount() const;
   /// The children for editing; creates the list.
   SubAnnotList& editSubAnnots();
   /// Releases one reference on each child, in list order, and drops the list.
   void removeSubAnnots() noexcept;
 
-  /// Creates and destroys the list that annotations without children share.
+  /// Creates the list that annotations without children share. The library's initialisation calls it.
   static void InitDummySubAnnots();
+  /// Destroys that list. The library's termination calls it.
   static void ClearDummySubAnnots() noexcept;
 
   /// Gives each measure leader's offset the length of the projection of the annotation's position on it,
@@ -165,20 +169,20 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
   /// visited.
   void transform(qv::qvGenericTransformation<float> const& transformation);
 
-  std::vector<Leader> m_leaders;
-  std::vector<MeasureLeader> m_measures;
-  Wm4::Vector3<float> m_position;
-  Wm4::Vector3<unsigned char> m_color;  ///< red, green, blue; white by default
-  std::string m_name;
-  qv::qvVariant::qvVariantMapImpl m_metadata;
-  std::unique_ptr<SubAnnotList> m_subAnnots;  ///< null until something edits it
-  std::uint8_t m_type;                        ///< `Type`; other values are kept
-  std::uint8_t m_style = Rectangle;           ///< frame shape and `StyleBits`
+  std::vector<Leader> m_leaders;               ///< in order; empty by default
+  std::vector<MeasureLeader> m_measures;       ///< in order; empty by default
+  Wm4::Vector3<float> m_position;              ///< in view coordinates; the origin by default
+  Wm4::Vector3<unsigned char> m_color;         ///< red, green, blue; white by default
+  std::string m_name;                          ///< empty by default
+  qv::qvVariant::qvVariantMapImpl m_metadata;  ///< of the user; empty by default
+  std::unique_ptr<SubAnnotList> m_subAnnots;   ///< null until something edits it
+  std::uint8_t m_type;                         ///< `Type`; other values are kept
+  std::uint8_t m_style = Rectangle;            ///< frame shape and `StyleBits`
 
  private:
-  void appendCopiesOfChildren(qvAnnotationInterface const& other);
+  QVA_HIDDEN void appendCopiesOfChildren(qvAnnotationInterface const& other);
 
-  static SubAnnotList* ms_dummySubAnnots;
+  QVA_HIDDEN static SubAnnotList* ms_dummySubAnnots;
 };
 
 }  // namespace qvLegacy

@@ -66,32 +66,35 @@ class QVA_EXPORT qvAnnotationMigration {
                             qv::qvCadAnnotation& cad, Wm4::Vector3<float> const& origin,
                             Wm4::Vector2<float> const& offset);
 
-  int m_options;
-  RasterCallback m_rasterCallback;
-  void* m_userData;  ///< not owned
-  float m_headSize;
-  std::unique_ptr<qv::text::TextSegmentToSvgConverter> m_textConverter;
+  int m_options;                                                         ///< bits of `Option`
+  RasterCallback m_rasterCallback;                                       ///< may be null
+  void* m_userData;                                                      ///< not owned
+  float m_headSize;                                                      ///< in SVG units
+  std::unique_ptr<qv::text::TextSegmentToSvgConverter> m_textConverter;  ///< keeps fonts between texts
 
  private:
   // driver.cpp
-  bool migrateTopLevelAnnotation(qvAnnotationInterface const& annotation, std::string const& viewName,
-                                 qv::qvCadAnnotationView& cadView);
+  QVA_HIDDEN bool migrateTopLevelAnnotation(qvAnnotationInterface const& annotation,
+                                            std::string const& viewName, qv::qvCadAnnotationView& cadView);
   // annotation.cpp
-  bool createFramedContent(qvAnnotationInterface const& annotation, std::shared_ptr<qv::svg::Node>& root,
-                           qv::svg::BoundingBox& frameBox);
-  bool migrateContent(qvAnnotationInterface const& annotation, qv::svg::Node& root,
-                      Wm4::Vector3<unsigned char> const& contrastColor, Wm4::Vector2<float>& margin);
+  QVA_HIDDEN bool createFramedContent(qvAnnotationInterface const& annotation,
+                                      std::shared_ptr<qv::svg::Node>& root, qv::svg::BoundingBox& frameBox);
+  QVA_HIDDEN bool migrateContent(qvAnnotationInterface const& annotation, qv::svg::Node& root,
+                                 Wm4::Vector3<unsigned char> const& contrastColor,
+                                 Wm4::Vector2<float>& margin);
   // metadata.cpp
-  bool screenMetadata(qvAnnotationInterface const& annotation) const;
+  QVA_HIDDEN bool screenMetadata(qvAnnotationInterface const& annotation) const;
   // frame.cpp: adds the frame of a `FrameShape` behind what `root` holds; writes the box that it covers.
-  bool createFrame(int shape, qv::svg::BoundingBox const& contentBox, qv::svg::BoundingBox& frameBox,
-                   std::shared_ptr<qv::svg::Node>& root, Wm4::Vector3<unsigned char> const& color,
-                   Wm4::Vector3<unsigned char> const& contrastColor);
+  QVA_HIDDEN bool createFrame(int shape, qv::svg::BoundingBox const& contentBox,
+                              qv::svg::BoundingBox& frameBox, std::shared_ptr<qv::svg::Node>& root,
+                              Wm4::Vector3<unsigned char> const& color,
+                              Wm4::Vector3<unsigned char> const& contrastColor);
   // subAnnotations.cpp
-  bool migrateSubAnnotations(qvAnnotationInterface const& annotation, qv::qvCadAnnotation& cad,
-                             qv::svg::BoundingBox const& frameBox);
-  bool migrateSubAnnotation(qvAnnotationInterface const& parent, qvAnnotationInterface::SubAnnot const& sub,
-                            qv::qvCadAnnotation& cad, qv::svg::BoundingBox const& frameBox);
+  QVA_HIDDEN bool migrateSubAnnotations(qvAnnotationInterface const& annotation, qv::qvCadAnnotation& cad,
+                                        qv::svg::BoundingBox const& frameBox);
+  QVA_HIDDEN bool migrateSubAnnotation(qvAnnotationInterface const& parent,
+                                       qvAnnotationInterface::SubAnnot const& sub, qv::qvCadAnnotation& cad,
+                                       qv::svg::BoundingBox const& frameBox);
 };
 
 }  // namespace qvLegacy

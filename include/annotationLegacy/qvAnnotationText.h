@@ -21,7 +21,7 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
     /// Bits of `m_styleFlags`; the other bits are carried along untouched.
     enum StyleFlag : std::uint16_t { Bold = 1, Italic = 2 };
 
-    TextProperties();
+    TextProperties();  ///< Arial, 1 em, no style flags
     /// `height` in ems; see `quantizeHeight`. No style flags.
     TextProperties(std::string const& font, float height);
 
@@ -34,9 +34,9 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
     /// Reads the keys that are present; an absent height is quantised anew.
     void loadFromVariant(qv::qvVariant::qvVariantMapImpl const& map, qv::qvStreamVersion const& version);
 
-    std::string m_fontName = "Arial";
-    std::uint16_t m_height = 100;  ///< hundredths of an em
-    std::uint16_t m_styleFlags = 0;
+    std::string m_fontName = "Arial";  ///< name of the font family
+    std::uint16_t m_height = 100;      ///< hundredths of an em
+    std::uint16_t m_styleFlags = 0;    ///< bits of `StyleFlag`
   };
 
   /// A run of text on a line.
@@ -45,11 +45,12 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
     /// How the run sits on the line. The numbers are persisted.
     enum SegmentType : std::uint8_t { Normal = 0, Subscript = 1, Superscript = 2 };
 
-    TextSegment();
-    TextSegment(char const* text, SegmentType type);
-    TextSegment(std::string const& text, SegmentType type);
+    TextSegment();                                           ///< without text and properties
+    TextSegment(char const* text, SegmentType type);         ///< as `setText(text, 0)`
+    TextSegment(std::string const& text, SegmentType type);  ///< as `setText(text)`
     /// The copy's text ends at the source's first zero character.
     TextSegment(TextSegment const& other);
+    /// Copies type, text and properties; the text ends as in a copy.
     TextSegment& operator=(TextSegment const& other);
     ~TextSegment();
 
@@ -74,6 +75,7 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
 
     /// Frees a text array.
     struct TextDeleter {
+      /// Null is allowed.
       void operator()(char* text) const noexcept { impl::freeModelMemory(text); }
     };
 
@@ -83,18 +85,24 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
     SegmentType m_type = Normal;                       ///< other values are kept as read
 
    private:
-    void resizeText(std::uint16_t length);
+    QVA_HIDDEN void resizeText(std::uint16_t length);
   };
 
+  /// Runs of one line, from left to right.
   using Line = std::list<TextSegment, impl::ModelAllocator<TextSegment>>;
+  /// Lines from top to bottom.
   using LineList = std::list<Line, impl::ModelAllocator<Line>>;
 
-  qvAnnotationText();
+  qvAnnotationText();  ///< no lines
+  /// Default-constructs, then assigns.
   qvAnnotationText(qvAnnotationText const& other);
+  /// Copies what annotations share, then default properties and lines.
   qvAnnotationText& operator=(qvAnnotationText const& other);
   ~qvAnnotationText() override;
 
+  /// Reads one text record. Failures go to the stream's error state.
   void load(qv::qvBaseStream& stream) override;
+  /// Reads the shared keys, then properties and lines or text; messages and result as in the base.
   bool loadFromVariant(qv::qvVariant::qvVariantMapImpl const& map, qv::qvStreamVersion const& version,
                        std::vector<std::string>& errors) override;
   /// Reads the record that streams before 6.15 hold.
@@ -108,8 +116,8 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
   /// Removes empty runs from the ends of the lines and empty lines from the ends of the text.
   void trim(bool leading, bool trailing);
 
-  TextProperties m_defaultTextProperties;
-  LineList m_lines;
+  TextProperties m_defaultTextProperties;  ///< of runs that have none of their own
+  LineList m_lines;                        ///< empty by default
 };
 
 }  // namespace qvLegacy

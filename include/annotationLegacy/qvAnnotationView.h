@@ -18,9 +18,10 @@ class QVA_EXPORT qvAnnotationView : public qv::qvObject {
   /// What `copyFrom` does with the annotations; any other value drops them, too.
   enum AnnotationCopyMode : int { ShareAnnotations = 0, CloneAnnotations = 1, DropAnnotations = 2 };
 
-  static qv::qvRtti const TYPE;
+  static qv::qvRtti const TYPE;  ///< "qvCore.qvAnnotationView"
 
-  qvAnnotationView();
+  qvAnnotationView();  ///< an empty view on the XY plane
+  /// Default-constructs, then assigns.
   qvAnnotationView(qvAnnotationView const& other);
   /// Copies with `CloneAnnotations`; a null entry stays null.
   qvAnnotationView& operator=(qvAnnotationView const& other);
@@ -30,19 +31,22 @@ class QVA_EXPORT qvAnnotationView : public qv::qvObject {
   /// as it was. Annotations of a kind that cannot be cloned are dropped from the copy.
   void copyFrom(qvAnnotationView const& other, AnnotationCopyMode mode);
 
-  qv::qvRtti const& GetType() const override;
+  qv::qvRtti const& GetType() const override;  ///< `TYPE`
+  /// Reads the view and appends its annotations. Failures go to the stream's error state; nothing is read
+  /// below version 6.13.
   void Load(qv::qvBaseStream& stream) override;
-  void PostLink() override;
+  void PostLink() override;  ///< as the base
   /// Writes nothing; sets the stream error above version 6.26.
   void Save(qv::qvBaseStream& stream) const override;
-  /// Both do nothing and return false.
-  bool Equals(qv::qvRttiInterface const* other) const override;
-  bool Clone(qv::qvRttiInterface*& target) const override;
-  qv::qvObject* GetObjectByName(std::string const& name) override;
+  bool Equals(qv::qvRttiInterface const* other) const override;  ///< always false
+  bool Clone(qv::qvRttiInterface*& target) const override;       ///< does nothing, always false
+  qv::qvObject* GetObjectByName(
+      std::string const& name) override;  ///< as the base: no annotation is searched
+  /// As the base.
   void GetAllObjectsByName(std::string const& name, std::vector<qv::qvObject*>& objects) override;
-  qv::qvObject* GetObjectByID(unsigned int id) override;
-  void SetName(std::string const& name) override;
-  std::string const& GetName() const override;
+  qv::qvObject* GetObjectByID(unsigned int id) override;  ///< as the base
+  void SetName(std::string const& name) override;         ///< stores any text
+  std::string const& GetName() const override;            ///< as stored
 
   /// Builds a view from a variant map. One message for each problem is appended to `errors`. Returns null
   /// when the view cannot be read.
@@ -59,14 +63,15 @@ class QVA_EXPORT qvAnnotationView : public qv::qvObject {
   static qv::qvRttiInterface* Factory(qv::qvBaseStream& stream);
   /// For hosts that manage registration themselves: under the type record's name.
   static void RegisterFactory();
+  /// Undoes `RegisterFactory`.
   static void UnRegisterFactory();
 
-  std::string m_name;
-  Wm4::Vector3<float> m_planeOrigin;
-  Wm4::Vector3<float> m_planeNormal;  ///< unit Z by default
-  Wm4::Vector3<float> m_planeXAxis;   ///< unit X by default
-  std::vector<qv::qvPointer<qvAnnotationInterface>> m_annotations;
-  qv::qvVariant::qvVariantMapImpl m_metadata;
+  std::string m_name;                                               ///< empty by default
+  Wm4::Vector3<float> m_planeOrigin;                                ///< in model space; the origin by default
+  Wm4::Vector3<float> m_planeNormal;                                ///< unit Z by default
+  Wm4::Vector3<float> m_planeXAxis;                                 ///< unit X by default
+  std::vector<qv::qvPointer<qvAnnotationInterface>> m_annotations;  ///< in order; empty by default
+  qv::qvVariant::qvVariantMapImpl m_metadata;                       ///< of the user; empty by default
 };
 
 }  // namespace qvLegacy

@@ -29,6 +29,7 @@ class QVA_EXPORT qvLogObject {
 
   /// Appends text; a null pointer appends "[NullPtr]".
   qvLogObject& operator<<(char const* text);
+  /// Appends text, zero characters included.
   qvLogObject& operator<<(std::string const& text);
 
   std::string m_threadId;                       ///< empty when the process log wants no thread ids
@@ -36,12 +37,12 @@ class QVA_EXPORT qvLogObject {
   std::unique_ptr<std::string> m_systemLogTag;  ///< null: not for the system log
   qvLog* m_targetLog;                           ///< not owned; may be null
   std::unique_ptr<std::ostringstream> m_text;   ///< created on the first append
-  qvLogType m_type;
-  std::uint64_t m_time;  ///< milliseconds since the epoch at construction
-  bool m_flag;
+  qvLogType m_type;                             ///< `qvLogSuppressed` when nothing will be written
+  std::uint64_t m_time;                         ///< milliseconds since the epoch at construction
+  bool m_flag;                                  ///< for the target log's `Write`
 
  private:
-  std::ostringstream* editText();
+  QVA_HIDDEN std::ostringstream* editText();
 };
 
 }  // namespace qv

@@ -22,10 +22,10 @@ namespace qv {
 template <class Real>
 class QVA_EXPORT qvGenericTransformation {
  public:
-  using Vector3 = Wm4::Vector3<Real>;
-  using Matrix3 = Wm4::Matrix3<Real>;
-  using Matrix4 = Wm4::Matrix4<Real>;
-  using Plane3 = Wm4::Plane3<Real>;
+  using Vector3 = Wm4::Vector3<Real>;  ///< a point, a vector, or three scales
+  using Matrix3 = Wm4::Matrix3<Real>;  ///< a linear part, row-major
+  using Matrix4 = Wm4::Matrix4<Real>;  ///< a homogeneous matrix, row-major
+  using Plane3 = Wm4::Plane3<Real>;    ///< the points X with N X = c
 
   /// The identity, all three flags set.
   qvGenericTransformation() noexcept = default;
@@ -43,6 +43,7 @@ class QVA_EXPORT qvGenericTransformation {
   void SetRotate(Matrix3 const& rotation) noexcept;
   /// Stores a general linear part: the scale has no effect from now on and does not count as uniform.
   void SetMatrix(Matrix3 const& matrix) noexcept;
+  /// Stores the translation.
   void SetTranslate(Vector3 const& translation) noexcept;
   /// The scale is uniform exactly when x == y and x == z as numbers, so never with a NaN. Under a general
   /// matrix the scale is stored without effect until `SetRotate`.
@@ -54,16 +55,17 @@ class QVA_EXPORT qvGenericTransformation {
 
   // Getters.
 
+  /// The matrix, whether it is a rotation or general.
   Matrix3 const& GetRotate() const noexcept { return m_matrix; }
   /// For direct writes; follow them by `recomputeIsIdentity`.
   Matrix3& GetRotate() noexcept { return m_matrix; }
-  Matrix3 const& GetMatrix() const noexcept { return m_matrix; }
-  Vector3 const& GetTranslate() const noexcept { return m_translate; }
-  Vector3 const& GetScale() const noexcept { return m_scale; }
+  Matrix3 const& GetMatrix() const noexcept { return m_matrix; }        ///< the same matrix
+  Vector3 const& GetTranslate() const noexcept { return m_translate; }  ///< as stored
+  Vector3 const& GetScale() const noexcept { return m_scale; }          ///< as stored, used or not
   /// The x component of the scale, whatever the other two hold.
   Real GetUniformScale() const noexcept { return m_scale[0]; }
-  bool IsIdentity() const noexcept { return m_isIdentity; }
-  bool IsRSMatrix() const noexcept { return m_isRSMatrix; }
+  bool IsIdentity() const noexcept { return m_isIdentity; }  ///< the flag
+  bool IsRSMatrix() const noexcept { return m_isRSMatrix; }  ///< the flag: a rotation with scale
   /// False whenever the matrix is general, whatever the scale flag says.
   bool IsUniformScale() const noexcept { return m_isRSMatrix && m_isUniformScale; }
 

@@ -1,11 +1,19 @@
 # Sourced by the scripts: which Debian packages the project needs, and how they get onto the machine.
 
 # What it takes to build the library and the tool, and to look at what they draw.
-demo_packages="g++ cmake ninja-build pkg-config libharfbuzz-dev libfontconfig-dev libsimdjson-dev libcli11-dev
+demo_packages="g++ cmake ninja-build pkg-config libharfbuzz-dev libfribidi-dev libfontconfig-dev libsimdjson-dev libcli11-dev
   librsvg2-bin fonts-liberation2 fonts-dejavu-core fonts-noto-core"
 
+# What it takes to make Debian packages.
+package_packages="dpkg-dev file"
+
 # What the tests need beside that.
-test_packages="libgtest-dev librapidcheck-dev libeigen3-dev libwildmagic-dev libbenchmark-dev libglm-dev python3 locales"
+test_packages="$package_packages lintian libgtest-dev librapidcheck-dev libeigen3-dev libwildmagic-dev libbenchmark-dev libglm-dev python3 locales
+  abigail-tools clang-16 doxygen
+  chromium poppler-utils libpng-dev"
+
+# What fuzzing needs beside both.
+fuzz_packages="clang libclang-rt-14-dev"
 
 missing_packages() {
   local package
