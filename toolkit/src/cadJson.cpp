@@ -4,6 +4,7 @@
 
 #include "colorText.h"
 #include "contentHash.h"
+#include "fontMatchText.h"
 #include "imageFormat.h"
 #include "qvSvg/image.h"
 #include "qvSvg/path.h"
@@ -28,7 +29,6 @@ constexpr std::array<FlagText, 4> FlagTexts = {{
 
 /// In the order of the enumerations.
 constexpr std::array<char const*, 5> KindTexts = {"group", "rect", "image", "path", "text"};
-constexpr std::array<char const*, 4> MatchTexts = {"asked", "metric-compatible", "substitute", "missing"};
 
 template <class Enum, std::size_t N>
 char const* getText(std::array<char const*, N> const& texts, Enum value) {
@@ -50,9 +50,11 @@ void writeSegment(JsonWriter& json, qv::svg::PathSegment const& segment) {
 void writeSpan(JsonWriter& json, qv::svg::TextSpan const& span) {
   json.beginObject().member("text", span.m_text).member("x", span.m_x).member("advance", span.m_advance);
   json.member("family", span.m_family).member("askedFamily", span.m_askedFamily);
-  json.member("match", getText(MatchTexts, span.m_match));
+  json.member("match", getMatchText(span.m_match));
   if (span.m_match == qv::svg::FontMatch::Missing) json.member("original", span.m_original);
-  json.member("bold", span.m_bold).member("italic", span.m_italic).endObject();
+  json.member("bold", span.m_bold).member("italic", span.m_italic);
+  json.member("boldMadeUp", span.m_synthesis.m_bold).member("italicMadeUp", span.m_synthesis.m_oblique);
+  json.member("rightToLeft", span.m_rightToLeft).endObject();
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "toolkit/document.h"
 
+#include <map>
 #include <new>
 #include <string_view>
 #include <utility>
@@ -13,6 +14,7 @@
 #include "readerMessages.h"
 #include "streamDocument.h"
 #include "textPosition.h"
+#include "toolkit/limitFinding.h"
 
 namespace qvToolkit {
 
@@ -61,14 +63,23 @@ bool isJson(Document& document, std::string_view content) {
   return false;
 }
 
+/// A message that the reader repeats is one finding each time, up to a hundred; the rest share one.
 void addReaderMessages(Document& document, LoadedView const& view, ReadView const& read) {
-  for (std::string const& message : view.m_messages) {
+  constexpr std::size_t MaxRepeated = 100;
+  std::map<std::string_view, std::size_t> counts;
+  auto const add = [&](std::string_view message, std::string const& more) {
     document.m_findings.push_back({FindingCode::ReaderMessage,
                                    getReaderMessageSeverity(message),
-                                   message,
+                                   std::string(message) + more,
                                    read.m_address,
                                    {{}, {}, {}, read.m_jsonPointer},
                                    {}});
+  };
+  for (std::string const& message : view.m_messages) {
+    if (++counts[message] <= MaxRepeated) add(message, {});
+  }
+  for (auto const& [message, count] : counts) {
+    if (count > MaxRepeated) add(message, " (" + std::to_string(count - MaxRepeated) + " more times)");
   }
 }
 
@@ -97,13 +108,20 @@ void append(Findings& findings, Findings more) {
   for (Finding& finding : more) findings.push_back(std::move(finding));
 }
 
+/// Too many levels are a limit, whatever else is wrong is the text's own fault.
+void failReading(Document& document) {
+  document.m_failure = ExitInputBroken;
+  for (Finding& finding : document.m_findings) {
+    if (finding.m_code != FindingCode::JsonTooDeep) continue;
+    finding.m_option = "--max-json-depth";
+    document.m_failure = ExitLimit;
+  }
+}
+
 void readJsonDocument(Document& document, std::string& content, OpenLimits const& limits) {
   JsonReading reading = readJson(content, limits.m_maxContainers);
   append(document.m_findings, std::move(reading.m_findings));
-  if (reading.m_isBroken) {
-    document.m_failure = ExitInputBroken;
-    return;
-  }
+  if (reading.m_isBroken) return failReading(document);
   DocumentShape shape = findViews(reading.m_value);
   append(document.m_findings, std::move(shape.m_findings));
   if (!shape.m_isDocument) {
@@ -119,29 +137,20 @@ void readJsonDocument(Document& document, std::string& content, OpenLimits const
   locateFindings(content, document.m_findings);
 }
 
-void failMemory(Document& document) {
-  fail(document, ExitLimit,
-       {FindingCode::InputTooLarge,
-        Severity::Error,
-        "the document needs more memory than there is",
-        {},
-        {},
-        {}});
-}
-
 }  // namespace
 
 Document readDocument(std::string content, std::string const& path, OpenLimits const& limits) {
   Document document;
   document.m_path = path;
   try {
+    if (limits.m_onInput) limits.m_onInput(content.size());
     if (isObjectStream(content)) {
-      readStreamDocument(document, content);
+      readStreamDocument(document, content, limits);
     } else if (isJson(document, content)) {
       readJsonDocument(document, content, limits);
     }
-  } catch (std::bad_alloc const&) {
-    failMemory(document);
+  } catch (std::bad_alloc const& error) {
+    fail(document, ExitLimit, makeLimitFinding(error));
   }
   return document;
 }
@@ -153,8 +162,8 @@ Document openDocument(std::string const& path, OpenLimits const& limits) {
     InputFile input = readInputFile(path, limits.m_maxInputBytes);
     if (!input.m_problem.has_value()) return readDocument(std::move(input.m_bytes), path, limits);
     fail(document, input.m_failure, std::move(*input.m_problem));
-  } catch (std::bad_alloc const&) {
-    failMemory(document);
+  } catch (std::bad_alloc const& error) {
+    fail(document, ExitLimit, makeLimitFinding(error));
   }
   return document;
 }

@@ -50,6 +50,8 @@ constexpr auto CodeTexts = std::to_array<CodeText>({
     {FindingCode::ShapeAsRectangle, "frame.shape-as-rectangle"},
     {FindingCode::FontMetricCompatible, "font.metric-compatible"},
     {FindingCode::FontSubstituted, "font.substituted"},
+    {FindingCode::FontReplaced, "font.replaced"},
+    {FindingCode::FontSynthesized, "font.synthesized"},
     {FindingCode::GlyphMissing, "font.glyph-missing"},
     {FindingCode::LeaderHeadUnknown, "leader.head-unknown"},
     {FindingCode::LeaderHeadCollapsed, "leader.head-collapsed"},
@@ -60,6 +62,17 @@ constexpr auto CodeTexts = std::to_array<CodeText>({
     {FindingCode::TextRepaired, "text.repaired"},
     {FindingCode::EncodingLoss, "encoding.loss"},
     {FindingCode::EncodingOrder, "encoding.order"},
+    {FindingCode::LimitMemory, "limit.memory"},
+    {FindingCode::LimitFailedReads, "limit.failed-reads"},
+    {FindingCode::LimitStack, "limit.stack"},
+    {FindingCode::LimitTime, "limit.time"},
+    {FindingCode::LimitDepth, "limit.depth"},
+    {FindingCode::LimitNodes, "limit.nodes"},
+    {FindingCode::LimitOutput, "limit.output"},
+    {FindingCode::LimitRaster, "limit.raster"},
+    {FindingCode::WorkerCrashed, "worker.crashed"},
+    {FindingCode::WorkerKilled, "worker.killed"},
+    {FindingCode::WorkerGarbage, "worker.garbage"},
     {FindingCode::OutputExists, "output.exists"},
     {FindingCode::OutputFailed, "output.failed"},
 });
@@ -83,6 +96,11 @@ void appendNote(std::string& notes, std::string_view note) {
 }
 
 }  // namespace
+
+bool isLimit(FindingCode code) {
+  if (code == FindingCode::InputTooLarge || code == FindingCode::JsonTooDeep) return true;
+  return code >= FindingCode::LimitMemory && code <= FindingCode::WorkerGarbage;
+}
 
 std::string_view getCodeText(FindingCode code) {
   auto const index = static_cast<std::size_t>(code);

@@ -35,8 +35,10 @@ InputFile failByErrno(char const* action) {
 }
 
 InputFile failBySize(std::uint64_t maxBytes) {
-  return fail(FindingCode::InputTooLarge, ExitLimit,
-              "the input is larger than the limit of " + std::to_string(maxBytes) + " bytes");
+  InputFile input = fail(FindingCode::InputTooLarge, ExitLimit,
+                         "the input is larger than the limit of " + std::to_string(maxBytes) + " bytes");
+  input.m_problem->m_option = "--max-input";
+  return input;
 }
 
 /// What a path names when it is no regular file; null when it is one.

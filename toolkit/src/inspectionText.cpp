@@ -10,6 +10,7 @@
 #include "countText.h"
 #include "jsonParts.h"
 #include "legacyNames.h"
+#include "textTable.h"
 #include "toolkit/inspection.h"
 #include "toolkit/textEscape.h"
 
@@ -17,17 +18,7 @@ namespace qvToolkit {
 
 namespace {
 
-/// Cells wider than this do not widen their column.
-constexpr std::size_t MaxColumnWidth = 40;
 constexpr std::size_t MaxTextLength = 60;
-
-using Row = std::vector<std::string>;
-
-/// The number of characters of a valid UTF-8 text, which is about its width.
-std::size_t getWidth(std::string_view text) {
-  auto const beginsCharacter = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; };
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
-}
 
 /// The first characters of a valid UTF-8 text.
 std::string shorten(std::string_view text) {
@@ -75,12 +66,12 @@ std::string formatFrame(std::uint8_t style) {
   return text;
 }
 
-Row makeHeader() {
+TableRow makeHeader() {
   return {"ADDRESS", "KIND",     "ANCHOR", "FRAME", "COLOUR", "POSITION",
           "LEADERS", "MEASURES", "SUBS",   "NAME",  "TEXT"};
 }
 
-Row makeRow(InspectedAnnotation const& annotation) {
+TableRow makeRow(InspectedAnnotation const& annotation) {
   LegacyCounts const& counts = annotation.m_counts;
   return {annotation.m_address,
           formatName(getTypeName(annotation.m_type), annotation.m_type),
@@ -93,26 +84,6 @@ Row makeRow(InspectedAnnotation const& annotation) {
           std::to_string(counts.m_children),
           shorten(escapeTerminal(annotation.m_name)),
           formatText(annotation.m_text)};
-}
-
-void appendTable(std::string& text, std::vector<Row> const& rows) {
-  std::vector<std::size_t> widths(rows.front().size(), 0);
-  for (Row const& row : rows) {
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      std::size_t const width = getWidth(row[i]);
-      if (width <= MaxColumnWidth) widths[i] = std::max(widths[i], width);
-    }
-  }
-  for (Row const& row : rows) {
-    std::string line = "   ";
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      line += ' ' + row[i];
-      std::size_t const width = getWidth(row[i]);
-      line.append(widths[i] - std::min(widths[i], width) + 1, ' ');
-    }
-    line.resize(line.find_last_not_of(' ') + 1);
-    text += line + '\n';
-  }
 }
 
 void appendCounts(std::string& text, LegacyCounts const& counts) {
@@ -137,7 +108,7 @@ void appendView(std::string& text, InspectedView const& view) {
   if (view.m_metadata > 0) text += "    metadata: " + std::to_string(view.m_metadata) + " keys\n";
   appendCounts(text, view.m_counts);
   if (view.m_annotations.empty()) return;
-  std::vector<Row> rows = {makeHeader()};
+  std::vector<TableRow> rows = {makeHeader()};
   for (InspectedAnnotation const& annotation : view.m_annotations) rows.push_back(makeRow(annotation));
   appendTable(text, rows);
 }

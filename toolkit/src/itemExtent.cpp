@@ -57,6 +57,10 @@ void measureText(qv::svg::Text const& text, Measure& measure) {
   for (auto const& span : text.m_spans) {
     measure.addPoint({span.m_x, text.m_baseline});
     measure.addPoint({span.m_x + span.m_advance, text.m_baseline});
+    for (auto const& glyph : span.m_glyphs) {
+      measure.addNumber(glyph.m_x);
+      measure.addNumber(glyph.m_y);
+    }
   }
   if (!text.m_box.isValid()) return;
   measure.addPoint(text.m_box.getMinPoint());

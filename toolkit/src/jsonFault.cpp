@@ -1,13 +1,11 @@
 #include "jsonFault.h"
 
 #include <array>
-#include <charconv>
-#include <cstdint>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "jsonNumber.h"
+#include "jsonString.h"
 #include "textPosition.h"
 #include "utf8.h"
 
@@ -75,7 +73,6 @@ class FaultFinder {
   bool scanString();
   bool scanEscape();
   bool scanUnicodeEscape();
-  std::optional<char32_t> readHexDigits(std::size_t offset) const;
 
   std::string_view m_text;
   std::size_t m_maxContainers;
@@ -260,31 +257,13 @@ bool FaultFinder::scanEscape() {
   return true;
 }
 
-/// One "\uXXXX", or two that make a surrogate pair.
 bool FaultFinder::scanUnicodeEscape() {
   constexpr std::size_t Length = 6;
-  std::size_t const start = m_offset;
-  std::optional<char32_t> const first = readHexDigits(start + 2);
-  if (!first) return fail(start, quoted(m_text.substr(start, Length)), "four hexadecimal digits after \\u");
-  m_offset += Length;
-  if (*first < 0xD800 || *first > 0xDFFF) return true;
-
-  bool const isFollowed = m_text.substr(m_offset, 2) == "\\u";
-  char32_t const second = isFollowed ? readHexDigits(m_offset + 2).value_or(0) : 0;
-  if (*first > 0xDBFF || second < 0xDC00 || second > 0xDFFF) {
-    return fail(start, quoted(m_text.substr(start, Length)), "both halves of a surrogate pair");
+  if (!readHexDigits(m_text, m_offset + 2)) {
+    return fail(m_offset, quoted(m_text.substr(m_offset, Length)), "four hexadecimal digits after \\u");
   }
   m_offset += Length;
   return true;
-}
-
-std::optional<char32_t> FaultFinder::readHexDigits(std::size_t offset) const {
-  if (offset + 4 > m_text.size()) return std::nullopt;
-  std::uint32_t number = 0;
-  char const* const end = m_text.data() + offset + 4;
-  auto const result = std::from_chars(m_text.data() + offset, end, number, 16);
-  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
-  return static_cast<char32_t>(number);
 }
 
 }  // namespace

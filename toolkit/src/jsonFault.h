@@ -17,7 +17,7 @@ struct JsonFault {
 
 /// The first fault of a text that should be JSON of at most `maxContainers` nested objects and arrays;
 /// nothing for a sound one. Strict: no comments, no trailing commas, no control characters in strings, UTF-8
-/// only, no halves of surrogate pairs, no number beyond the range of a double.
+/// only, no number beyond the range of a double.
 ///
 /// It explains a refusal and builds nothing: one pass, no recursion, stops at the first fault.
 std::optional<JsonFault> findJsonFault(std::string_view text, std::size_t maxContainers);

@@ -1,9 +1,7 @@
 #include "jsonLocator.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
-#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -11,8 +9,8 @@
 #include <vector>
 
 #include "jsonPointer.h"
+#include "jsonString.h"
 #include "textPosition.h"
-#include "utf8.h"
 
 namespace qvToolkit {
 
@@ -62,41 +60,6 @@ class WantedTree {
 };
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
-
-/// The code unit of a "\uXXXX" whose digits begin at `offset`.
-char32_t readCodeUnit(std::string_view text, std::size_t offset) {
-  std::uint32_t unit = 0;
-  std::string_view const digits = text.substr(std::min(offset, text.size()), 4);
-  std::from_chars(digits.data(), digits.data() + digits.size(), unit, 16);
-  return unit;
-}
-
-/// The content of a well-formed JSON string, without its quotes.
-std::string unescapeString(std::string_view text) {
-  constexpr std::string_view Letters = "bfnrt";
-  constexpr std::string_view Controls = "\b\f\n\r\t";
-  std::string content;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\\' || i + 1 == text.size()) {
-      content += text[i];
-      continue;
-    }
-    char const letter = text[++i];
-    if (letter != 'u') {
-      std::size_t const control = Letters.find(letter);
-      content += control == std::string_view::npos ? letter : Controls[control];
-      continue;
-    }
-    char32_t unit = readCodeUnit(text, i + 1);
-    i += 4;
-    if (unit >= 0xD800 && unit <= 0xDBFF) {
-      unit = 0x10000 + ((unit - 0xD800) << 10) + (readCodeUnit(text, i + 3) - 0xDC00);
-      i += 6;
-    }
-    appendUtf8(content, unit);
-  }
-  return content;
-}
 
 /// Walks the text token by token, into those containers only that lead to something wanted.
 class Locator {
@@ -187,10 +150,10 @@ std::string Locator::takeKey() {
   std::size_t const start = m_offset;
   skipString();
   std::string part;
-  appendPointerKey(part, unescapeString(m_text.substr(start + 1, m_offset - start - 2)));
+  if (auto const key = readJsonString(m_text.substr(start))) appendPointerKey(part, key->m_text);
   skipBlanks();
   ++m_offset;
-  return part.substr(1);
+  return part.empty() ? part : part.substr(1);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "jsonFault.h"
 #include "jsonNumber.h"
 #include "jsonPointer.h"
+#include "jsonString.h"
 #include "textPosition.h"
 
 namespace qvToolkit {
@@ -57,6 +58,8 @@ class VariantBuilder {
   simdjson::error_code openList(ondemand::value value, qv::qvVariant& target);
   simdjson::error_code openMap(ondemand::value value, qv::qvVariant& target);
   simdjson::error_code readString(ondemand::value value, qv::qvVariant& target);
+  std::optional<JsonString> repair(char const* place) const;
+  void reportHalves(JsonString const& string, char const* place);
   simdjson::error_code readBool(ondemand::value value, qv::qvVariant& target);
   simdjson::error_code readNull(ondemand::value value);
   simdjson::error_code readNumber(ondemand::value value, qv::qvVariant& target);
@@ -98,9 +101,15 @@ simdjson::error_code VariantBuilder::stepMap(Level& level) {
   if (auto const error = (*level.m_fields).get(field)) return error;
   char const* const place = field.key().raw() - 1;
   std::string_view key;
-  if (auto const error = field.unescaped_key().get(key)) return error;
-  if (!simdjson::validate_utf8(key)) return simdjson::UTF8_ERROR;
+  auto const keyError = field.unescaped_key().get(key);
+  std::optional<JsonString> repaired;
+  if (keyError != simdjson::SUCCESS || !simdjson::validate_utf8(key)) {
+    repaired = repair(place);
+    if (!repaired) return simdjson::STRING_ERROR;
+    key = repaired->m_text;
+  }
   level.m_key = key;
+  if (repaired) reportHalves(*repaired, place);
 
   auto const [entry, isNew] = level.m_map->try_emplace(level.m_key);
   if (!isNew) {
@@ -154,12 +163,34 @@ simdjson::error_code VariantBuilder::openMap(ondemand::value value, qv::qvVarian
 }
 
 simdjson::error_code VariantBuilder::readString(ondemand::value value, qv::qvVariant& target) {
+  char const* const place = value.raw_json_token().data();
   std::string_view text;
-  if (auto const error = value.get_string().get(text)) return error;
-  // An escaped half of a surrogate pair unescapes to bytes that are no UTF-8.
-  if (!simdjson::validate_utf8(text)) return simdjson::UTF8_ERROR;
-  target = std::string(text);
+  auto const error = value.get_string().get(text);
+  // Some escaped halves of surrogate pairs unescape to bytes that are no UTF-8, others are an error.
+  if (error == simdjson::SUCCESS && simdjson::validate_utf8(text)) {
+    target = std::string(text);
+    return simdjson::SUCCESS;
+  }
+  std::optional<JsonString> repaired = repair(place);
+  if (!repaired) return simdjson::STRING_ERROR;
+  reportHalves(*repaired, place);
+  target = std::move(repaired->m_text);
   return simdjson::SUCCESS;
+}
+
+/// The string at `place`, which the parser cannot unescape, when halves of surrogate pairs are all that is
+/// wrong with it.
+std::optional<JsonString> VariantBuilder::repair(char const* place) const {
+  std::optional<JsonString> string =
+      readJsonString(m_text.substr(static_cast<std::size_t>(place - m_text.data())));
+  return string.has_value() && string->m_halves > 0 ? std::move(string) : std::nullopt;
+}
+
+void VariantBuilder::reportHalves(JsonString const& string, char const* place) {
+  std::string text = "found half of a surrogate pair, '" + string.m_firstHalf + "'";
+  if (string.m_halves > 1)
+    text += ", and " + std::to_string(string.m_halves - 1) + " more in the same string";
+  report(FindingCode::TextRepaired, text + "; it was read as U+FFFD", place);
 }
 
 simdjson::error_code VariantBuilder::readBool(ondemand::value value, qv::qvVariant& target) {

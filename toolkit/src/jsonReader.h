@@ -19,9 +19,9 @@ struct JsonReading {
 constexpr std::size_t JsonPadding = 64;
 
 /// Reads a JSON text into a variant. Integers without fraction and exponent are of the integer kind, others
-/// real; one beyond 64 bits becomes a real, of equal keys the last wins, a byte-order mark is skipped, each
-/// with a warning. A number that no double holds, invalid UTF-8 and more than `maxContainers` nested objects
-/// and arrays are faults.
+/// real; one beyond 64 bits becomes a real, of equal keys the last wins, a byte-order mark is skipped, an
+/// escaped half of a surrogate pair becomes U+FFFD, each with a warning. A number that no double holds,
+/// invalid UTF-8 and more than `maxContainers` nested objects and arrays are faults.
 ///
 /// `text` is given spare capacity; its content stays. Throws `std::bad_alloc` only.
 JsonReading readJson(std::string& text, std::size_t maxContainers);

@@ -12,6 +12,8 @@ namespace qvToolkit {
 
 namespace {
 
+constexpr std::size_t PieceSize = std::size_t{1} << 20;
+
 /// Longer than any number's shortest text.
 using NumberBuffer = std::array<char, 64>;
 
@@ -135,8 +137,22 @@ std::string JsonWriter::takeText() {
   return std::exchange(m_text, std::string());
 }
 
+bool JsonWriter::finish() {
+  m_text += '\n';
+  flush();
+  m_levels.clear();
+  m_afterKey = false;
+  return !m_hasFailed;
+}
+
+void JsonWriter::flush() {
+  if (!m_hasFailed) m_hasFailed = !m_sink->write(m_text);
+  m_text.clear();
+}
+
 /// Places what comes next: behind its key, or on a line of its own within an object or array.
 void JsonWriter::beforeValue() {
+  if (m_sink != nullptr && m_text.size() >= PieceSize) flush();
   if (std::exchange(m_afterKey, false) || m_levels.empty()) return;
   if (!std::exchange(m_levels.back().m_isEmpty, false)) m_text += ',';
   breakLine();

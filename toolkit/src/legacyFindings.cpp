@@ -120,11 +120,10 @@ void reportRepair(std::string_view bytes, std::string_view what, std::string con
       "the " + std::string(what) + " holds control characters or invalid UTF-8; each is shown as U+FFFD");
 }
 
-void reportTextRepairs(qvAnnotationText const& text, std::string const& address, FindingList& findings) {
+void reportFontNames(qvAnnotationText const& text, std::string const& address, FindingList& findings) {
   reportRepair(text.m_defaultTextProperties.m_fontName, "font name", address, findings);
   for (auto const& line : text.m_lines) {
     for (auto const& run : line) {
-      reportRepair(getRunText(run), "text", address, findings);
       if (run.m_textProperties != nullptr) {
         reportRepair(run.m_textProperties->m_fontName, "font name", address, findings);
       }
@@ -139,7 +138,9 @@ void reportRastersUnder(qvAnnotationInterface const& annotation, std::string con
     if (std::string const* problem = rasters.findProblem(raster->m_rasterName)) {
       std::string text = "image '" + raster->m_rasterName + "' is not available: " + *problem;
       if (!hasFolder) text += "; name the folder that holds it with --rasters";
-      findings.add(FindingCode::RasterUnavailable, Severity::Error, address, std::move(text), "--rasters");
+      bool const isTooLarge = rasters.isTooLarge(raster->m_rasterName);
+      findings.add(isTooLarge ? FindingCode::LimitRaster : FindingCode::RasterUnavailable, Severity::Error,
+                   address, std::move(text), isTooLarge ? "--max-raster" : "--rasters");
     }
   }
   std::size_t index = 0;
@@ -178,7 +179,7 @@ void reportAnnotation(AnnotationPair const& pair, FindingList& findings) {
   reportRepair(pair.m_legacy->m_name, "name", pair.m_address, findings);
   if (auto const* text = dynamic_cast<qvAnnotationText const*>(pair.m_legacy)) {
     reportBlankLines(*text, pair.m_address, findings);
-    reportTextRepairs(*text, pair.m_address, findings);
+    reportFontNames(*text, pair.m_address, findings);
   }
 }
 

@@ -1,7 +1,10 @@
 #include "toolkit/migratedJson.h"
 
+#include <utility>
+
 #include "annotationLegacy/version.h"
 #include "cadJson.h"
+#include "toolkit/fontReport.h"
 #include "toolkit/inspection.h"
 #include "toolkit/jsonWriter.h"
 
@@ -14,19 +17,30 @@ using qvLegacy::qvAnnotationMigration;
 /// Grows when a field changes its meaning or goes; new fields leave it as it is.
 constexpr int SchemaVersion = 1;
 
+void writeStrings(JsonWriter& json, char const* key, std::vector<std::string> const& texts) {
+  json.key(key).beginArray();
+  for (std::string const& text : texts) json.value(text);
+  json.endArray();
+}
+
+void writeFontOptions(JsonWriter& json, FontOptions const& options) {
+  writeStrings(json, "fontDirectories", options.m_directories);
+  json.key("fontReplacements").beginArray();
+  for (qv::text::FontReplacement const& each : options.m_replacements) {
+    json.beginObject().member("family", each.m_family).member("replacement", each.m_replacement).endObject();
+  }
+  json.endArray().member("systemFonts", options.m_useSystemFonts);
+}
+
 void writeOptions(JsonWriter& json, MigrationOptions const& options) {
   auto const isSet = [&options](int bit) { return (options.m_dropped & bit) != 0; };
   json.key("options").beginObject();
   json.member("dropViewMetadata", isSet(qvAnnotationMigration::DropViewMetadata));
   json.member("dropKnownMetadata", isSet(qvAnnotationMigration::DropKnownMetadata));
   json.member("dropUnknownMetadata", isSet(qvAnnotationMigration::DropUnknownMetadata));
-  json.member("headSize", options.m_headSize).endObject();
-}
-
-void writeStrings(JsonWriter& json, char const* key, std::vector<std::string> const& texts) {
-  json.key(key).beginArray();
-  for (std::string const& text : texts) json.value(text);
-  json.endArray();
+  json.member("headSize", options.m_headSize);
+  writeFontOptions(json, options.m_fonts);
+  json.endObject();
 }
 
 void writeView(JsonWriter& json, LoadedView const& loaded, MigratedView const& view, std::string const& page,
@@ -46,12 +60,24 @@ void writeView(JsonWriter& json, LoadedView const& loaded, MigratedView const& v
   json.endObject();
 }
 
+class TextSink : public OutputSink {
+ public:
+  bool write(std::string_view bytes) override {
+    m_text += bytes;
+    return true;
+  }
+  std::string takeText() { return std::move(m_text); }
+
+ private:
+  std::string m_text;
+};
+
 }  // namespace
 
-std::string formatMigratedDocument(Document const& document, MigrationSession const& session,
-                                   std::vector<MigratedView> const& views,
-                                   std::vector<std::string> const& pageNames, Findings const& findings) {
-  JsonWriter json;
+bool writeMigratedDocument(OutputSink& sink, Document const& document, MigrationSession const& session,
+                           std::vector<MigratedView> const& views, std::vector<std::string> const& pageNames,
+                           Findings const& findings) {
+  JsonWriter json(sink);
   json.beginObject().member("format", "qvannot.migrated").member("formatVersion", SchemaVersion);
   json.member("libraryVersion", qvAnnotationLegacy::Version::GetDescStringMajorMinorRelease(false));
   json.member("input", document.m_path);
@@ -60,10 +86,19 @@ std::string formatMigratedDocument(Document const& document, MigrationSession co
   for (std::size_t i = 0; i < views.size(); ++i) {
     writeView(json, document.m_views[i], views[i], pageNames[i], session.getRasters());
   }
-  json.endArray().key("findings");
-  writeFindings(json, findings);
+  json.endArray();
+  writeFontReport(json, reportFonts(views));
+  writeFindings(json.key("findings"), findings);
   json.endObject();
-  return json.takeText();
+  return json.finish();
+}
+
+std::string formatMigratedDocument(Document const& document, MigrationSession const& session,
+                                   std::vector<MigratedView> const& views,
+                                   std::vector<std::string> const& pageNames, Findings const& findings) {
+  TextSink sink;
+  static_cast<void>(writeMigratedDocument(sink, document, session, views, pageNames, findings));
+  return sink.takeText();
 }
 
 }  // namespace qvToolkit

@@ -30,22 +30,6 @@ void addLogRecords(MigratedView const& view, std::string const& address, Finding
   }
 }
 
-/// Whether any annotation has more than `limit` levels of sub-annotations. Goes level by level, so that depth
-/// costs no stack.
-bool isDeeperThan(qvLegacy::qvAnnotationView const& view, std::size_t limit) {
-  using Level = std::vector<qvLegacy::qvAnnotationInterface const*>;
-  Level level(view.m_annotations.begin(), view.m_annotations.end());
-  for (std::size_t depth = 0; depth <= limit; ++depth) {
-    Level next;
-    for (auto const* annotation : level) {
-      if (annotation == nullptr) continue;
-      for (auto const& child : annotation->getSubAnnots()) next.push_back(child.m_annot);
-    }
-    level = std::move(next);
-  }
-  return !level.empty();
-}
-
 std::string describeRefusal(LoadedView const& loaded) {
   return loaded.m_messages.empty() ? "the reader refused it"
                                    : "the reader refused it: " + loaded.m_messages.back();
@@ -82,7 +66,7 @@ std::string getViewAddress(std::size_t index) {
 }
 
 MigrationSession::MigrationSession(MigrationOptions options)
-    : m_options(std::move(options)), m_rasters(m_options.m_rasterFolder) {
+    : m_options(std::move(options)), m_rasters(m_options.m_rasterFolder, m_options.m_maxRasterBytes) {
 }
 
 std::vector<MigratedView> MigrationSession::migrate(Document const& document) {
@@ -110,8 +94,9 @@ MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t
   FindingList findings;
   if (loaded.m_view == nullptr) {
     addFailure(view, describeRefusal(loaded), {}, findings);
-  } else if (isDeeperThan(*loaded.m_view, MigrationOptions::MaxDepth)) {
-    addFailure(view, "its sub-annotations are nested more than 200 levels deep", {}, findings);
+  } else if (auto const refusal = checkTrees(*loaded.m_view, getViewAddress(index), m_options.m_trees)) {
+    findings.add(refusal->m_code, refusal->m_severity, refusal->m_address,
+                 "view '" + view.m_name + "' is not migrated: " + refusal->m_text, refusal->m_option);
   } else {
     migrateModel(loaded.m_view, view, findings);
   }

@@ -49,9 +49,10 @@ std::vector<std::string> makeStems(std::vector<std::string> const& inputPaths) {
   return stems;
 }
 
-std::string getPageName(std::string const& stem, std::size_t viewIndex) {
+std::string getPageName(std::string const& stem, std::size_t viewIndex, std::string_view extension) {
   std::string const number = std::to_string(viewIndex);
-  return stem + ".view-" + std::string(number.size() < 4 ? 4 - number.size() : 0, '0') + number + ".svg";
+  return stem + ".view-" + std::string(number.size() < 4 ? 4 - number.size() : 0, '0') + number + '.' +
+         std::string(extension);
 }
 
 std::string getModelName(std::string const& stem) {

@@ -13,7 +13,8 @@ namespace qvToolkit {
 
 namespace {
 
-constexpr int MaxTemporaryNames = 1000;
+/// Names of an earlier process of the same number may be in the way.
+constexpr std::size_t MaxTemporaryNames = 1000;
 
 mode_t getFileMode() {
   mode_t const mask = umask(0);
@@ -27,8 +28,12 @@ bool closeFile(int& file) {
   return closed < 0 || ::close(closed) == 0;
 }
 
-std::string makeTemporaryName(int number) {
-  return ".qvannot-" + std::to_string(getpid()) + "-" + std::to_string(number) + ".tmp";
+std::string makeTemporaryPrefix(int process) {
+  return ".qvannot-" + std::to_string(process) + "-";
+}
+
+std::string makeTemporaryName(std::size_t number) {
+  return makeTemporaryPrefix(getpid()) + std::to_string(number) + ".tmp";
 }
 
 /// Moves without replacing. Where the file system has no hard links, the kernel's own exclusive rename
@@ -53,6 +58,11 @@ OutputSet::~OutputSet() {
   closeFile(m_folder);
 }
 
+void OutputSet::limit(std::uint64_t allBytes, std::uint64_t fileBytes) {
+  m_maxAllBytes = allBytes;
+  m_maxFileBytes = fileBytes;
+}
+
 void OutputSet::protect(std::string const& path) {
   struct stat status {};
   if (stat(path.c_str(), &status) == 0) m_protected.emplace(status.st_dev, status.st_ino);
@@ -67,6 +77,7 @@ bool OutputSet::write(std::string_view bytes) {
   if (m_interrupted != nullptr && *m_interrupted != 0) {
     return fail(FindingCode::OutputFailed, "interrupted before all of it was written");
   }
+  if (!admit(bytes.size())) return false;
   while (!bytes.empty()) {
     ssize_t const count = ::write(m_file, bytes.data(), bytes.size());
     if (count < 0 && errno == EINTR) continue;
@@ -74,6 +85,20 @@ bool OutputSet::write(std::string_view bytes) {
     bytes.remove_prefix(static_cast<std::size_t>(count));
   }
   return true;
+}
+
+bool OutputSet::admit(std::uint64_t bytes) {
+  m_allBytes += bytes;
+  m_fileBytes += bytes;
+  bool const isFileTooLarge = m_fileBytes > m_maxFileBytes;
+  if (!isFileTooLarge && m_allBytes <= m_maxAllBytes) return true;
+  std::uint64_t const limit = isFileTooLarge ? m_maxFileBytes : m_maxAllBytes;
+  std::string const what =
+      isFileTooLarge ? "'" + m_folderPath + "/" + m_files.back().m_name + "' is" : "the results are";
+  fail(FindingCode::LimitOutput,
+       what + " larger than the limit of " + std::to_string(limit) + " bytes; nothing is written");
+  m_problem.m_option = isFileTooLarge ? "--max-output-file" : "--max-output";
+  return false;
 }
 
 bool OutputSet::commit() {
@@ -132,12 +157,13 @@ bool OutputSet::mayCreate(std::string const& name) {
 }
 
 bool OutputSet::openTemporary(std::string const& name) {
-  for (int number = 0; number < MaxTemporaryNames; ++number) {
-    std::string temporary = makeTemporaryName(number);
+  for (std::size_t attempt = 0; attempt < MaxTemporaryNames; ++attempt) {
+    std::string temporary = makeTemporaryName(m_files.size() + attempt);
     m_file = openat(m_folder, temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (m_file < 0 && errno == EEXIST) continue;
     if (m_file < 0) break;
     m_files.push_back({name, std::move(temporary)});
+    m_fileBytes = 0;
     return true;
   }
   return failWithError("create", name, errno);
@@ -174,6 +200,17 @@ void OutputSet::takeBack() {
   for (File const& file : m_files) {
     if (file.m_temporaryName.empty()) unlinkat(m_folder, file.m_name.c_str(), 0);
   }
+}
+
+void removeTemporaryFiles(std::string const& folder, int process) {
+  std::string const prefix = makeTemporaryPrefix(process);
+  std::vector<std::filesystem::path> found;
+  std::error_code error;
+  std::filesystem::directory_iterator entry(folder, error);
+  for (std::filesystem::directory_iterator const end; !error && entry != end; entry.increment(error)) {
+    if (entry->path().filename().native().starts_with(prefix)) found.push_back(entry->path());
+  }
+  for (std::filesystem::path const& path : found) std::filesystem::remove(path, error);
 }
 
 }  // namespace qvToolkit

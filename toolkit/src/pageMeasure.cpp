@@ -45,8 +45,8 @@ bool isDrawable(qv::qvCadAnnotation::LineSegment const& segment) {
   return isDrawable(project(segment.m_from)) && isDrawable(project(segment.m_to));
 }
 
-PageMeasure::PageMeasure(MigratedView const& view, RasterFolder const& rasters)
-    : m_view(view), m_images(rasters) {
+PageMeasure::PageMeasure(MigratedView const& view, RasterFolder const& rasters, bool hasOutlines)
+    : m_view(view), m_hasOutlines(hasOutlines), m_images(rasters) {
   for (auto const& annotation : view.m_view->m_annotations) {
     if (annotation != nullptr) measureAnnotation(*annotation);
   }
@@ -85,6 +85,8 @@ void PageMeasure::measureItem(qv::svg::ItemInterface const& item, Affine const& 
   m_extent.add(*extent);
   if (node != nullptr) measureChildren(*node, map, address);
   if (auto const* image = dynamic_cast<qv::svg::Image const*>(&item)) m_images.addUse(*image);
+  auto const* text = m_hasOutlines ? dynamic_cast<qv::svg::Text const*>(&item) : nullptr;
+  if (text != nullptr) m_glyphs.add(*text);
 }
 
 void PageMeasure::measureChildren(qv::svg::Node const& node, Affine const& map, std::string const& address) {

@@ -10,6 +10,7 @@
 
 #include "affine.h"
 #include "findingList.h"
+#include "pageGlyphs.h"
 #include "qvAnnotation/qvCadAnnotationView.h"
 #include "qvSvg/image.h"
 #include "qvSvg/itemInterface.h"
@@ -55,14 +56,16 @@ inline PagePoint project(Wm4::Vector3<float> const& point) {
 }
 bool isDrawable(qv::qvCadAnnotation::LineSegment const& segment);
 
-/// Looks through all that a page will show: its extent, its images, and what must be left out because of its
-/// numbers.
+/// Looks through all that a page will show: its extent, its images and glyphs, and what must be left out
+/// because of its numbers.
 class PageMeasure {
  public:
-  PageMeasure(MigratedView const& view, RasterFolder const& rasters);
+  /// Glyphs are collected only when `hasOutlines`.
+  PageMeasure(MigratedView const& view, RasterFolder const& rasters, bool hasOutlines);
 
   Extent const& getExtent() const noexcept { return m_extent; }
   PageImages const& getImages() const noexcept { return m_images; }
+  PageGlyphs const& getGlyphs() const noexcept { return m_glyphs; }
   bool isLeftOut(qv::svg::ItemInterface const* item) const { return m_leftOut.contains(item); }
   Findings takeFindings() { return m_findings.takeFindings(); }
 
@@ -73,7 +76,9 @@ class PageMeasure {
   void leaveOut(std::string const& address);
 
   MigratedView const& m_view;
+  bool m_hasOutlines;
   PageImages m_images;
+  PageGlyphs m_glyphs;
   Extent m_extent;
   std::unordered_set<qv::svg::ItemInterface const*> m_leftOut;
   FindingList m_findings;

@@ -69,7 +69,8 @@ bool readAll(int file, std::string& bytes, std::uint64_t limit) {
 
 }  // namespace
 
-RasterFolder::RasterFolder(std::string const& folder) {
+RasterFolder::RasterFolder(std::string const& folder, std::uint64_t maxFileBytes)
+    : m_maxFileBytes(maxFileBytes) {
   if (folder.empty()) return;
   m_folder = open(folder.c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY);
   if (m_folder < 0) m_folderProblem = describeError(errno);
@@ -102,6 +103,11 @@ std::string_view RasterFolder::resolve(std::string_view data) const {
   return isToken ? std::string_view(m_images[image]) : data;
 }
 
+bool RasterFolder::isTooLarge(std::string const& name) const {
+  auto const entry = m_entries.find(name);
+  return entry != m_entries.end() && entry->second.m_isTooLarge;
+}
+
 std::string const* RasterFolder::findProblem(std::string const& name) const {
   auto const entry = m_entries.find(name);
   return entry == m_entries.end() || entry->second.m_problem.empty() ? nullptr : &entry->second.m_problem;
@@ -130,9 +136,11 @@ RasterFolder::Entry RasterFolder::read(int file) {
   if (fstat(file, &status) != 0) return {0, describeError(errno)};
   if (!S_ISREG(status.st_mode)) return {0, "it is no regular file"};
   std::string bytes;
-  bool const isTooLarge = static_cast<std::uint64_t>(status.st_size) > MaxFileBytes;
-  if (isTooLarge || !readAll(file, bytes, MaxFileBytes)) {
-    return {0, isTooLarge || errno == EFBIG ? "it is larger than 64 MiB" : describeError(errno)};
+  bool const isTooLarge = static_cast<std::uint64_t>(status.st_size) > m_maxFileBytes;
+  if (isTooLarge || !readAll(file, bytes, m_maxFileBytes)) {
+    if (isTooLarge || errno == EFBIG)
+      return {0, "it is larger than the limit of " + std::to_string(m_maxFileBytes) + " bytes", true};
+    return {0, describeError(errno)};
   }
   if (m_totalBytes + bytes.size() > MaxTotalBytes) {
     return {0, "the images of one document may have 512 MiB together"};

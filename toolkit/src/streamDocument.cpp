@@ -25,6 +25,9 @@ using qvLegacy::qvAnnotationView;
 constexpr std::uint64_t VersionOffset = 8;
 /// Versions above it belong to a later generation of the stream.
 constexpr std::uint32_t NewestVersion = 0x6FFFF;
+/// The part of the stack that reading may take: what comes after it, such as an exception's way out, needs
+/// some, too.
+constexpr std::uint64_t StackShare = 4;
 
 FindingCode getCode(Kind kind) {
   switch (kind) {
@@ -74,8 +77,8 @@ struct OddLinks {
 /// Turns what the stream loaded into a document.
 class StreamDocumentReader {
  public:
-  StreamDocumentReader(Document& document, std::span<std::byte const> bytes)
-      : m_document(document), m_bytes(bytes), m_loaded(qv::LoadObjectStream(bytes)) {}
+  StreamDocumentReader(Document& document, std::span<std::byte const> bytes, qv::qvStreamLimits const& limits)
+      : m_document(document), m_bytes(bytes), m_loaded(qv::LoadObjectStream(bytes, limits)) {}
 
   void read() {
     checkVersion();
@@ -227,9 +230,13 @@ bool isObjectStream(std::string_view content) {
   return qv::IsObjectStream(std::as_bytes(std::span(content)));
 }
 
-void readStreamDocument(Document& document, std::string_view content) {
+void readStreamDocument(Document& document, std::string_view content, OpenLimits const& limits) {
   document.m_format = Format::ObjectStream;
-  StreamDocumentReader(document, std::as_bytes(std::span(content))).read();
+  qv::qvStreamLimits stream;
+  stream.m_maxFailedReads = limits.m_maxFailedReads;
+  stream.m_maxStackBytes = std::min(limits.m_maxStackBytes, qv::GetStackBytesLeft() / StackShare);
+  stream.m_maxMilliseconds = limits.m_maxMilliseconds;
+  StreamDocumentReader(document, std::as_bytes(std::span(content)), stream).read();
 }
 
 }  // namespace qvToolkit

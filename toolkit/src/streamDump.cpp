@@ -168,10 +168,10 @@ DumpResult dumpStream(std::string_view bytes, std::optional<std::uint64_t> at,
 }
 
 DumpResult dumpStreamFile(std::string const& path, std::optional<std::uint64_t> at,
-                          std::function<void(std::string_view)> const& write) {
-  constexpr std::uint64_t MaxInputBytes = std::uint64_t{1} << 30;
-  InputFile const input = readInputFile(path, MaxInputBytes);
+                          std::function<void(std::string_view)> const& write, OpenLimits const& limits) {
+  InputFile const input = readInputFile(path, limits.m_maxInputBytes);
   if (input.m_problem.has_value()) return fail(input.m_failure, *input.m_problem);
+  if (limits.m_onInput) limits.m_onInput(input.m_bytes.size());
   return dumpStream(input.m_bytes, at, write);
 }
 

@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
+#include <utility>
 
 #include "base64.h"
 #include "colorText.h"
-#include "fontFamily.h"
+#include "itemMarkup.h"
 #include "pathData.h"
 #include "qvSvg/path.h"
 #include "qvSvg/rect.h"
-#include "qvSvg/text.h"
 
 namespace qvToolkit {
 
@@ -22,10 +21,6 @@ namespace {
 constexpr float HairlineFactor = 4.0F;
 constexpr char const* HairlineScale = "scale(0.25)";
 
-bool isPaint(std::optional<std::string> const& color) {
-  return color && (*color == "none" || isColorText(*color));
-}
-
 bool isHairline(qv::svg::ItemInterface const& item) {
   return item.m_width == 1.0F && item.m_borderColor != "none";
 }
@@ -34,27 +29,8 @@ float getFactor(qv::svg::ItemInterface const& item) {
   return isHairline(item) ? HairlineFactor : 1.0F;
 }
 
-std::string formatNumber(float number) {
-  std::string text;
-  appendNumber(text, number);
-  return text;
-}
-
-void appendTransform(std::string& list, std::string const& transform) {
-  if (!list.empty() && !transform.empty()) list += ' ';
-  list += transform;
-}
-
-std::string formatItemTransform(qv::svg::ItemInterface const& item) {
-  return item.m_transform ? formatTransform(Affine::fromMatrix(*item.m_transform)) : std::string();
-}
-
 std::string nameSymbol(std::size_t image) {
   return "image" + std::to_string(image);
-}
-
-void writeTransform(Markup& markup, std::string const& transform) {
-  if (!transform.empty()) markup.rawAttribute("transform", transform);
 }
 
 void writeData(Markup& markup, PageImage const& image) {
@@ -67,18 +43,23 @@ void writeData(Markup& markup, PageImage const& image) {
 
 void SvgItems::writeDefinitions() {
   auto const& images = m_measure.getImages().getImages();
-  if (std::none_of(images.begin(), images.end(), [](PageImage const& image) { return image.m_uses > 1; }))
-    return;
+  bool const isImageShared =
+      std::any_of(images.begin(), images.end(), [](PageImage const& image) { return image.m_uses > 1; });
+  if (!isImageShared && m_measure.getGlyphs().getGlyphs().empty()) return;
   m_markup.open("defs");
   for (std::size_t i = 0; i < images.size(); ++i) {
-    if (images[i].m_uses < 2) continue;
-    m_markup.open("symbol").rawAttribute("id", nameSymbol(i));
-    m_markup.rawAttribute("viewBox", "0 0 1 1").rawAttribute("preserveAspectRatio", "none");
-    m_markup.open("image").rawAttribute("width", "1").rawAttribute("height", "1");
-    writeData(m_markup, images[i]);
-    m_markup.close().close();
+    if (images[i].m_uses > 1) writeSymbol(i);
   }
+  m_texts.writeDefinitions();
   m_markup.close();
+}
+
+void SvgItems::writeSymbol(std::size_t image) {
+  m_markup.open("symbol").rawAttribute("id", nameSymbol(image));
+  m_markup.rawAttribute("viewBox", "0 0 1 1").rawAttribute("preserveAspectRatio", "none");
+  m_markup.open("image").rawAttribute("width", "1").rawAttribute("height", "1");
+  writeData(m_markup, m_measure.getImages().getImages()[image]);
+  m_markup.close().close();
 }
 
 void SvgItems::writeContent(qv::qvCadAnnotation const& annotation) {
@@ -106,8 +87,8 @@ void SvgItems::writeLeaders(qv::qvCadAnnotation const& annotation) {
 }
 
 void SvgItems::openColored(qv::qvCadAnnotation const& annotation) {
-  std::string const color = formatColor(annotation.m_color);
-  m_markup.open("g").rawAttribute("fill", color).rawAttribute("stroke", color);
+  m_fill = formatColor(annotation.m_color);
+  m_markup.open("g").rawAttribute("fill", m_fill).rawAttribute("stroke", m_fill);
   m_markup.rawAttribute("stroke-width", "0");
 }
 
@@ -138,18 +119,21 @@ void SvgItems::writeItem(qv::svg::ItemInterface const& item) {
     case qv::svg::ItemKind::Path:
       return writePath(item);
     case qv::svg::ItemKind::Text:
-      return writeText(item);
+      return m_texts.write(static_cast<qv::svg::Text const&>(item), m_fill);
   }
 }
 
 void SvgItems::writeNode(qv::svg::Node const& node) {
   m_markup.open("g");
   writeTransform(m_markup, formatItemTransform(node));
-  writePaint(node);
+  writePaint(m_markup, node);
   writeMark(node);
+  std::string outerFill = m_fill;
+  if (isPaint(node.m_backgroundColor)) m_fill = *node.m_backgroundColor;
   for (auto const& child : node.getChildren()) {
     if (child != nullptr) writeItem(*child);
   }
+  m_fill = std::move(outerFill);
   m_markup.close();
 }
 
@@ -192,44 +176,16 @@ void SvgItems::writePath(qv::svg::ItemInterface const& item) {
   m_markup.rawAttribute("d", data.getText()).close();
 }
 
-/// The item's y axis points up, but letters grow against y in SVG, so the text mirrors itself about its
-/// baseline.
-void SvgItems::writeText(qv::svg::ItemInterface const& item) {
-  auto const& text = static_cast<qv::svg::Text const&>(item);
-  if (text.m_spans.empty()) return;
-  std::string transform = formatItemTransform(text);
-  appendTransform(transform,
-                  formatTransform({1.0, 0.0, 0.0, -1.0, 0.0, static_cast<double>(text.m_baseline)}));
-  m_markup.open("text");
-  writeTransform(m_markup, transform);
-  writePaint(text);
-  m_markup.rawAttribute("font-size", formatNumber(text.m_size)).rawAttribute("xml:space", "preserve");
-  for (qv::svg::TextSpan const& span : text.m_spans) {
-    m_markup.open("tspan").rawAttribute("x", formatNumber(span.m_x));
-    m_markup.attribute("font-family", formatFontFamily(span.m_family));
-    if (span.m_bold) m_markup.rawAttribute("font-weight", "bold");
-    if (span.m_italic) m_markup.rawAttribute("font-style", "italic");
-    m_markup.text(span.m_text).close();
-  }
-  m_markup.close();
-}
-
 void SvgItems::writePresentation(qv::svg::ItemInterface const& item) {
   std::string transform = formatItemTransform(item);
   if (isHairline(item)) appendTransform(transform, HairlineScale);
   writeTransform(m_markup, transform);
-  writePaint(item);
+  writePaint(m_markup, item);
   if (isHairline(item)) {
     m_markup.rawAttribute("stroke-width", "1").rawAttribute("vector-effect", "non-scaling-stroke");
   } else if (item.m_width > 0.0F) {
     m_markup.rawAttribute("stroke-width", formatNumber(item.m_width));
   }
-}
-
-void SvgItems::writePaint(qv::svg::ItemInterface const& item) {
-  if (!item.m_class.empty()) m_markup.attribute("class", item.m_class);
-  if (isPaint(item.m_backgroundColor)) m_markup.rawAttribute("fill", *item.m_backgroundColor);
-  if (isPaint(item.m_borderColor)) m_markup.rawAttribute("stroke", *item.m_borderColor);
 }
 
 /// A size below zero extends the box to the other side, which SVG has no form for.

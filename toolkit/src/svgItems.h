@@ -1,17 +1,21 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
+
 #include "markup.h"
 #include "pageMeasure.h"
+#include "svgTexts.h"
 
 namespace qvToolkit {
 
 /// Writes SVG items as markup.
 class SvgItems {
  public:
-  SvgItems(MigratedView const& view, PageMeasure const& measure, Markup& markup)
-      : m_view(view), m_measure(measure), m_markup(markup) {}
+  SvgItems(MigratedView const& view, PageMeasure const& measure, TextMode mode, Markup& markup)
+      : m_view(view), m_measure(measure), m_markup(markup), m_texts(mode, measure.getGlyphs(), markup) {}
 
-  /// Definitions of the images that the page shows more than once.
+  /// Definitions of the glyphs, and of the images that the page shows more than once.
   void writeDefinitions();
   /// The content of one annotation, placed; `color` is that of what sets none.
   void writeContent(qv::qvCadAnnotation const& annotation);
@@ -19,6 +23,7 @@ class SvgItems {
   void writeLeaders(qv::qvCadAnnotation const& annotation);
 
  private:
+  void writeSymbol(std::size_t image);
   void openColored(qv::qvCadAnnotation const& annotation);
   void writeItem(qv::svg::ItemInterface const& item);
   void writeNode(qv::svg::Node const& node);
@@ -27,15 +32,15 @@ class SvgItems {
                  Wm4::Vector2<float> const& size);
   void writeImage(qv::svg::Image const& image);
   void writePath(qv::svg::ItemInterface const& item);
-  void writeText(qv::svg::ItemInterface const& item);
   void writeSegments(qv::qvCadAnnotation const& annotation);
   void writePresentation(qv::svg::ItemInterface const& item);
-  void writePaint(qv::svg::ItemInterface const& item);
   void writeBox(Wm4::Vector2<float> const& origin, Wm4::Vector2<float> const& size, float factor);
 
   MigratedView const& m_view;
   PageMeasure const& m_measure;
   Markup& m_markup;
+  SvgTexts m_texts;
+  std::string m_fill;  ///< of what sets none, where the writing has come to
 };
 
 }  // namespace qvToolkit

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "itemMarkup.h"
 #include "markup.h"
 #include "pageMeasure.h"
 #include "svgItems.h"
@@ -29,19 +30,13 @@ Extent getPageBox(Extent const& content) {
           roundLength(box.m_maxX + Margin), roundLength(box.m_maxY + Margin)};
 }
 
-std::string format(double number) {
-  std::string text;
-  appendNumber(text, number);
-  return text;
-}
-
 class SvgPage {
  public:
-  SvgPage(MigratedView const& view, PageMeasure const& measure, OutputSink& sink)
+  SvgPage(MigratedView const& view, PageMeasure const& measure, TextMode mode, OutputSink& sink)
       : m_view(view),
         m_box(getPageBox(measure.getExtent())),
         m_markup(sink),
-        m_items(view, measure, m_markup) {}
+        m_items(view, measure, mode, m_markup) {}
 
   [[nodiscard]] bool write() {
     openPage();
@@ -57,21 +52,22 @@ class SvgPage {
     double const width = roundLength(m_box.m_maxX - m_box.m_minX);
     double const height = roundLength(m_box.m_maxY - m_box.m_minY);
     double const scale = std::min(1.0, MaxPaperSize / std::max(width, height));
-    std::string const x = format(m_box.m_minX);
-    std::string const y = format(m_box.m_minY);
+    std::string const x = formatNumber(m_box.m_minX);
+    std::string const y = formatNumber(m_box.m_minY);
     m_markup.open("svg").rawAttribute("xmlns", "http://www.w3.org/2000/svg");
-    m_markup.rawAttribute("width", format(std::max(roundLength(width * scale), MinPaperSize)) + "mm");
-    m_markup.rawAttribute("height", format(std::max(roundLength(height * scale), MinPaperSize)) + "mm");
-    m_markup.rawAttribute("viewBox", x + ' ' + y + ' ' + format(width) + ' ' + format(height));
+    m_markup.rawAttribute("width", formatNumber(std::max(roundLength(width * scale), MinPaperSize)) + "mm");
+    m_markup.rawAttribute("height", formatNumber(std::max(roundLength(height * scale), MinPaperSize)) + "mm");
+    m_markup.rawAttribute("viewBox", x + ' ' + y + ' ' + formatNumber(width) + ' ' + formatNumber(height));
     m_markup.open("title").text(m_view.m_name).close();
     m_markup.open("desc").text(getViewAddress(m_view.m_index)).close();
     m_markup.open("rect").rawAttribute("class", "ground").rawAttribute("x", x).rawAttribute("y", y);
-    m_markup.rawAttribute("width", format(width)).rawAttribute("height", format(height));
+    m_markup.rawAttribute("width", formatNumber(width)).rawAttribute("height", formatNumber(height));
     m_markup.rawAttribute("fill", "#FFFFFF").close();
   }
 
   void writeLayer(char const* name, void (SvgItems::*part)(qv::qvCadAnnotation const&)) {
-    m_markup.open("g").rawAttribute("class", name);
+    // Advances as designed: without it, renderers round them to pixels.
+    m_markup.open("g").rawAttribute("class", name).rawAttribute("text-rendering", "geometricPrecision");
     for (auto const& annotation : m_view.m_view->m_annotations) {
       if (m_markup.hasFailed()) break;
       if (annotation != nullptr) (m_items.*part)(*annotation);
@@ -87,9 +83,10 @@ class SvgPage {
 
 }  // namespace
 
-Findings writeSvgPage(MigratedView const& view, RasterFolder const& rasters, OutputSink& sink) {
-  PageMeasure measure(view, rasters);
-  SvgPage page(view, measure, sink);
+Findings writeSvgPage(MigratedView const& view, RasterFolder const& rasters, OutputSink& sink,
+                      TextMode mode) {
+  PageMeasure measure(view, rasters, mode != TextMode::Live);
+  SvgPage page(view, measure, mode, sink);
   if (sink.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>")) static_cast<void>(page.write());
   return measure.takeFindings();
 }

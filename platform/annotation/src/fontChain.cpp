@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "familyNames.h"
+#include "fontCatalog.h"
 #include "textClusters.h"
 #include "utf8.h"
 
@@ -13,13 +15,16 @@ namespace {
 constexpr char const* DEFAULT_FAMILY = "Arial";
 
 /// Tried after the asked family and its like.
-constexpr char const* FALLBACK_FAMILY = "DejaVu Sans";
+constexpr std::string_view FALLBACK_FAMILY = "DejaVu Sans";
 
 /// Tried next: they hold the signs of drawings, but few letters.
-constexpr char const* SYMBOL_FAMILIES[] = {"Noto Sans Symbols", "Noto Sans Symbols2", "Noto Sans Math"};
+constexpr std::string_view SYMBOL_FAMILIES[] = {"Noto Sans Symbols", "Noto Sans Symbols2", "Noto Sans Math"};
 
 /// Drawn for a character that no font has; the first that some font has.
 constexpr char32_t REPLACEMENTS[] = {REPLACEMENT_CHARACTER, 0x25A1, U'?'};
+
+/// A bound for what hostile text can make a chain remember.
+constexpr std::size_t MAXIMUM_REMEMBERED = 50'000;
 
 /// True when the face draws the cluster: each character, or a base and a mark as one precomposed character.
 bool hasCluster(FontFace const& face, std::u32string_view cluster) {
@@ -37,36 +42,54 @@ bool hasCluster(FontFace const& face, std::u32string_view cluster) {
 
 FontChain::FontChain(FontCatalog& catalog, std::string const& family, FontStyle style)
     : m_catalog(catalog), m_askedFamily(family.empty() ? DEFAULT_FAMILY : family), m_style(style) {
-  addFamily(m_askedFamily, svg::FontMatch::Asked);
-  for (std::string const& alias : catalog.getIndex().findMetricAliases(m_askedFamily)) {
-    addFamily(alias, svg::FontMatch::MetricCompatible);
-  }
+  addReplacement();
+  addFamilyAndItsLike(m_askedFamily);
   addFamily(FALLBACK_FAMILY, svg::FontMatch::Substitute);
   if (m_candidates.empty()) addAnyFontWith(U'A');
-  for (char const* const symbols : SYMBOL_FAMILIES) addFamily(symbols, svg::FontMatch::Substitute);
+  for (std::string_view const symbols : SYMBOL_FAMILIES) addFamily(symbols, svg::FontMatch::Substitute);
   for (std::size_t i = 0; m_primary == nullptr && i < m_candidates.size(); ++i) m_primary = getLink(i);
-  if (m_primary == nullptr) m_primary = findFont(U" ");
+  if (m_primary == nullptr) m_primary = searchFont({});  // any font at all
+}
+
+FontChain::~FontChain() = default;
+
+void FontChain::addReplacement() {
+  std::string const asked = foldName(m_askedFamily);
+  for (FontReplacement const& replacement : m_catalog.getOptions().m_replacements) {
+    if (foldName(replacement.m_family) != asked) continue;
+    addFamilyAndItsLike(replacement.m_replacement);
+    return;
+  }
+}
+
+void FontChain::addFamilyAndItsLike(std::string_view family) {
+  addFamily(family, svg::FontMatch::Asked);
+  for (std::string_view const like : findMetricClass(foldName(family))) {
+    addFamily(like, svg::FontMatch::MetricCompatible);
+  }
 }
 
 void FontChain::addAnyFontWith(char32_t character) {
-  std::optional<FontSource> source = m_catalog.getIndex().findCharacter(character, m_style);
+  std::optional<FontSource> source = m_catalog.getIndex().findCluster({&character, 1}, m_style);
   if (source) m_candidates.push_back({*std::move(source), svg::FontMatch::Substitute});
 }
 
-void FontChain::addFamily(std::string const& family, svg::FontMatch match) {
+void FontChain::addFamily(std::string_view family, svg::FontMatch match) {
   std::optional<FontSource> source = m_catalog.getIndex().findFamily(family, m_style);
   if (!source) return;
   bool const isKnown = std::ranges::any_of(m_candidates, [&](Candidate const& candidate) {
-    return candidate.m_source.m_path == source->m_path && candidate.m_source.m_index == source->m_index;
+    return candidate.m_source.m_location == source->m_location;
   });
   if (!isKnown) m_candidates.push_back({*std::move(source), match});
 }
 
 std::unique_ptr<FontLink> FontChain::load(Candidate const& candidate) {
-  std::shared_ptr<FontFace const> face = m_catalog.getFace(candidate.m_source);
+  FontSource const& source = candidate.m_source;
+  std::shared_ptr<FontFace const> face = m_catalog.getFace(source.m_location);
   if (face == nullptr) return nullptr;
+  auto outlines = m_catalog.getOutlines(face, source.m_synthesis.m_oblique);
   return std::make_unique<FontLink>(
-      FontLink{std::move(face), candidate.m_source.m_family, candidate.m_match});
+      FontLink{std::move(face), std::move(outlines), source.m_family, candidate.m_match, source.m_synthesis});
 }
 
 FontLink const* FontChain::getLink(std::size_t position) {
@@ -76,8 +99,14 @@ FontLink const* FontChain::getLink(std::size_t position) {
 
 FontLink const* FontChain::findFont(std::u32string_view cluster) {
   if (m_primary != nullptr && hasCluster(*m_primary->m_face, cluster)) return m_primary;
+  std::scoped_lock const lock(m_mutex);
+  return findOtherFont(cluster);
+}
+
+FontLink const* FontChain::findOtherFont(std::u32string_view cluster) {
   std::u32string key(cluster);
   if (auto const known = m_found.find(key); known != m_found.end()) return known->second;
+  if (m_found.size() >= MAXIMUM_REMEMBERED) m_found.clear();
   // Stored after the search: one that ran out of memory must not be remembered as "no font".
   FontLink const* const font = searchFont(cluster);
   m_found.emplace(std::move(key), font);
@@ -89,7 +118,7 @@ FontLink const* FontChain::searchFont(std::u32string_view cluster) {
     FontLink const* const link = getLink(i);
     if (link != nullptr && hasCluster(*link->m_face, cluster)) return link;
   }
-  std::optional<FontSource> source = m_catalog.getIndex().findCharacter(cluster.front(), m_style);
+  std::optional<FontSource> source = m_catalog.getIndex().findCluster(cluster, m_style);
   if (!source) return nullptr;
   FontLink const* const link = getLastResort({*std::move(source), svg::FontMatch::Substitute});
   return link != nullptr && hasCluster(*link->m_face, cluster) ? link : nullptr;
@@ -105,24 +134,19 @@ FontLink const* FontChain::getLastResort(Candidate const& candidate) {
   return m_lastResorts.emplace_back(std::move(link)).get();
 }
 
-FontLink const& FontChain::getReplacementFont() {
-  chooseReplacement();
-  return *m_replacementFont;
+FontChain::Replacement FontChain::getReplacement() {
+  std::scoped_lock const lock(m_mutex);
+  if (!m_replacement) m_replacement = chooseReplacement();
+  return *m_replacement;
 }
 
-char32_t FontChain::getReplacementCharacter() {
-  chooseReplacement();
-  return m_replacementCharacter;
-}
-
-void FontChain::chooseReplacement() {
-  if (m_replacementFont != nullptr) return;
+FontChain::Replacement FontChain::chooseReplacement() {
   for (char32_t const character : REPLACEMENTS) {
-    m_replacementCharacter = character;
-    m_replacementFont = findFont({&character, 1});
-    if (m_replacementFont != nullptr) return;
+    FontLink const* const font = findOtherFont({&character, 1});
+    if (font != nullptr) return {font, character};
   }
-  m_replacementFont = m_primary;  // not even a question mark: the font's own sign for a missing glyph
+  // Not even a question mark: the font's own sign for a missing glyph.
+  return {m_primary, REPLACEMENT_CHARACTER};
 }
 
 }  // namespace qv::text

@@ -2,6 +2,8 @@
 
 #include <hb-ot.h>
 
+#include <utility>
+
 namespace qv::text {
 
 namespace {
@@ -16,16 +18,16 @@ struct FontDeleter {
 using FontHandle = std::unique_ptr<hb_font_t, FontDeleter>;
 
 /// A font with units per em as its scale, or null.
-FontHandle createFont(FontSource const& source) {
-  hb_blob_t* const blob = hb_blob_create_from_file_or_fail(source.m_path.c_str());
+FontHandle createFont(FaceLocation const& location) {
+  hb_blob_t* const blob = hb_blob_create_from_file_or_fail(location.m_path.c_str());
   if (blob == nullptr) return nullptr;
-  hb_face_t* const face = hb_face_create(blob, source.m_index & FACE_MASK);
+  hb_face_t* const face = hb_face_create(blob, location.m_index & FACE_MASK);
   hb_blob_destroy(blob);
   FontHandle font;
   if (hb_face_get_glyph_count(face) > 0) {
     font.reset(hb_font_create(face));
     hb_ot_font_set_funcs(font.get());
-    unsigned const instance = source.m_index >> INSTANCE_SHIFT;
+    unsigned const instance = location.m_index >> INSTANCE_SHIFT;
     if (instance > 0) hb_font_set_var_named_instance(font.get(), instance - 1);
     hb_font_make_immutable(font.get());
   }
@@ -41,22 +43,25 @@ float getBlankWidth(hb_font_t* font) {
 
 }  // namespace
 
-std::shared_ptr<FontFace const> FontFace::load(FontSource const& source) {
-  FontHandle font = createFont(source);
+std::shared_ptr<FontFace const> FontFace::load(FaceLocation const& location) {
+  FontHandle font = createFont(location);
   if (font == nullptr) return nullptr;
-  std::unique_ptr<FontFace const> face(new FontFace(font.get()));
+  std::unique_ptr<FontFace const> face(new FontFace(font.get(), location));
   static_cast<void>(font.release());  // the face destroys it from here on
   return face;
 }
 
-FontFace::FontFace(hb_font_t* font)
-    : m_font(font), m_unit(1.0F / static_cast<float>(hb_face_get_upem(hb_font_get_face(font)))) {
+FontFace::FontFace(hb_font_t* font, FaceLocation location)
+    : m_location(std::move(location)),
+      m_font(font),
+      m_unit(1.0F / static_cast<float>(hb_face_get_upem(hb_font_get_face(font)))) {
   hb_font_extents_t extents{};
   hb_font_get_h_extents(font, &extents);
   m_ascender = static_cast<float>(extents.ascender) * m_unit;
   m_descender = static_cast<float>(extents.descender) * m_unit;
   m_lineGap = static_cast<float>(extents.line_gap) * m_unit;
   m_blankAdvance = getBlankWidth(font) * m_unit;
+  for (char32_t character = 0; character < FIRST_MARK; ++character) m_basic[character] = hasGlyph(character);
 }
 
 FontFace::~FontFace() {

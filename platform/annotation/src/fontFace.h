@@ -2,9 +2,11 @@
 
 #include <hb.h>
 
+#include <bitset>
 #include <memory>
 
 #include "fontIndex.h"
+#include "textClusters.h"
 
 namespace qv::text {
 
@@ -12,13 +14,16 @@ namespace qv::text {
 class FontFace {
  public:
   /// Null when the file cannot be read or holds no such face.
-  static std::shared_ptr<FontFace const> load(FontSource const& source);
+  static std::shared_ptr<FontFace const> load(FaceLocation const& location);
 
   ~FontFace();
   FontFace(FontFace const&) = delete;
   FontFace& operator=(FontFace const&) = delete;
 
+  FaceLocation const& getLocation() const noexcept { return m_location; }
   bool hasGlyph(char32_t character) const;
+  /// The same at once for a character below `FIRST_MARK`.
+  bool hasBasicGlyph(char32_t character) const noexcept { return m_basic[character]; }
   /// Distances in this font are counted in units per em.
   hb_font_t* getFont() const noexcept { return m_font; }
 
@@ -30,9 +35,11 @@ class FontFace {
   float getBlankAdvance() const noexcept { return m_blankAdvance; }
 
  private:
-  explicit FontFace(hb_font_t* font);
+  FontFace(hb_font_t* font, FaceLocation location);
 
+  FaceLocation m_location;
   hb_font_t* m_font;
+  std::bitset<FIRST_MARK> m_basic;
   float m_unit;
   float m_ascender;
   float m_descender;

@@ -2,12 +2,18 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 #include <tuple>
 #include <utility>
+
+#include "familyNames.h"
+#include "textClusters.h"
 
 namespace qv::text {
 
 struct FontIndex::Entry {
+  int m_rank;  // the directory's place in the options, the last one for installed fonts
   std::string m_path;
   int m_index;
   int m_weight;
@@ -19,40 +25,14 @@ struct FontIndex::Entry {
 
 namespace {
 
-/// Families drawn to the same advance widths, for configurations that do not say so.
-struct MetricAlias {
-  std::string_view m_family;
-  std::string_view m_alias;
-};
-
-constexpr MetricAlias METRIC_ALIASES[] = {
-    {"arial", "Liberation Sans"},
-    {"arialmt", "Liberation Sans"},
-    {"arialnarrow", "Liberation Sans Narrow"},
-    {"calibri", "Carlito"},
-    {"cambria", "Caladea"},
-    {"courier", "Liberation Mono"},
-    {"couriernew", "Liberation Mono"},
-    {"couriernewpsmt", "Liberation Mono"},
-    {"georgia", "Gelasio"},
-    {"helvetica", "Liberation Sans"},
-    {"times", "Liberation Serif"},
-    {"timesnewroman", "Liberation Serif"},
-    {"timesnewromanpsmt", "Liberation Serif"},
-};
+/// Without a configuration, fonts are read from the caches that are there all the same: they only save time.
+constexpr char const* CACHES_ONLY =
+    "<fontconfig><cachedir>/var/cache/fontconfig</cachedir>"
+    "<cachedir prefix=\"xdg\">fontconfig</cachedir></fontconfig>";
 
 /// Private characters mean something else in each font, so no other font may stand in.
 bool isPrivate(char32_t character) {
   return (character >= 0xE000 && character <= 0xF8FF) || character >= 0xF0000;
-}
-
-std::string foldName(std::string_view name) {
-  std::string folded;
-  for (char const c : name) {
-    if (c == ' ') continue;
-    folded.push_back(c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
-  }
-  return folded;
 }
 
 FcChar8 const* toFontconfig(char const* text) {
@@ -95,10 +75,6 @@ std::vector<std::string> getFamilies(FcPattern const* pattern) {
   }
 }
 
-struct PatternDeleter {
-  void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
-};
-
 FcCharSet const* getCharacters(FcPattern const* pattern) {
   FcCharSet* characters = nullptr;
   FcPatternGetCharSet(pattern, FC_CHARSET, 0, &characters);
@@ -118,26 +94,64 @@ bool isPlain(FontIndex::Entry const& entry) {
   return !entry.m_families.empty() && entry.m_families.front().starts_with("Noto Sans");
 }
 
+/// What a renderer, too, would make up: faces of a medium weight or less are no substitute for a bold one.
+svg::FontSynthesis getSynthesis(FontIndex::Entry const& entry, FontStyle style) {
+  return {.m_bold = style.m_bold && entry.m_weight <= FC_WEIGHT_MEDIUM,
+          .m_oblique = style.m_italic && entry.m_slant == FC_SLANT_ROMAN};
+}
+
+FontSource makeSource(FontIndex::Entry const& entry, std::string const& family, FontStyle style) {
+  return {{entry.m_path, static_cast<unsigned>(entry.m_index)}, family, getSynthesis(entry, style)};
+}
+
+bool hasCharacters(FontIndex::Entry const& entry, std::u32string_view cluster) {
+  return entry.m_characters != nullptr && std::ranges::all_of(cluster, [&](char32_t character) {
+           return isIgnorable(character) || FcCharSetHasChar(entry.m_characters, character) != FcFalse;
+         });
+}
+
+FcConfig* createConfig(bool useSystemFonts) {
+  if (useSystemFonts) return FcInitLoadConfigAndFonts();
+  FcConfig* const config = FcConfigCreate();
+  if (config != nullptr) FcConfigParseAndLoadFromMemory(config, toFontconfig(CACHES_ONLY), FcFalse);
+  return config;
+}
+
 }  // namespace
 
-FontIndex::FontIndex() : m_config(FcInitLoadConfigAndFonts()) {
-  if (m_config != nullptr) readFonts();
+FontIndex::FontIndex(FontOptions const& options) : m_config(createConfig(options.m_useSystemFonts)) {
+  if (m_config == nullptr) return;
+  for (std::string const& directory : options.m_directories) addDirectory(directory);
+  if (options.m_useSystemFonts) addFonts(FcConfigGetFonts(m_config.get(), FcSetSystem), 0);
+  sortFonts();
 }
 
 FontIndex::~FontIndex() = default;
 
-void FontIndex::readFonts() {
-  FcFontSet const* const fonts = FcConfigGetFonts(m_config.get(), FcSetSystem);
-  if (fonts == nullptr) return;
-  for (int i = 0; i < fonts->nfont; ++i) {
+void FontIndex::addDirectory(std::string const& directory) {
+  FcFontSet const* const before = FcConfigGetFonts(m_config.get(), FcSetApplication);
+  int const first = before != nullptr ? before->nfont : 0;
+  std::error_code error;
+  std::string const path = std::filesystem::absolute(directory, error).lexically_normal().string();
+  if (error || FcConfigAppFontAddDir(m_config.get(), toFontconfig(path.c_str())) == FcFalse) return;
+  addFonts(FcConfigGetFonts(m_config.get(), FcSetApplication), first);
+}
+
+void FontIndex::addFonts(FcFontSet const* fonts, int first) {
+  ++m_rank;
+  for (int i = first; fonts != nullptr && i < fonts->nfont; ++i) {
     FcPattern const* const font = fonts->fonts[i];
     if (!isUsable(font)) continue;
     m_entries.push_back(
-        {getText(font, FC_FILE, 0), getInteger(font, FC_INDEX, 0),
+        {m_rank, getText(font, FC_FILE, 0), getInteger(font, FC_INDEX, 0),
          getInteger(font, FC_WEIGHT, FC_WEIGHT_REGULAR), getInteger(font, FC_SLANT, FC_SLANT_ROMAN),
          getInteger(font, FC_WIDTH, FC_WIDTH_NORMAL), getCharacters(font), getFamilies(font)});
   }
-  std::ranges::sort(m_entries, {}, [](Entry const& entry) { return std::tie(entry.m_path, entry.m_index); });
+}
+
+void FontIndex::sortFonts() {
+  std::ranges::sort(m_entries, {},
+                    [](Entry const& entry) { return std::tie(entry.m_rank, entry.m_path, entry.m_index); });
   for (Entry const& entry : m_entries) {
     for (std::string const& family : entry.m_families) m_families.emplace(foldName(family), &entry);
   }
@@ -152,43 +166,21 @@ std::optional<FontSource> FontIndex::findFamily(std::string_view family, FontSty
   Entry const& entry = *best->second;
   auto const name = std::ranges::find(entry.m_families, best->first,
                                       [](std::string const& text) { return foldName(text); });
-  return FontSource{entry.m_path, static_cast<unsigned>(entry.m_index), *name};
+  return makeSource(entry, *name, style);
 }
 
-std::vector<std::string> FontIndex::findMetricAliases(std::string const& family) const {
-  std::vector<std::string> aliases;
-  std::string const folded = foldName(family);
-  for (MetricAlias const& entry : METRIC_ALIASES) {
-    if (entry.m_family == folded) aliases.emplace_back(entry.m_alias);
-  }
-  if (m_config == nullptr) return aliases;
-  std::unique_ptr<FcPattern, PatternDeleter> const pattern(FcPatternCreate());
-  FcPatternAddString(pattern.get(), FC_FAMILY, toFontconfig(family.c_str()));
-  FcConfigSubstitute(m_config.get(), pattern.get(), FcMatchPattern);
-  // A metric-compatible alias is bound as firmly as the name that was asked for; all other suggestions are
-  // weak.
-  FcValue value;
-  FcValueBinding binding = FcValueBindingWeak;
-  for (int i = 0; FcPatternGetWithBinding(pattern.get(), FC_FAMILY, i, &value, &binding) == FcResultMatch;
-       ++i) {
-    if (binding != FcValueBindingWeak) aliases.emplace_back(fromFontconfig(value.u.s));
-  }
-  return aliases;
-}
-
-std::optional<FontSource> FontIndex::findCharacter(char32_t character, FontStyle style) const {
-  if (isPrivate(character)) return std::nullopt;
+std::optional<FontSource> FontIndex::findCluster(std::u32string_view cluster, FontStyle style) const {
+  if (std::ranges::any_of(cluster, isPrivate)) return std::nullopt;
   auto const rank = [style](Entry const& entry) {
     return std::tuple_cat(std::tuple(!isPlain(entry)), getStyleDistance(entry, style));
   };
   Entry const* best = nullptr;
   for (Entry const& entry : m_entries) {
-    if (entry.m_characters == nullptr || entry.m_families.empty()) continue;
-    if (FcCharSetHasChar(entry.m_characters, character) == FcFalse) continue;
+    if (entry.m_families.empty() || !hasCharacters(entry, cluster)) continue;
     if (best == nullptr || rank(entry) < rank(*best)) best = &entry;
   }
   if (best == nullptr) return std::nullopt;
-  return FontSource{best->m_path, static_cast<unsigned>(best->m_index), best->m_families.front()};
+  return makeSource(*best, best->m_families.front(), style);
 }
 
 }  // namespace qv::text

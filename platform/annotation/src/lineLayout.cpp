@@ -1,70 +1,13 @@
 #include "lineLayout.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <optional>
 #include <utility>
+
+#include "linePieces.h"
 
 namespace qv::text {
 
 namespace {
-
-constexpr float SCRIPT_SCALE = 0.63F;
-
-// Shifts in em of the normal run. Figures are 0.72 em high, so reduced ones stand from 0.44 to 0.89, and from
-// -0.16 to 0.29: clear of each other when stacked, and the stack centred on the normal figures.
-constexpr float SUPERSCRIPT_RISE = 0.44F;
-constexpr float SUBSCRIPT_DROP = 0.16F;
-
-float getShift(TextSegment::SegmentType type, float baseSize) {
-  switch (type) {
-    case TextSegment::Subscript:
-      return -SUBSCRIPT_DROP * baseSize;
-    case TextSegment::Superscript:
-      return SUPERSCRIPT_RISE * baseSize;
-    default:
-      return 0.0F;
-  }
-}
-
-/// For each run the size of the normal run that it belongs to, its own when the line has none.
-std::vector<float> getBaseSizes(std::vector<LineRun> const& runs) {
-  std::vector<float> sizes;
-  auto const isNormal = [](LineRun const& run) { return run.m_type == TextSegment::Normal; };
-  auto const firstNormal = std::ranges::find_if(runs, isNormal);
-  std::optional<float> base;
-  if (firstNormal != runs.end()) base = firstNormal->m_size;
-  for (LineRun const& run : runs) {
-    if (isNormal(run)) base = run.m_size;
-    sizes.push_back(base.value_or(run.m_size));
-  }
-  return sizes;
-}
-
-/// Where the next run begins.
-class Cursor {
- public:
-  /// The x at which a run of the type begins; to be called for each run in turn.
-  float place(TextSegment::SegmentType type) {
-    bool const wasSuperscript = m_previous == TextSegment::Superscript;
-    if (type == TextSegment::Subscript && wasSuperscript) {
-      m_columnEnd = std::exchange(m_x, m_columnStart);
-    } else if (type != TextSegment::Subscript) {
-      m_x = std::max(m_x, m_columnEnd);
-    }
-    if (!wasSuperscript) m_columnStart = m_x;
-    m_previous = type;
-    return m_x;
-  }
-
-  void advance(float distance) { m_x += distance; }
-
- private:
-  float m_x = 0.0F;
-  float m_columnStart = 0.0F;  // of the superscripts before the cursor
-  float m_columnEnd = 0.0F;    // of the superscripts above the cursor
-  TextSegment::SegmentType m_previous = TextSegment::Normal;
-};
 
 /// The item for the baseline and size: the last one where they are the same.
 svg::Text& editItem(LineLayout& line, float baseline, float size) {
@@ -78,30 +21,52 @@ svg::Text& editItem(LineLayout& line, float baseline, float size) {
   return item;
 }
 
-void addRun(ShapedRun&& run, float x, float baseline, svg::Text& item) {
-  for (svg::TextSpan& span : run.m_spans) {
-    span.m_x += x;
-    item.m_spans.push_back(std::move(span));
+/// Appends the spans of an em of 1 in the item's size.
+void addSpans(ShapedText const& text, float x, svg::Text& item) {
+  for (svg::TextSpan const& shaped : text.m_spans) {
+    svg::TextSpan& span = item.m_spans.emplace_back(shaped);
+    span.m_x = x + span.m_x * item.m_size;
+    span.m_advance *= item.m_size;
+    for (svg::Glyph& glyph : span.m_glyphs) {
+      glyph.m_x *= item.m_size;
+      glyph.m_y *= item.m_size;
+    }
   }
-  run.m_box.translate({x, baseline});
-  item.m_box.addBox(run.m_box);
+}
+
+/// The ink and the advance box.
+svg::BoundingBox getBox(LinePiece const& piece) {
+  FontFace const& face = *piece.m_run->m_fonts->getPrimary()->m_face;
+  float const size = piece.m_size;
+  svg::BoundingBox box;
+  box.addPoint({0.0F, face.getDescender() * size});
+  box.addPoint({piece.m_width, face.getAscender() * size});
+  if (InkBox const& ink = piece.m_text->m_ink; !ink.isEmpty()) {
+    box.addPoint({ink.m_left * size, ink.m_bottom * size});
+    box.addPoint({ink.m_right * size, ink.m_top * size});
+  }
+  return box;
+}
+
+void addText(LinePiece const& piece, float x, LineLayout& line) {
+  svg::Text& item = editItem(line, piece.m_baseline, piece.m_size);
+  addSpans(*piece.m_text, x, item);
+  if (piece.m_isTab) item.m_spans.back().m_advance = piece.m_width;
+  svg::BoundingBox box = getBox(piece);
+  box.translate({x, piece.m_baseline});
+  item.m_box.addBox(box);
+  float const gap = piece.m_run->m_fonts->getPrimary()->m_face->getLineGap() * piece.m_size;
+  line.m_lineGap = std::max(line.m_lineGap, gap);
 }
 
 }  // namespace
 
 LineLayout layoutLine(std::vector<LineRun> const& runs, RunShaper& shaper) {
   LineLayout line;
-  Cursor cursor;
-  std::vector<float> const baseSizes = getBaseSizes(runs);
-  for (std::size_t i = 0; i < runs.size(); ++i) {
-    LineRun const& run = runs[i];
-    float const size = run.m_type == TextSegment::Normal ? run.m_size : run.m_size * SCRIPT_SCALE;
-    float const baseline = getShift(run.m_type, baseSizes[i]);
-    float const x = cursor.place(run.m_type);
-    ShapedRun shaped = shaper.shape(run.m_text, *run.m_fonts, size, x);
-    cursor.advance(shaped.m_advance);
-    line.m_lineGap = std::max(line.m_lineGap, shaped.m_lineGap);
-    addRun(std::move(shaped), x, baseline, editItem(line, baseline, size));
+  for (LinePiece const& piece : placePieces(runs, shaper)) {
+    if (piece.m_text != nullptr) addText(piece, piece.m_x, line);
+    for (LinePiece const& text : piece.m_above) addText(text, piece.m_x + text.m_x, line);
+    for (LinePiece const& text : piece.m_below) addText(text, piece.m_x + text.m_x, line);
   }
   for (std::shared_ptr<svg::Text> const& item : line.m_items) line.m_box.addBox(item->m_box);
   return line;

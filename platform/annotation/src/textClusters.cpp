@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "utf8.h"
+
 namespace qv::text {
 
 namespace {
@@ -24,10 +26,8 @@ constexpr Range IGNORABLE[] = {
 
 static_assert(std::ranges::is_sorted(IGNORABLE, {}, &Range::m_first));
 
-constexpr char32_t FIRST_MARK = 0x0300;
-
 bool isMark(char32_t character) {
-  if (character < FIRST_MARK) return false;
+  if (character < FIRST_MARK || isUnshowable(character)) return false;
   switch (hb_unicode_general_category(hb_unicode_funcs_get_default(), character)) {
     case HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK:
     case HB_UNICODE_GENERAL_CATEGORY_SPACING_MARK:

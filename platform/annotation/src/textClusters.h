@@ -7,6 +7,10 @@
 
 namespace qv::text {
 
+/// The first combining mark; characters below it are clusters of their own and of the Latin script or of
+/// none.
+constexpr char32_t FIRST_MARK = 0x0300;
+
 /// True for characters without a picture of their own, which need no glyph: joiners, direction marks,
 /// variation selectors, ...
 bool isIgnorable(char32_t character);

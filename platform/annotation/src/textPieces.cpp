@@ -1,9 +1,11 @@
 #include "textPieces.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
 #include "textClusters.h"
+#include "utf8.h"
 
 namespace qv::text {
 
@@ -12,24 +14,25 @@ namespace {
 /// Collects pieces, continuing the last one where it fits.
 class PieceList {
  public:
-  explicit PieceList(FontChain& chain) : m_chain(chain) {}
-
-  void addTab() {
-    m_pieces.push_back(
-        {.m_kind = TextPiece::Kind::Tab, .m_font = m_chain.getPrimary(), .m_text = U" ", .m_original = {}});
-  }
+  PieceList(FontChain& chain, bool isRightToLeft) : m_chain(chain), m_isRightToLeft(isRightToLeft) {}
 
   void addCluster(std::u32string_view cluster) {
     FontLink const* const font = chooseFont(cluster);
     if (font != nullptr) {
-      edit(TextPiece::Kind::Drawn, *font, getScript(cluster.front())).m_text += cluster;
+      edit(*font, false, getScript(cluster.front())).m_text += cluster;
     } else if (cluster.size() > 1) {
       for (char32_t const& character : cluster) addCluster({&character, 1});
     } else {
-      TextPiece& piece = edit(TextPiece::Kind::Missing, m_chain.getReplacementFont(), HB_SCRIPT_COMMON);
-      piece.m_text += m_chain.getReplacementCharacter();
+      FontChain::Replacement const replacement = m_chain.getReplacement();
+      TextPiece& piece = edit(*replacement.m_font, true, HB_SCRIPT_COMMON);
+      piece.m_text += replacement.m_character;
       piece.m_original += cluster;
     }
+  }
+
+  void addUnshowable(char32_t character) {
+    addCluster({&REPLACEMENT_CHARACTER, 1});
+    m_pieces.back().m_unshowable.push_back(getUnshowableBytes(character));
   }
 
   std::vector<TextPiece> take() { return std::move(m_pieces); }
@@ -37,18 +40,21 @@ class PieceList {
  private:
   /// A blank inside right-to-left text keeps its neighbour's font, so that the words are shaped in one go.
   FontLink const* chooseFont(std::u32string_view cluster) {
-    if (cluster == U" " && !m_pieces.empty() && m_pieces.back().isRightToLeft() &&
+    if (m_isRightToLeft && cluster == U" " && !m_pieces.empty() && !m_pieces.back().m_isMissing &&
         m_pieces.back().m_font->m_face->hasGlyph(U' ')) {
       return m_pieces.back().m_font;
     }
     return m_chain.findFont(cluster);
   }
 
-  TextPiece& edit(TextPiece::Kind kind, FontLink const& font, hb_script_t script) {
-    bool const fits = !m_pieces.empty() && m_pieces.back().m_kind == kind && m_pieces.back().m_font == &font;
+  TextPiece& edit(FontLink const& font, bool isMissing, hb_script_t script) {
+    bool const fits =
+        !m_pieces.empty() && m_pieces.back().m_isMissing == isMissing && m_pieces.back().m_font == &font;
     if (!fits || !joinScript(m_pieces.back(), script)) {
-      m_pieces.push_back(
-          {.m_kind = kind, .m_font = &font, .m_script = script, .m_text = {}, .m_original = {}});
+      TextPiece& piece = m_pieces.emplace_back();
+      piece.m_font = &font;
+      piece.m_isMissing = isMissing;
+      piece.m_script = script;
     }
     return m_pieces.back();
   }
@@ -62,21 +68,42 @@ class PieceList {
   }
 
   FontChain& m_chain;
+  bool m_isRightToLeft;
   std::vector<TextPiece> m_pieces;
 };
 
+/// Most texts: characters without marks that the primary font has.
+bool isBasic(std::u32string_view text, FontFace const& face) {
+  return std::ranges::all_of(
+      text, [&](char32_t character) { return character < FIRST_MARK && face.hasBasicGlyph(character); });
+}
+
+bool isBasicLetter(char32_t character) {
+  return getScript(character) == HB_SCRIPT_LATIN;
+}
+
+TextPiece makeBasicPiece(std::u32string_view text, FontLink const& font) {
+  TextPiece piece;
+  piece.m_font = &font;
+  piece.m_text = text;
+  if (std::ranges::any_of(text, isBasicLetter)) piece.m_script = HB_SCRIPT_LATIN;
+  return piece;
+}
+
 }  // namespace
 
-std::vector<TextPiece> splitIntoPieces(std::u32string_view text, FontChain& chain) {
-  PieceList pieces(chain);
-  for (std::size_t start = 0; start < text.size();) {
-    std::size_t const length = text[start] == U'\t' ? 1 : getClusterLength(text, start);
-    if (text[start] == U'\t') {
-      pieces.addTab();
+std::vector<TextPiece> splitIntoPieces(std::u32string_view text, FontChain& chain, bool isRightToLeft) {
+  FontLink const& primary = *chain.getPrimary();
+  if (isBasic(text, *primary.m_face)) return {makeBasicPiece(text, primary)};
+  PieceList pieces(chain, isRightToLeft);
+  while (!text.empty()) {
+    std::size_t const length = isUnshowable(text.front()) ? 1 : getClusterLength(text, 0);
+    if (isUnshowable(text.front())) {
+      pieces.addUnshowable(text.front());
     } else {
-      pieces.addCluster(text.substr(start, length));
+      pieces.addCluster(text.substr(0, length));
     }
-    start += length;
+    text.remove_prefix(length);
   }
   return pieces.take();
 }

@@ -10,21 +10,18 @@
 
 namespace qv::text {
 
-/// Characters that are shaped at one go: one font, one script, one direction.
+/// Characters that are shaped at one go: one font, one script.
 struct TextPiece {
-  enum class Kind { Drawn, Missing, Tab };
-
-  Kind m_kind = Kind::Drawn;
   FontLink const* m_font = nullptr;
+  bool m_isMissing = false;  ///< no font has the characters
   hb_script_t m_script = HB_SCRIPT_COMMON;
-  std::u32string m_text;      ///< what is drawn
-  std::u32string m_original;  ///< Missing only: the characters that no font has
-
-  bool isRightToLeft() const { return hb_script_get_horizontal_direction(m_script) == HB_DIRECTION_RTL; }
+  std::u32string m_text;                  ///< what is drawn
+  std::u32string m_original;              ///< missing only: the characters that no font has
+  std::vector<std::string> m_unshowable;  ///< the bytes behind the replacement characters for broken text
 };
 
-/// Cuts the text where its font or script changes; each tab is a piece of its own. The chain must have a
-/// primary font.
-std::vector<TextPiece> splitIntoPieces(std::u32string_view text, FontChain& chain);
+/// Cuts the text where its font or script changes. All characters run in one direction, tabs are not among
+/// them; the chain must have a primary font.
+std::vector<TextPiece> splitIntoPieces(std::u32string_view text, FontChain& chain, bool isRightToLeft);
 
 }  // namespace qv::text

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -21,6 +20,10 @@ namespace qv::text {
 namespace {
 
 using Lines = std::vector<LineLayout>;
+
+bool isSameFont(TextProperties const& a, TextProperties const& b) {
+  return a.m_bold == b.m_bold && a.m_italic == b.m_italic && a.m_fontName == b.m_fontName;
+}
 
 /// A line without characters takes the room of the font's line.
 LineLayout makeEmptyLine(FontChain const& fonts, float size) {
@@ -51,37 +54,49 @@ void stackLines(Lines& lines) {
 
 struct TextSegmentToSvgConverter::Impl {
   FontChain& getFonts(TextProperties const& properties) {
-    FontStyle const style{properties.m_bold, properties.m_italic};
-    auto const key = std::pair(properties.m_fontName, style);
-    return m_fonts.try_emplace(key, *m_catalog, properties.m_fontName, style).first->second;
+    if (m_lastFonts == nullptr || !isSameFont(properties, m_lastProperties)) {
+      m_lastFonts = &m_catalog->getChain(properties.m_fontName, {properties.m_bold, properties.m_italic});
+      m_lastProperties = properties;
+    }
+    return *m_lastFonts;
   }
 
-  std::vector<LineRun> resolveRuns(TextArea::Line const& line, TextProperties const& defaults) {
-    std::vector<LineRun> runs;
+  FontChain& getUsableFonts(TextProperties const& properties, TextProperties const& defaults) {
+    FontChain& fonts = getFonts(properties);
+    return fonts.getPrimary() != nullptr ? fonts : getFonts(defaults);
+  }
+
+  /// The runs with characters; they view texts that stay until the next line.
+  void resolveRuns(TextArea::Line const& line, TextProperties const& defaults) {
+    m_runs.clear();
+    m_texts.resize(std::max(m_texts.size(), line.size()));
+    auto text = m_texts.begin();
     for (TextSegment const& segment : line) {
       if (segment.getText().empty()) continue;
       TextProperties const& properties = segment.m_properties != nullptr ? *segment.m_properties : defaults;
-      runs.push_back(
-          {decodeForDisplay(segment.getText()), &getFonts(properties), properties.m_size, segment.m_type});
+      decodeForDisplay(segment.getText(), *text);
+      m_runs.push_back({*text++, &getUsableFonts(properties, defaults), properties.m_size, segment.m_type});
     }
-    return runs;
   }
 
   Lines layOut(TextArea const& area) {
     Lines lines;
     TextProperties const& defaults = area.m_defaultProperties;
     for (TextArea::Line const& line : area.m_lines) {
-      std::vector<LineRun> const runs = resolveRuns(line, defaults);
-      lines.push_back(runs.empty() ? makeEmptyLine(getFonts(defaults), defaults.m_size)
-                                   : layoutLine(runs, m_shaper));
+      resolveRuns(line, defaults);
+      lines.push_back(m_runs.empty() ? makeEmptyLine(getFonts(defaults), defaults.m_size)
+                                     : layoutLine(m_runs, m_shaper));
     }
     stackLines(lines);
     return lines;
   }
 
   std::shared_ptr<FontCatalog> m_catalog = FontCatalog::shared();
-  std::map<std::pair<std::string, FontStyle>, FontChain> m_fonts;
-  RunShaper m_shaper;
+  RunShaper m_shaper{*m_catalog};
+  FontChain* m_lastFonts = nullptr;  // the chain of the properties that follow
+  TextProperties m_lastProperties;
+  std::vector<LineRun> m_runs;
+  std::vector<std::u32string> m_texts;  // what the runs view
 };
 
 TextSegmentToSvgConverter::TextSegmentToSvgConverter() = default;

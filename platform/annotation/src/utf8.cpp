@@ -34,23 +34,39 @@ unsigned byteAt(std::string_view text, std::size_t position) {
   return static_cast<unsigned char>(text[position]);
 }
 
-/// Reads one character and moves `position` past it, or past the maximal ill-formed piece.
-char32_t readCharacter(std::string_view text, std::size_t& position) {
-  Lead const* const lead = findLead(byteAt(text, position));
-  if (lead == nullptr) {
-    ++position;
-    return REPLACEMENT_CHARACTER;
-  }
-  char32_t character = byteAt(text, position++) & lead->m_mask;
-  for (unsigned i = 0; i < lead->m_following; ++i, ++position) {
-    unsigned const lowest = i == 0 ? lead->m_secondMin : 0x80;
-    unsigned const highest = i == 0 ? lead->m_secondMax : 0xBF;
-    if (position >= text.size() || byteAt(text, position) < lowest || byteAt(text, position) > highest) {
-      return REPLACEMENT_CHARACTER;
-    }
-    character = character << 6 | (byteAt(text, position) & 0x3F);
-  }
+constexpr unsigned LENGTH_SHIFT = 24;
+
+/// The marker above Unicode for at most three bytes.
+char32_t makeUnshowable(std::string_view bytes) {
+  auto character = static_cast<char32_t>(bytes.size()) << LENGTH_SHIFT;
+  for (std::size_t i = 0; i < bytes.size(); ++i) character |= byteAt(bytes, i) << 8 * i;
   return character;
+}
+
+bool isSurrogate(std::string_view text) {
+  return text.size() >= 3 && byteAt(text, 0) == 0xED && byteAt(text, 1) >= 0xA0 && byteAt(text, 1) <= 0xBF &&
+         byteAt(text, 2) >= 0x80 && byteAt(text, 2) <= 0xBF;
+}
+
+/// A character, or 0 for an ill-formed piece, and how many bytes it takes.
+struct Decoded {
+  char32_t m_character;
+  std::size_t m_length;
+};
+
+/// Reads the first character, or the maximal ill-formed piece.
+Decoded readCharacter(std::string_view text) {
+  if (isSurrogate(text)) return {0, 3};
+  Lead const* const lead = findLead(byteAt(text, 0));
+  if (lead == nullptr) return {0, 1};
+  char32_t character = byteAt(text, 0) & lead->m_mask;
+  for (std::size_t i = 1; i <= lead->m_following; ++i) {
+    unsigned const lowest = i == 1 ? lead->m_secondMin : 0x80;
+    unsigned const highest = i == 1 ? lead->m_secondMax : 0xBF;
+    if (i >= text.size() || byteAt(text, i) < lowest || byteAt(text, i) > highest) return {0, i};
+    character = character << 6 | (byteAt(text, i) & 0x3F);
+  }
+  return {character, lead->m_following + 1U};
 }
 
 bool isShowable(char32_t character) {
@@ -61,14 +77,24 @@ bool isShowable(char32_t character) {
 
 }  // namespace
 
-std::u32string decodeForDisplay(std::string_view utf8) {
-  std::u32string characters;
-  characters.reserve(utf8.size());
-  for (std::size_t position = 0; position < utf8.size();) {
-    char32_t const character = readCharacter(utf8, position);
-    characters.push_back(isShowable(character) ? character : REPLACEMENT_CHARACTER);
+std::string getUnshowableBytes(char32_t character) {
+  std::string bytes(character >> LENGTH_SHIFT, '\0');
+  for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(character >> 8 * i & 0xFF);
+  return bytes;
+}
+
+void decodeForDisplay(std::string_view utf8, std::u32string& characters) {
+  characters.clear();
+  while (!utf8.empty()) {
+    if (unsigned const byte = byteAt(utf8, 0); byte >= 0x20 && byte < 0x7F) {
+      characters.push_back(byte);
+      utf8.remove_prefix(1);
+      continue;
+    }
+    auto const [character, length] = readCharacter(utf8);
+    characters.push_back(isShowable(character) ? character : makeUnshowable(utf8.substr(0, length)));
+    utf8.remove_prefix(length);
   }
-  return characters;
 }
 
 void appendUtf8(std::string& text, char32_t character) {

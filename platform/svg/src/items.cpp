@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "qvSvg/glyphSource.h"
 #include "qvSvg/image.h"
 #include "qvSvg/node.h"
 #include "qvSvg/path.h"
@@ -25,6 +26,8 @@ void takeUnshared(Node::Children& children, Node::Children& released) {
 }  // namespace
 
 ItemInterface::~ItemInterface() = default;
+
+GlyphSource::~GlyphSource() = default;
 
 Node::Node() = default;
 

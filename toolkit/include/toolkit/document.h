@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,9 +33,17 @@ struct Document {
   ExitCode m_failure = ExitDone;
 };
 
+/// What the opening of a document may take. Each limit that is reached is a finding and `ExitLimit`.
 struct OpenLimits {
   std::uint64_t m_maxInputBytes = std::uint64_t{1} << 30;
   std::size_t m_maxContainers = 1000;  ///< nesting of JSON containers
+  /// Reads of an object stream behind the end of the data.
+  std::uint64_t m_maxFailedReads = 1'000'000;
+  /// Stack for reading an object stream; a quarter of what is left of it, where that is less.
+  std::uint64_t m_maxStackBytes = std::uint64_t{1} << 20;
+  std::uint64_t m_maxMilliseconds = 120'000;  ///< for reading an object stream
+  /// Is told the size of the input, once it is in memory and before anything of it is read.
+  std::function<void(std::uint64_t)> m_onInput = {};
 };
 
 /// Opens and reads a document; "-" is standard input. Never throws on bad content: what is wrong is in the

@@ -51,6 +51,8 @@ enum class FindingCode : std::uint8_t {
   ShapeAsRectangle,
   FontMetricCompatible,
   FontSubstituted,
+  FontReplaced,     ///< by the user's own wish
+  FontSynthesized,  ///< bold or italic is made up, since the family has no such face
   GlyphMissing,
   LeaderHeadUnknown,
   LeaderHeadCollapsed,
@@ -58,10 +60,23 @@ enum class FindingCode : std::uint8_t {
   RasterUnavailable,  ///< the raster folder has no such file, or its name leaves the folder
   RasterUnreadable,   ///< the data are no known image format, so only the rectangle is drawn
   NumberNotFinite,    ///< an item with a NaN or infinite coordinate was left out of the page
-  TextRepaired,       ///< control characters or invalid UTF-8 became U+FFFD
+  TextRepaired,       ///< control characters, halves of surrogate pairs or invalid UTF-8 became U+FFFD
   // encoding
   EncodingLoss,   ///< something that the asked stream version cannot hold
   EncodingOrder,  ///< a view's texts were moved in front of its rasters
+  // limits
+  LimitMemory,       ///< the document needs more memory than it may have
+  LimitFailedReads,  ///< too many reads behind the end of the data
+  LimitStack,        ///< nested too deep to be read
+  LimitTime,         ///< the work takes too long
+  LimitDepth,        ///< sub-annotations nested too deep to be migrated or written
+  LimitNodes,        ///< too many annotations to be migrated or written
+  LimitOutput,       ///< the results are larger than they may be
+  LimitRaster,       ///< an image file is larger than it may be
+  // worker processes
+  WorkerCrashed,  ///< a signal ended the process that worked on the input
+  WorkerKilled,   ///< somebody killed it: the system short of memory, or an operator
+  WorkerGarbage,  ///< it ended without saying how
   // writing
   OutputExists,
   OutputFailed,
@@ -86,6 +101,9 @@ struct Finding {
 };
 
 using Findings = std::vector<Finding>;
+
+/// True for a limit that was hit and for a worker that died: the findings that exit code 6 stands for.
+bool isLimit(FindingCode code);
 
 /// Stable text of a code, such as "json.duplicate-key".
 std::string_view getCodeText(FindingCode code);

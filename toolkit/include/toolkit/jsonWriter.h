@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "toolkit/outputSink.h"
+
 namespace qvToolkit {
 
 /// Writes JSON text, indented by two spaces, in the order of the calls. Strings leave through one escaping
@@ -15,6 +17,11 @@ namespace qvToolkit {
 /// Calls must nest properly: within an object each value follows a `key`.
 class JsonWriter {
  public:
+  /// Keeps the text for `takeText`.
+  JsonWriter() = default;
+  /// Hands the text over to the sink, in pieces of about 1 MiB.
+  explicit JsonWriter(OutputSink& sink) : m_sink(&sink) {}
+
   JsonWriter& beginObject();
   JsonWriter& endObject();
   JsonWriter& beginArray();
@@ -42,15 +49,20 @@ class JsonWriter {
 
   /// The text so far; complete once all objects and arrays are ended. Ends with a line feed.
   std::string takeText();
+  /// Hands the rest of the text over to the sink, with a line feed at its end; false when the sink has failed.
+  [[nodiscard]] bool finish();
 
  private:
   void beforeValue();
   void breakLine();
+  void flush();
 
   struct Level {
     bool m_isArray = false;
     bool m_isEmpty = true;
   };
+  OutputSink* m_sink = nullptr;
+  bool m_hasFailed = false;
   std::string m_text;
   std::vector<Level> m_levels;
   bool m_afterKey = false;

@@ -5,6 +5,7 @@
 
 #include "toolkit/document.h"
 #include "toolkit/migrationSession.h"
+#include "toolkit/outputSink.h"
 
 namespace qvToolkit {
 
@@ -12,6 +13,14 @@ namespace qvToolkit {
 /// SVG trees of each view, why a view was not migrated, and the findings. docs/migrated-json.md describes it
 /// field by field. `pageNames` holds the file name of each view's page, empty where there is none. `findings`
 /// are those of the whole document, opening included.
+///
+/// Leaves in pieces, so that it takes no memory of its size. False when the sink has failed.
+[[nodiscard]] bool writeMigratedDocument(OutputSink& sink, Document const& document,
+                                         MigrationSession const& session,
+                                         std::vector<MigratedView> const& views,
+                                         std::vector<std::string> const& pageNames, Findings const& findings);
+
+/// The same as text.
 std::string formatMigratedDocument(Document const& document, MigrationSession const& session,
                                    std::vector<MigratedView> const& views,
                                    std::vector<std::string> const& pageNames, Findings const& findings);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -12,7 +13,9 @@
 #include "qvSvg/node.h"
 #include "toolkit/document.h"
 #include "toolkit/finding.h"
+#include "toolkit/fontSettings.h"
 #include "toolkit/rasterFolder.h"
+#include "toolkit/treeLimits.h"
 
 namespace qvToolkit {
 
@@ -21,13 +24,12 @@ struct MigrationOptions {
   /// of 3.5 mm.
   static constexpr float DefaultHeadSize = 3.0F;
 
-  /// Levels of sub-annotations that a view may have: common readers of XML refuse a page beyond 256 nested
-  /// groups.
-  static constexpr std::size_t MaxDepth = 200;
-
   int m_dropped = 0;  ///< bits of `qvLegacy::qvAnnotationMigration::Option`
   float m_headSize = DefaultHeadSize;
   std::string m_rasterFolder;  ///< empty: no raster can be delivered
+  std::uint64_t m_maxRasterBytes = RasterFolder::MaxFileBytes;
+  TreeLimits m_trees;
+  FontOptions m_fonts;  ///< to be applied to the process before; kept for the record
 };
 
 /// Where the SVG content of an annotation came from.

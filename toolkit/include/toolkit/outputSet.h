@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <set>
 #include <string>
 #include <string_view>
@@ -29,6 +30,9 @@ class OutputSet : public OutputSink {
   OutputSet(OutputSet const&) = delete;
   OutputSet& operator=(OutputSet const&) = delete;
 
+  /// From here on one file may have at most `fileBytes`, all of them together at most `allBytes`; at first
+  /// nothing is limited. What is larger is a problem, `FindingCode::LimitOutput`.
+  void limit(std::uint64_t allBytes, std::uint64_t fileBytes);
   /// Names a file that must not be replaced.
   void protect(std::string const& path);
 
@@ -58,6 +62,7 @@ class OutputSet : public OutputSink {
   bool giveName(File& file);
   bool place(File const& file);
   void takeBack();
+  bool admit(std::uint64_t bytes);
 
   std::string m_folderPath;
   bool m_force;
@@ -66,9 +71,16 @@ class OutputSet : public OutputSink {
   int m_folder = -1;
   int m_file = -1;
   std::vector<File> m_files;
+  std::uint64_t m_maxAllBytes = std::numeric_limits<std::uint64_t>::max();
+  std::uint64_t m_maxFileBytes = m_maxAllBytes;
+  std::uint64_t m_allBytes = 0;
+  std::uint64_t m_fileBytes = 0;  ///< of the file that is open
   bool m_hasFailed = false;
   Finding m_problem;
 };
+
+/// Removes what output sets of a process that died have left in the folder.
+void removeTemporaryFiles(std::string const& folder, int process);
 
 /// A file name made of the last part of an input's path without its extension: characters beyond A-Z a-z 0-9
 /// . _ - become "_", so do a leading dot or dash; at most 150 bytes; "-" gives "stdin".
@@ -78,8 +90,8 @@ std::string makeStem(std::string const& inputPath);
 /// "-3" and so on in the order of the inputs.
 std::vector<std::string> makeStems(std::vector<std::string> const& inputPaths);
 
-/// "STEM.view-0003.svg" and "STEM.migrated.json".
-std::string getPageName(std::string const& stem, std::size_t viewIndex);
+/// "STEM.view-0003.svg", with "svg" as the extension, and "STEM.migrated.json".
+std::string getPageName(std::string const& stem, std::size_t viewIndex, std::string_view extension = "svg");
 std::string getModelName(std::string const& stem);
 
 }  // namespace qvToolkit

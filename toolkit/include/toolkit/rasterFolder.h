@@ -14,7 +14,8 @@ namespace qvToolkit {
 ///
 /// A raster name is a path below the folder: NUL characters, absolute paths, empty names, names beyond 4,096
 /// bytes and
-/// ".." are refused, symbolic links are not followed, and only regular files of at most 64 MiB are read.
+/// ".." are refused, symbolic links are not followed, and only regular files of at most 64 MiB are read, unless
+/// another limit is given.
 /// Where no file has the name itself, the name with ".png", ".jpg", ".jpeg", ".gif" and ".webp" behind it is
 /// tried, in this order.
 ///
@@ -27,7 +28,7 @@ class RasterFolder {
   static constexpr std::size_t MaxNameBytes = 4096;
 
   /// An empty `folder` answers no name at all.
-  explicit RasterFolder(std::string const& folder);
+  explicit RasterFolder(std::string const& folder, std::uint64_t maxFileBytes = MaxFileBytes);
   ~RasterFolder();
   RasterFolder(RasterFolder const&) = delete;
   RasterFolder& operator=(RasterFolder const&) = delete;
@@ -43,6 +44,8 @@ class RasterFolder {
 
   /// The bytes that delivered data stand for; data that did not come from this folder stand for themselves.
   std::string_view resolve(std::string_view data) const;
+  /// True when `name` could not be delivered because its file is too large.
+  bool isTooLarge(std::string const& name) const;
   /// Why `name` could not be delivered; null when it was, or was never asked for.
   std::string const* findProblem(std::string const& name) const;
 
@@ -50,12 +53,14 @@ class RasterFolder {
   struct Entry {
     std::size_t m_image = 0;
     std::string m_problem;
+    bool m_isTooLarge = false;
   };
 
   bool fetch(std::string const& name, std::string& data);
   Entry look(std::string const& name);
   Entry read(int file);
 
+  std::uint64_t m_maxFileBytes;
   int m_folder = -1;
   std::string m_folderProblem;
   std::map<std::string, Entry> m_entries;

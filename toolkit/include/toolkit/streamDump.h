@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "toolkit/document.h"
 #include "toolkit/exitCode.h"
 #include "toolkit/finding.h"
 
@@ -47,7 +48,7 @@ struct DumpResult {
 /// Writes the fields of a binary document as text, one line each; "-" is standard input. With `at` only the
 /// field that holds that byte and its neighbours, two on each side.
 DumpResult dumpStreamFile(std::string const& path, std::optional<std::uint64_t> at,
-                          std::function<void(std::string_view)> const& write);
+                          std::function<void(std::string_view)> const& write, OpenLimits const& limits = {});
 
 /// As `dumpStreamFile` for content that is in memory.
 DumpResult dumpStream(std::string_view bytes, std::optional<std::uint64_t> at,

@@ -1,0 +1,93 @@
+#include "faceOutlines.h"
+
+#include <hb.h>
+
+#include <utility>
+
+#include "qvSvg/text.h"
+
+namespace qv::text {
+
+namespace {
+
+using svg::OutlineCommand;
+using Kind = OutlineCommand::Kind;
+using Point = Wm4::Vector2<float>;
+
+/// Collects what HarfBuzz draws.
+struct Pen {
+  Point place(float x, float y) const { return {(x + m_slant * y) * m_unit, y * m_unit}; }
+
+  float m_unit;
+  float m_slant;
+  svg::Outline m_outline;
+};
+
+Pen& toPen(void* data) {
+  return *static_cast<Pen*>(data);
+}
+
+void moveTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) {
+  toPen(data).m_outline.push_back({Kind::Move, {toPen(data).place(x, y)}});
+}
+
+void lineTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) {
+  toPen(data).m_outline.push_back({Kind::Line, {toPen(data).place(x, y)}});
+}
+
+void quadraticTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float controlX, float controlY, float x,
+                 float y, void*) {
+  Pen& pen = toPen(data);
+  pen.m_outline.push_back({Kind::Quadratic, {pen.place(controlX, controlY), pen.place(x, y)}});
+}
+
+void cubicTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float firstX, float firstY, float secondX,
+             float secondY, float x, float y, void*) {
+  Pen& pen = toPen(data);
+  pen.m_outline.push_back(
+      {Kind::Cubic, {pen.place(firstX, firstY), pen.place(secondX, secondY), pen.place(x, y)}});
+}
+
+void closePath(hb_draw_funcs_t*, void* data, hb_draw_state_t*, void*) {
+  toPen(data).m_outline.push_back({Kind::Close, {}});
+}
+
+hb_draw_funcs_t* createDrawing() {
+  hb_draw_funcs_t* const drawing = hb_draw_funcs_create();
+  hb_draw_funcs_set_move_to_func(drawing, moveTo, nullptr, nullptr);
+  hb_draw_funcs_set_line_to_func(drawing, lineTo, nullptr, nullptr);
+  hb_draw_funcs_set_quadratic_to_func(drawing, quadraticTo, nullptr, nullptr);
+  hb_draw_funcs_set_cubic_to_func(drawing, cubicTo, nullptr, nullptr);
+  hb_draw_funcs_set_close_path_func(drawing, closePath, nullptr, nullptr);
+  hb_draw_funcs_make_immutable(drawing);
+  return drawing;
+}
+
+}  // namespace
+
+FaceOutlines::FaceOutlines(std::shared_ptr<FontFace const> face, bool isSlanted)
+    : m_face(std::move(face)), m_slant(isSlanted ? svg::FontSynthesis::SLANT : 0.0F) {
+}
+
+FaceOutlines::~FaceOutlines() = default;
+
+std::string const& FaceOutlines::getFontFile() const noexcept {
+  return m_face->getLocation().m_path;
+}
+
+unsigned FaceOutlines::getFaceIndex() const noexcept {
+  return m_face->getLocation().m_index;
+}
+
+unsigned FaceOutlines::getUnitsPerEm() const noexcept {
+  return hb_face_get_upem(hb_font_get_face(m_face->getFont()));
+}
+
+svg::Outline FaceOutlines::getOutline(std::uint32_t glyph) const {
+  static hb_draw_funcs_t* const drawing = createDrawing();
+  Pen pen{m_face->getUnit(), m_slant, {}};
+  hb_font_get_glyph_shape(m_face->getFont(), glyph, drawing, &pen);
+  return std::move(pen.m_outline);
+}
+
+}  // namespace qv::text

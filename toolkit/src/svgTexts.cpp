@@ -1,0 +1,139 @@
+#include "svgTexts.h"
+
+#include <algorithm>
+
+#include "affine.h"
+#include "fontFamily.h"
+#include "itemMarkup.h"
+#include "pathData.h"
+
+namespace qvToolkit {
+
+namespace {
+
+/// Of text that lies over its own outlines. Not seen, but not 0 either: what is quite transparent is left out
+/// of a PDF and could not be found there.
+constexpr char const* UnseenOpacity = "0.004";
+
+/// Unicode's controls that force a direction upon characters, and end it. Renderers agree on them, other than
+/// on the attributes that say the same.
+constexpr char const* ForceLeftToRight = "\u202D";
+constexpr char const* ForceRightToLeft = "\u202E";
+constexpr char const* EndForce = "\u202C";
+/// Blanks at the end would go to the other side without it.
+constexpr char const* RightToLeftMark = "\u200F";
+
+bool isOblique(qv::svg::TextSpan const& span) {
+  return span.m_synthesis.m_oblique;
+}
+
+/// The text of a span in a line that has several directions.
+std::string forceDirection(qv::svg::TextSpan const& span) {
+  if (!span.m_rightToLeft) return ForceLeftToRight + span.m_text + EndForce;
+  return ForceRightToLeft + span.m_text + (span.m_text.ends_with(' ') ? RightToLeftMark : "") + EndForce;
+}
+
+/// The item's y axis points up, but letters grow against y in SVG, so the text mirrors itself about its
+/// baseline.
+std::string formatBaseline(float baseline, bool isSlanted) {
+  double const slant = isSlanted ? static_cast<double>(-qv::svg::FontSynthesis::SLANT) : 0.0;
+  return formatTransform({1.0, 0.0, slant, -1.0, 0.0, static_cast<double>(baseline)});
+}
+
+}  // namespace
+
+void SvgTexts::writeDefinitions() {
+  for (PageGlyph const& glyph : m_glyphs.getGlyphs()) {
+    m_markup.open("path").rawAttribute("id", glyph.m_name);
+    m_markup.rawAttribute("d", formatGlyphOutline(*glyph.m_source, glyph.m_index)).close();
+  }
+}
+
+void SvgTexts::write(qv::svg::Text const& text, std::string const& fill) {
+  if (text.m_spans.empty()) return;
+  std::string const& ownFill = isPaint(text.m_backgroundColor) ? *text.m_backgroundColor : fill;
+  bool const hasOutlines =
+      m_mode != TextMode::Live && std::ranges::all_of(text.m_spans, [](qv::svg::TextSpan const& span) {
+        return span.m_glyphSource != nullptr;
+      });
+  if (hasOutlines) writeOutlines(text, ownFill);
+  if (!hasOutlines || m_mode == TextMode::Both) writeLive(text, hasOutlines ? std::string() : ownFill);
+}
+
+void SvgTexts::writeOutlines(qv::svg::Text const& text, std::string const& fill) {
+  if (!(text.m_size > 0.0F)) return;
+  m_markup.open("g");
+  writeTransform(m_markup, formatItemTransform(text));
+  writePaint(m_markup, text);
+  for (qv::svg::TextSpan const& span : text.m_spans) {
+    if (!span.m_glyphs.empty()) writeOutline(text, span, fill);
+  }
+  m_markup.close();
+}
+
+/// Font units, y up like the item.
+void SvgTexts::writeOutline(qv::svg::Text const& text, qv::svg::TextSpan const& span,
+                            std::string const& fill) {
+  unsigned const unitsPerEm = span.m_glyphSource->getUnitsPerEm();
+  auto const size = static_cast<double>(text.m_size);
+  double const scale = size / unitsPerEm;
+  m_markup.open("g");
+  writeTransform(m_markup, formatTransform({scale, 0.0, 0.0, scale, static_cast<double>(span.m_x),
+                                            static_cast<double>(text.m_baseline)}));
+  if (span.m_synthesis.m_bold) {
+    writeBoldStroke(fill, formatNumber(toFontUnits(static_cast<double>(qv::svg::FontSynthesis::BOLD_STROKE),
+                                                   unitsPerEm)));
+  }
+  for (qv::svg::Glyph const& glyph : span.m_glyphs) {
+    double const x = toFontUnits(static_cast<double>(glyph.m_x) / size, unitsPerEm);
+    double const y = toFontUnits(static_cast<double>(glyph.m_y) / size, unitsPerEm);
+    m_markup.open("use");
+    if (x != 0.0) m_markup.rawAttribute("x", formatNumber(x));
+    if (y != 0.0) m_markup.rawAttribute("y", formatNumber(y));
+    m_markup.rawAttribute("href", '#' + m_glyphs.getName(*span.m_glyphSource, glyph.m_index)).close();
+  }
+  m_markup.close();
+}
+
+/// One line for each change between upright and slanted spans, since only a whole line can be skewed.
+void SvgTexts::writeLive(qv::svg::Text const& text, std::string const& fill) {
+  for (auto first = text.m_spans.begin(); first != text.m_spans.end();) {
+    auto const last = std::find_if(first, text.m_spans.end(), [first](qv::svg::TextSpan const& span) {
+      return isOblique(span) != isOblique(*first);
+    });
+    writeLine(text, Spans(first, last), fill);
+    first = last;
+  }
+}
+
+void SvgTexts::writeLine(qv::svg::Text const& text, Spans spans, std::string const& fill) {
+  std::string transform = formatItemTransform(text);
+  appendTransform(transform, formatBaseline(text.m_baseline, isOblique(spans.front())));
+  m_markup.open("text");
+  writeTransform(m_markup, transform);
+  writePaint(m_markup, text);
+  if (fill.empty()) m_markup.rawAttribute("fill-opacity", UnseenOpacity);
+  m_markup.rawAttribute("font-size", formatNumber(text.m_size)).rawAttribute("xml:space", "preserve");
+  bool const isDirected = std::ranges::any_of(spans, &qv::svg::TextSpan::m_rightToLeft);
+  for (qv::svg::TextSpan const& span : spans) writeSpan(span, text.m_size, fill, isDirected);
+  m_markup.close();
+}
+
+void SvgTexts::writeSpan(qv::svg::TextSpan const& span, float size, std::string const& fill,
+                         bool isDirected) {
+  m_markup.open("tspan").rawAttribute("x", formatNumber(span.m_x));
+  m_markup.attribute("font-family", formatFontFamily(span.m_family));
+  if (span.m_bold && !span.m_synthesis.m_bold) m_markup.rawAttribute("font-weight", "bold");
+  if (span.m_italic && !span.m_synthesis.m_oblique) m_markup.rawAttribute("font-style", "italic");
+  if (span.m_synthesis.m_bold && !fill.empty()) {
+    writeBoldStroke(fill, formatNumber(size * qv::svg::FontSynthesis::BOLD_STROKE));
+  }
+  m_markup.text(isDirected ? forceDirection(span) : span.m_text).close();
+}
+
+void SvgTexts::writeBoldStroke(std::string const& fill, std::string const& width) {
+  m_markup.rawAttribute("stroke", fill).rawAttribute("stroke-width", width);
+  m_markup.rawAttribute("stroke-linejoin", "round");
+}
+
+}  // namespace qvToolkit
