@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "annotationLegacy/version.h"
+#include "limitOptions.h"
 #include "toolkit/documentTransform.h"
 #include "toolkit/textEscape.h"
 
@@ -24,6 +25,10 @@ constexpr char const* Description =
       Writes one SVG page for each view and the migrated model as JSON into out/.
   qvannot migrate old/*.json -o out --drop-known-metadata --rasters images --force
       Migrates many documents, drops known metadata, takes images from images/, replaces what is in out/.
+  qvannot migrate bracket.json -o out --format pdf --text both --font-dir fonts
+      Writes PDF pages with exact outlines and text that can be searched, with fonts from fonts/, too.
+  qvannot fonts old/*.json
+      Lists the fonts that documents ask for, what is drawn instead, and which packages to install.
   qvannot encode bracket.json -o bracket.qvs --stream-version 6.22
       Writes the document as an object stream of that version, and names what the version cannot hold.
   qvannot transform bracket.json -o moved.qvs --rotate z 90
@@ -35,8 +40,8 @@ Shows, checks and migrates legacy CAD annotations. Documents are JSON or object 
 
 constexpr char const* Footer =
     R"(Exit codes: 0 all done; 1 done, with findings or views that are not migrated; 2 bad command line;
-3 an input cannot be opened; 4 an input is no known format; 5 an output cannot be written; 6 out of
-memory or another limit; 7 nothing to do; 70 a bug. The highest that happened counts.
+3 an input cannot be opened; 4 an input is no known format; 5 an output cannot be written; 6 a
+limit was hit, such as memory; 7 nothing to do; 70 a bug. The highest that happened counts.
 Findings go to standard error, one line each; results go to standard output.)";
 
 /// A number as in a document: no sign "+", no blanks, nothing behind it. Not bound to a locale.
@@ -68,6 +73,99 @@ void addDropFlag(CLI::App& command, std::string const& name, int bit, int& bits,
       name, [bit, &bits] { bits |= bit; }, help);
 }
 
+/// Decimal, or hexadecimal behind "0x"; nothing else may stand in the text.
+std::optional<std::uint64_t> readOffset(std::string_view text) {
+  bool const isHexadecimal = text.starts_with("0x");
+  if (isHexadecimal) text.remove_prefix(2);
+  std::uint64_t offset = 0;
+  auto const result =
+      std::from_chars(text.data(), text.data() + text.size(), offset, isHexadecimal ? 16 : 10);
+  bool const isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size();
+  return isNumber ? std::optional(offset) : std::nullopt;
+}
+
+struct TextModeWord {
+  char const* m_word;
+  qvToolkit::TextMode m_mode;
+};
+constexpr TextModeWord TextModeWords[] = {{"live", qvToolkit::TextMode::Live},
+                                          {"outline", qvToolkit::TextMode::Outline},
+                                          {"both", qvToolkit::TextMode::Both}};
+
+void addTextMode(CLI::App& command, qvToolkit::TextMode& mode) {
+  command
+      .add_option_function<std::string>(
+          "--text",
+          [&mode](std::string const& text) {
+            for (TextModeWord const& word : TextModeWords) {
+              if (text != word.m_word) continue;
+              mode = word.m_mode;
+              return;
+            }
+            throw CLI::ValidationError("--text", "'" + text + "' is none of live, outline, both");
+          },
+          "Text of the pages: live characters (default), glyph outlines, or both")
+      ->type_name("MODE");
+}
+
+void addConversion(CLI::App& command, qvToolkit::PageConversion& conversion) {
+  using qvToolkit::PageConversion;
+  command
+      .add_option_function<std::string>(
+          "--format",
+          [&conversion](std::string const& text) {
+            for (auto const format :
+                 {qvToolkit::PageFormat::Svg, qvToolkit::PageFormat::Png, qvToolkit::PageFormat::Pdf}) {
+              if (text != getFormatText(format)) continue;
+              conversion.m_format = format;
+              return;
+            }
+            throw CLI::ValidationError("--format", "'" + text + "' is none of svg, png, pdf");
+          },
+          "Format of the pages: svg (default), png or pdf; the latter two take the program rsvg-convert")
+      ->type_name("FORMAT");
+  command
+      .add_option_function<std::string>(
+          "--dpi",
+          [&conversion](std::string const& text) {
+            auto const number = readOffset(text);
+            if (!number || *number < PageConversion::MinResolution ||
+                *number > PageConversion::MaxResolution) {
+              throw CLI::ValidationError("--dpi", "'" + text + "' is no number from 10 to 2400");
+            }
+            conversion.m_resolution = static_cast<unsigned>(*number);
+          },
+          "Resolution of PNG pages in pixels per inch (default 150)")
+      ->type_name("N");
+}
+
+void addFonts(CLI::App& command, qvToolkit::FontOptions& fonts) {
+  command
+      .add_option_function<std::string>(
+          "--font-dir", [&fonts](std::string const& folder) { fonts.m_directories.push_back(folder); },
+          "Look for fonts in this folder first; may be repeated")
+      ->type_name("DIR")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+      ->trigger_on_parse();
+  command
+      .add_option_function<std::string>(
+          "--font-map",
+          [&fonts](std::string const& text) {
+            std::size_t const sign = text.find('=');
+            if (sign == std::string::npos || sign == 0 || sign + 1 == text.size()) {
+              throw CLI::ValidationError("--font-map",
+                                         "'" + text + "' is no pair of families; write it like Old=New");
+            }
+            fonts.m_replacements.push_back({text.substr(0, sign), text.substr(sign + 1)});
+          },
+          "Draw text of one font family with another one; may be repeated")
+      ->type_name("OLD=NEW")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+      ->trigger_on_parse();
+  command.add_flag_callback(
+      "--no-system-fonts", [&fonts] { fonts.m_useSystemFonts = false; }, "Use only the fonts of --font-dir");
+}
+
 void addMigrate(CLI::App& app, MigrateCommand& command) {
   CLI::App& migrate = *app.add_subcommand("migrate", "Write SVG pages and the migrated model");
   int& dropped = command.m_options.m_dropped;
@@ -93,23 +191,23 @@ void addMigrate(CLI::App& app, MigrateCommand& command) {
       ->type_name("X");
   migrate.add_option("--rasters", command.m_options.m_rasterFolder, "Folder of the images that rasters name")
       ->type_name("DIR");
+  addTextMode(migrate, command.m_textMode);
+  addConversion(migrate, command.m_conversion);
+  addFonts(migrate, command.m_options.m_fonts);
   migrate.add_flag("--force", command.m_force, "Replace results that exist");
   addStrict(migrate, command.m_isStrict);
 }
 
-void addFile(CLI::App& command, std::string& file) {
-  command.add_option("FILE", file, "Document; '-' reads standard input")->type_name("")->required();
+void addFontReport(CLI::App& app, FontsCommand& command) {
+  CLI::App& fonts = *app.add_subcommand("fonts", "List the fonts that documents ask for and get");
+  addFiles(fonts, command.m_files);
+  fonts.add_flag("--json", command.m_asJson, "Write JSON");
+  addFonts(fonts, command.m_fonts);
+  addStrict(fonts, command.m_isStrict);
 }
 
-/// Decimal, or hexadecimal behind "0x"; nothing else may stand in the text.
-std::optional<std::uint64_t> readOffset(std::string_view text) {
-  bool const isHexadecimal = text.starts_with("0x");
-  if (isHexadecimal) text.remove_prefix(2);
-  std::uint64_t offset = 0;
-  auto const result =
-      std::from_chars(text.data(), text.data() + text.size(), offset, isHexadecimal ? 16 : 10);
-  bool const isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size();
-  return isNumber ? std::optional(offset) : std::nullopt;
+void addFile(CLI::App& command, std::string& file) {
+  command.add_option("FILE", file, "Document; '-' reads standard input")->type_name("")->required();
 }
 
 CLI::Option* addStreamVersion(CLI::App& command, qvToolkit::EncodingOptions& options) {
@@ -168,14 +266,26 @@ constexpr TransformOption TransformOptions[] = {
      "Turn about the axis x, y or z, counter-clockwise"},
 };
 
+constexpr char const* TransformGroup = "Transformation";
+
+/// Not by an option group of CLI11: that one is a command without a name, and takes an empty argument for it.
+void requireOneTransform(CLI::App const& transform) {
+  std::size_t used = 0;
+  std::string names;
+  for (TransformOption const& option : TransformOptions) {
+    used += transform.count(option.m_name) > 0 ? 1U : 0U;
+    names += (names.empty() ? "" : ",") + std::string(option.m_name);
+  }
+  if (used != 1) throw CLI::RequiredError::Option(1, 1, used, names);
+}
+
 void addTransform(CLI::App& app, TransformCommand& command) {
   CLI::App& transform =
       *app.add_subcommand("transform", "Move a whole document, written as an object stream");
   addEncodedOutput(transform, command);
   addStreamVersion(transform, command.m_options);
-  CLI::Option_group& kinds = *transform.add_option_group("Transformation");
   for (TransformOption const& option : TransformOptions) {
-    kinds
+    transform
         .add_option_function<std::vector<std::string>>(
             option.m_name,
             [&command, &option](std::vector<std::string> const& words) {
@@ -183,9 +293,10 @@ void addTransform(CLI::App& app, TransformCommand& command) {
               if (!problem.empty()) throw CLI::ValidationError(option.m_name, problem);
             },
             option.m_help)
-        ->type_name(option.m_words);
+        ->type_name(option.m_words)
+        ->group(TransformGroup);
   }
-  kinds.require_option(1);
+  transform.final_callback([&transform] { requireOneTransform(transform); });
 }
 
 void addDump(CLI::App& app, DumpCommand& command) {
@@ -245,6 +356,14 @@ Command parseCommandLine(int count, char const* const* arguments) {
   TransformCommand transform;
   addTransform(app, transform);
   addDump(app, dump);
+  FontsCommand fonts;
+  addFontReport(app, fonts);
+  addLimits(*app.get_subcommand("inspect"), inspect.m_limits);
+  addLimits(*app.get_subcommand("migrate"), migrate.m_limits);
+  addLimits(*app.get_subcommand("encode"), encode.m_limits);
+  addLimits(*app.get_subcommand("transform"), transform.m_limits);
+  addLimits(*app.get_subcommand("dump"), dump.m_limits);
+  addLimits(*app.get_subcommand("fonts"), fonts.m_limits);
   try {
     app.parse(count, arguments);
   } catch (CLI::CallForHelp const&) {
@@ -256,6 +375,7 @@ Command parseCommandLine(int count, char const* const* arguments) {
     return makeError(app, findUnknownCommand(app, count, arguments), error);
   }
   if (app.got_subcommand("inspect")) return requireFiles(std::move(inspect));
+  if (app.got_subcommand("fonts")) return requireFiles(std::move(fonts));
   if (app.got_subcommand("encode")) return encode;
   if (app.got_subcommand("transform")) return transform;
   if (app.got_subcommand("dump")) return dump;

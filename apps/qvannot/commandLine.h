@@ -6,9 +6,13 @@
 #include <variant>
 #include <vector>
 
+#include "limits.h"
 #include "toolkit/exitCode.h"
+#include "toolkit/fontSettings.h"
 #include "toolkit/migrationSession.h"
+#include "toolkit/pageConverter.h"
 #include "toolkit/streamEncoder.h"
+#include "toolkit/svgPage.h"
 #include "transform/qvGenericTransformation.h"
 
 namespace qvannot {
@@ -19,6 +23,7 @@ struct InspectCommand {
   bool m_asJson = false;
   bool m_isFull = false;
   bool m_isStrict = false;
+  Limits m_limits;
 };
 
 /// "qvannot migrate FILE... -o DIR"
@@ -26,8 +31,11 @@ struct MigrateCommand {
   std::vector<std::string> m_files;
   std::string m_outputFolder;
   qvToolkit::MigrationOptions m_options;
+  qvToolkit::TextMode m_textMode = qvToolkit::TextMode::Live;
+  qvToolkit::PageConversion m_conversion;
   bool m_force = false;
   bool m_isStrict = false;
+  Limits m_limits;
 };
 
 /// "qvannot encode FILE -o OUT --stream-version X.Y"
@@ -37,6 +45,7 @@ struct EncodeCommand {
   qvToolkit::EncodingOptions m_options;
   bool m_force = false;
   bool m_isStrict = false;
+  Limits m_limits;
 };
 
 /// "qvannot transform FILE -o OUT --translate X Y Z": a moved document, written like an encoded one
@@ -49,6 +58,16 @@ struct DumpCommand {
   std::string m_file;
   std::optional<std::uint64_t> m_at;  ///< show only the field at this byte
   bool m_isStrict = false;
+  Limits m_limits;
+};
+
+/// "qvannot fonts FILE..."
+struct FontsCommand {
+  std::vector<std::string> m_files;
+  qvToolkit::FontOptions m_fonts;
+  bool m_asJson = false;
+  bool m_isStrict = false;
+  Limits m_limits;
 };
 
 /// Nothing to run: the text answers the command line (help, version), or says what is wrong with it.
@@ -57,8 +76,8 @@ struct Answer {
   qvToolkit::ExitCode m_exitCode = qvToolkit::ExitDone;  ///< `ExitDone` for an answer, else an error
 };
 
-using Command =
-    std::variant<Answer, InspectCommand, MigrateCommand, EncodeCommand, TransformCommand, DumpCommand>;
+using Command = std::variant<Answer, InspectCommand, MigrateCommand, EncodeCommand, TransformCommand,
+                             DumpCommand, FontsCommand>;
 
 Command parseCommandLine(int count, char const* const* arguments);
 

@@ -12,5 +12,6 @@ void run(MigrateCommand const& command, Reporter& reporter);
 void run(EncodeCommand const& command, Reporter& reporter);
 void run(TransformCommand const& command, Reporter& reporter);
 void run(DumpCommand const& command, Reporter& reporter);
+void run(FontsCommand const& command, Reporter& reporter);
 
 }  // namespace qvannot

@@ -1,20 +1,29 @@
-#include <new>
-
 #include "commands.h"
+#include "job.h"
 #include "toolkit/streamDump.h"
 
 namespace qvannot {
 
+namespace {
+
+void dumpFile(DumpCommand const& command, Reporter& reporter) {
+  qvToolkit::OpenLimits limits = command.m_limits.getOpenLimits();
+  limits.m_onInput = [&](std::uint64_t bytes) { setBudgets(bytes, command.m_limits, reporter); };
+  qvToolkit::DumpResult const result = qvToolkit::dumpStreamFile(
+      command.m_file, command.m_at, [&reporter](std::string_view text) { reporter.print(text); }, limits);
+  reporter.report(command.m_file, result.m_findings);
+  reporter.count(result.m_failure);
+}
+
+}  // namespace
+
 void run(DumpCommand const& command, Reporter& reporter) {
+  auto const work = [&] {
+    reporter.expectNoViews();
+    dumpFile(command, reporter);
+  };
   reporter.expectNoViews();
-  try {
-    qvToolkit::DumpResult const result = qvToolkit::dumpStreamFile(
-        command.m_file, command.m_at, [&reporter](std::string_view text) { reporter.print(text); });
-    reporter.report(command.m_file, result.m_findings);
-    reporter.count(result.m_failure);
-  } catch (std::bad_alloc const&) {
-    reporter.fail(qvToolkit::ExitLimit, "out of memory, '" + command.m_file + "' is passed over");
-  }
+  static_cast<void>(run({command.m_file, command.m_limits, work, {}, {}}, reporter, Progress(1)));
 }
 
 }  // namespace qvannot

@@ -1,17 +1,15 @@
-#include <new>
-
 #include "commands.h"
 #include "encodedOutput.h"
+#include "job.h"
 
 namespace qvannot {
 
 void run(EncodeCommand const& command, Reporter& reporter) {
-  try {
-    qvToolkit::Document const document = qvToolkit::openDocument(command.m_file);
+  auto const work = [&] {
+    qvToolkit::Document const document = openInput(command.m_file, command.m_limits, reporter);
     if (reporter.reportOpened(document)) writeEncoded(document, command, reporter);
-  } catch (std::bad_alloc const&) {
-    reporter.fail(qvToolkit::ExitLimit, "out of memory, '" + command.m_file + "' is not encoded");
-  }
+  };
+  runEncoding(command, work, reporter);
 }
 
 }  // namespace qvannot

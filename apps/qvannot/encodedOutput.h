@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "commandLine.h"
 #include "reporter.h"
 #include "toolkit/document.h"
@@ -9,5 +11,8 @@ namespace qvannot {
 /// Writes the document as the object stream that the command asks for, and reports what it could not take
 /// along.
 void writeEncoded(qvToolkit::Document const& document, EncodeCommand const& command, Reporter& reporter);
+
+/// Runs the work of such a command under its limits.
+void runEncoding(EncodeCommand const& command, std::function<void()> const& work, Reporter& reporter);
 
 }  // namespace qvannot

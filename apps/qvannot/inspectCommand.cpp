@@ -1,6 +1,6 @@
-#include <new>
-
 #include "commands.h"
+#include "job.h"
+#include "jsonFiles.h"
 #include "toolkit/inspection.h"
 #include "toolkit/legacyJson.h"
 
@@ -8,37 +8,38 @@ namespace qvannot {
 
 namespace {
 
-std::string formatJson(std::vector<qvToolkit::Document> const& documents, bool isFull) {
-  if (isFull) return qvToolkit::formatLegacyJson(documents);
-  std::vector<qvToolkit::Inspection> inspections;
-  inspections.reserve(documents.size());
-  for (auto const& document : documents) inspections.push_back(qvToolkit::inspectDocument(document));
-  return qvToolkit::formatInspectionsJson(inspections);
+std::string formatJson(qvToolkit::Document const& document, bool isFull) {
+  return isFull ? qvToolkit::formatLegacyJson({document})
+                : qvToolkit::formatInspectionsJson({qvToolkit::inspectDocument(document)});
+}
+
+void inspectFile(InspectCommand const& command, std::string const& path, Reporter& reporter) {
+  qvToolkit::Document const document = openInput(path, command.m_limits, reporter);
+  reporter.reportOpened(document);
+  if (document.m_failure == qvToolkit::ExitDone) reporter.print(formatInspection(inspectDocument(document)));
 }
 
 }  // namespace
 
 void run(InspectCommand const& command, Reporter& reporter) {
+  auto const makeEntry = [&](std::string const& path) {
+    qvToolkit::Document const document = openInput(path, command.m_limits, reporter);
+    reporter.reportOpened(document);
+    return formatJson(document, command.m_isFull);
+  };
+  auto const makeFailedEntry = [&](qvToolkit::Document const& document) {
+    return formatJson(document, command.m_isFull);
+  };
+  if (command.m_asJson) {
+    return runJson({command.m_files, command.m_limits, makeEntry, makeFailedEntry}, reporter);
+  }
   Progress const progress(command.m_files.size());
-  std::vector<qvToolkit::Document> documents;
   for (std::size_t i = 0; i < command.m_files.size(); ++i) {
     std::string const& path = command.m_files[i];
     progress.show(i, path);
-    try {
-      qvToolkit::Document document = qvToolkit::openDocument(path);
-      progress.clear();
-      reporter.reportOpened(document);
-      if (command.m_asJson) {
-        documents.push_back(std::move(document));
-      } else if (document.m_failure == qvToolkit::ExitDone) {
-        reporter.print(formatInspection(inspectDocument(document)));
-      }
-    } catch (std::bad_alloc const&) {
-      progress.clear();
-      reporter.fail(qvToolkit::ExitLimit, "out of memory, '" + path + "' is passed over");
-    }
+    Job const job{path, command.m_limits, [&] { inspectFile(command, path, reporter); }, {}, {}};
+    if (!run(job, reporter, progress)) return;
   }
-  if (command.m_asJson) reporter.print(formatJson(documents, command.m_isFull));
 }
 
 }  // namespace qvannot

@@ -8,6 +8,7 @@
 #include "toolLog.h"
 #include "toolkit/librarySession.h"
 #include "toolkit/textEscape.h"
+#include "worker.h"
 
 namespace {
 
@@ -31,14 +32,12 @@ int execute(Work const& command) {
   return reporter.finish();
 }
 
-}  // namespace
-
-int main(int count, char** arguments) {
+int runTool(int count, char const* const* arguments) {
   try {
     qvannot::installSignalHandling();
     qvannot::Command const command = qvannot::parseCommandLine(count, arguments);
     int const exitCode = std::visit([](auto const& chosen) { return execute(chosen); }, command);
-    qvannot::endByInterruption();
+    if (!qvannot::isWorker()) qvannot::endByInterruption();
     return exitCode;
   } catch (std::bad_alloc const&) {
     std::fputs("qvannot: out of memory\n", stderr);
@@ -50,4 +49,12 @@ int main(int count, char** arguments) {
     std::fputs("qvannot: a bug, please report it\n", stderr);
   }
   return qvToolkit::ExitBug;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  int const exitCode = runTool(count, arguments);
+  qvannot::concludeWorker(exitCode);
+  return exitCode;
 }

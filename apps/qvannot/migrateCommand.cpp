@@ -1,7 +1,7 @@
-#include <new>
-
 #include "commands.h"
+#include "fontChoice.h"
 #include "interruption.h"
+#include "job.h"
 #include "toolkit/migratedJson.h"
 #include "toolkit/outputSet.h"
 #include "toolkit/svgPage.h"
@@ -17,42 +17,100 @@ void append(Findings& findings, Findings const& more) {
   findings.insert(findings.end(), more.begin(), more.end());
 }
 
-/// Writes the outputs of one document. Whatever fails on the way is in the set's problem.
-bool writeOutputs(qvToolkit::Document const& document, qvToolkit::MigrationSession const& session,
-                  std::vector<qvToolkit::MigratedView> const& views, std::string const& stem,
-                  qvToolkit::OutputSet& outputs, Findings& findings) {
-  std::vector<std::string> pages(views.size());
-  for (std::size_t i = 0; i < views.size(); ++i) {
-    append(findings, views[i].m_findings);
-    if (views[i].m_view == nullptr) continue;
-    pages[i] = qvToolkit::getPageName(stem, views[i].m_index);
-    if (!outputs.open(pages[i])) return false;
-    append(findings, writeSvgPage(views[i], session.getRasters(), outputs));
+/// Keeps a page for the converter.
+class PageBuffer : public qvToolkit::OutputSink {
+ public:
+  bool write(std::string_view bytes) override {
+    m_text += bytes;
+    return true;
   }
-  if (!outputs.open(qvToolkit::getModelName(stem))) return false;
-  Findings all = document.m_findings;
-  append(all, findings);
-  return outputs.write(formatMigratedDocument(document, session, views, pages, all)) && outputs.commit();
+  std::string const& getText() const noexcept { return m_text; }
+
+ private:
+  std::string m_text;
+};
+
+/// Writes the outputs of one document.
+class DocumentWriter {
+ public:
+  DocumentWriter(MigrateCommand const& command, qvToolkit::MigrationSession const& session,
+                 std::uint64_t outputBudget)
+      : m_command(command),
+        m_session(session),
+        m_outputs(command.m_outputFolder, command.m_force, getInterruption()),
+        m_converter(command.m_conversion, command.m_options.m_fonts) {
+    m_outputs.limit(outputBudget, command.m_limits.get(Limit::OutputFile));
+    for (std::string const& input : command.m_files) m_outputs.protect(input);
+  }
+
+  [[nodiscard]] bool write(qvToolkit::Document const& document,
+                           std::vector<qvToolkit::MigratedView> const& views, std::string const& stem) {
+    std::vector<std::string> pages(views.size());
+    for (std::size_t i = 0; i < views.size(); ++i) {
+      append(m_findings, views[i].m_findings);
+      if (views[i].m_view == nullptr) continue;
+      pages[i] =
+          qvToolkit::getPageName(stem, views[i].m_index, getFormatText(m_command.m_conversion.m_format));
+      if (!m_outputs.open(pages[i]) || !writePage(views[i])) return fail();
+    }
+    if (!m_outputs.open(qvToolkit::getModelName(stem))) return fail();
+    Findings all = document.m_findings;
+    append(all, m_findings);
+    bool const isWritten = writeMigratedDocument(m_outputs, document, m_session, views, pages, all);
+    return (isWritten && m_outputs.commit()) || fail();
+  }
+
+  /// What was found on the way, and in the end why the outputs could not be written.
+  Findings const& getFindings() const noexcept { return m_findings; }
+  ExitCode getFailure() const noexcept {
+    bool const isConverted = m_converter.getFailure() == qvToolkit::ExitDone;
+    return isConverted ? qvToolkit::ExitOutputFailed : m_converter.getFailure();
+  }
+  std::vector<std::string> getPaths() const { return m_outputs.getPaths(); }
+
+ private:
+  bool writePage(qvToolkit::MigratedView const& view) {
+    if (m_command.m_conversion.m_format == qvToolkit::PageFormat::Svg) {
+      append(m_findings, writeSvgPage(view, m_session.getRasters(), m_outputs, m_command.m_textMode));
+      return true;
+    }
+    PageBuffer page;
+    append(m_findings, writeSvgPage(view, m_session.getRasters(), page, m_command.m_textMode));
+    return m_converter.convert(page.getText(), m_outputs);
+  }
+
+  bool fail() {
+    bool const isConverted = m_converter.getFailure() == qvToolkit::ExitDone;
+    m_findings.push_back(isConverted ? m_outputs.getProblem() : m_converter.getProblem());
+    return false;
+  }
+
+  MigrateCommand const& m_command;
+  qvToolkit::MigrationSession const& m_session;
+  qvToolkit::OutputSet m_outputs;
+  qvToolkit::PageConverter m_converter;
+  Findings m_findings;
+};
+
+qvToolkit::MigrationOptions getOptions(MigrateCommand const& command) {
+  qvToolkit::MigrationOptions options = command.m_options;
+  options.m_trees = command.m_limits.getTreeLimits();
+  options.m_maxRasterBytes = command.m_limits.get(Limit::Raster);
+  return options;
 }
 
 void migrateFile(MigrateCommand const& command, std::size_t index, std::string const& stem,
-                 Reporter& reporter, Progress const& progress) {
-  qvToolkit::Document const document = qvToolkit::openDocument(command.m_files[index]);
-  progress.clear();
+                 Reporter& reporter) {
+  qvToolkit::Document const document = openInput(command.m_files[index], command.m_limits, reporter);
   if (!reporter.reportOpened(document)) return;
-  qvToolkit::MigrationSession session(command.m_options);
+  qvToolkit::MigrationSession session(getOptions(command));
   std::vector<qvToolkit::MigratedView> const views = session.migrate(document);
-  qvToolkit::OutputSet outputs(command.m_outputFolder, command.m_force, getInterruption());
-  for (std::string const& input : command.m_files) outputs.protect(input);
-  Findings findings;
-  bool const isWritten = writeOutputs(document, session, views, stem, outputs, findings);
-  if (!isWritten) {
-    findings.push_back(outputs.getProblem());
-    reporter.count(qvToolkit::ExitOutputFailed);
-  }
-  reporter.report(document.m_path, findings);
+  DocumentWriter writer(command, session, reporter.getOutputBudget());
+  bool const isWritten = writer.write(document, views, stem);
+  if (!isWritten) reporter.count(writer.getFailure());
+  reporter.report(document.m_path, writer.getFindings());
   if (!isWritten) return;
-  for (std::string const& path : outputs.getPaths()) reporter.print(path + '\n');
+  for (std::string const& path : writer.getPaths()) reporter.print(path + '\n');
 }
 
 bool checkRasterFolder(std::string const& folder, Reporter& reporter) {
@@ -67,16 +125,16 @@ bool checkRasterFolder(std::string const& folder, Reporter& reporter) {
 
 void run(MigrateCommand const& command, Reporter& reporter) {
   if (!checkRasterFolder(command.m_options.m_rasterFolder, reporter)) return;
+  if (!chooseFonts(command.m_options.m_fonts, reporter)) return;
   Progress const progress(command.m_files.size());
   std::vector<std::string> const stems = qvToolkit::makeStems(command.m_files);
   for (std::size_t i = 0; i < command.m_files.size() && *getInterruption() == 0; ++i) {
     progress.show(i, command.m_files[i]);
-    try {
-      migrateFile(command, i, stems[i], reporter, progress);
-    } catch (std::bad_alloc const&) {
-      progress.clear();
-      reporter.fail(qvToolkit::ExitLimit, "out of memory, '" + command.m_files[i] + "' is passed over");
-    }
+    auto const work = [&] { migrateFile(command, i, stems[i], reporter); };
+    auto const cleanUp = [&](pid_t process, qvToolkit::Finding const&) {
+      qvToolkit::removeTemporaryFiles(command.m_outputFolder, process);
+    };
+    if (!run({command.m_files[i], command.m_limits, work, {}, cleanUp}, reporter, progress)) return;
   }
 }
 

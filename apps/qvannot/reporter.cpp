@@ -1,5 +1,6 @@
 #include "reporter.h"
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -16,6 +17,7 @@ namespace qvannot {
 namespace {
 
 constexpr std::size_t MaxPrintedPerCode = 100;
+constexpr std::uint64_t MaxRelayedBytes = std::uint64_t{1} << 20;
 
 void writeError(std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), stderr);
@@ -56,6 +58,8 @@ void Reporter::report(std::string const& path, qvToolkit::Findings const& findin
   writeError(lines);
   auto const threshold = m_isStrict ? qvToolkit::Severity::Warning : qvToolkit::Severity::Error;
   if (getHighestSeverity(findings) >= threshold) count(qvToolkit::ExitFindings);
+  if (std::ranges::any_of(findings, qvToolkit::isLimit, &qvToolkit::Finding::m_code))
+    count(qvToolkit::ExitLimit);
 }
 
 bool Reporter::reportOpened(qvToolkit::Document const& document) {
@@ -76,19 +80,64 @@ void Reporter::count(qvToolkit::ExitCode code) {
 }
 
 void Reporter::print(std::string_view text) {
-  if (m_isBroken || std::fwrite(text.data(), 1, text.size(), stdout) == text.size()) return;
+  if (m_isBroken) return;
+  if (text.size() > m_outputLeft) return refuseOutput(m_outputBudget, "--max-output");
+  m_outputLeft -= text.size();
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failToPrint(errno);
+}
+
+void Reporter::failToPrint(int error) {
+  if (m_isWorker && error == EFBIG) {
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    return refuseOutput(limit.rlim_cur, "--max-output-file");
+  }
   m_isBroken = true;
   fail(qvToolkit::ExitOutputFailed,
-       "cannot write to standard output: " + std::generic_category().message(errno));
+       "cannot write to standard output: " + std::generic_category().message(error));
+}
+
+/// A part of a result must not look like the whole: what a worker has printed so far is withdrawn.
+void Reporter::refuseOutput(std::uint64_t limit, char const* option) {
+  m_isBroken = true;
+  fail(qvToolkit::ExitLimit, "the result is larger than the limit of " + std::to_string(limit) + " bytes; " +
+                                 option + " changes it");
+  if (!m_isWorker) return;
+  std::fflush(stdout);
+  if (ftruncate(STDOUT_FILENO, 0) != 0) count(qvToolkit::ExitBug);
+}
+
+void Reporter::beginWorker() {
+  m_isWorker = true;
+  m_hasViews = false;
+  m_exitCode = qvToolkit::ExitDone;
+}
+
+void Reporter::countWorker(qvToolkit::ExitCode code) {
+  if (code == qvToolkit::ExitNothingToDo) return;
+  m_hasViews |= code <= qvToolkit::ExitFindings;
+  count(code);
+}
+
+void Reporter::relayErrors(Spool const& errors, bool hasDied) {
+  std::string text = errors.read(0, MaxRelayedBytes);
+  if (!hasDied) {
+    writeError(text);
+  } else {
+    for (std::size_t start = 0; start < text.size();) {
+      std::size_t const end = std::min(text.find('\n', start), text.size());
+      writeError(qvToolkit::escapeTerminal(text.substr(start, end - start)) + '\n');
+      start = end + 1;
+    }
+  }
+  if (errors.getSize() > MaxRelayedBytes) writeError("\nqvannot: there are more messages than are shown\n");
 }
 
 qvToolkit::ExitCode Reporter::finish() {
-  if (!m_isBroken && std::fflush(stdout) != 0) {
-    fail(qvToolkit::ExitOutputFailed,
-         "cannot write to standard output: " + std::generic_category().message(errno));
-  }
+  if (!m_isBroken && std::fflush(stdout) != 0) failToPrint(errno);
   // An input that could not be read has its own code; whether it held views is not known.
   if (!m_hasViews && m_exitCode <= qvToolkit::ExitFindings) {
+    if (m_isWorker) return qvToolkit::ExitNothingToDo;
     fail(qvToolkit::ExitNothingToDo, "nothing to do: no input has a view");
   }
   return m_exitCode;
@@ -108,7 +157,8 @@ void Progress::show(std::size_t index, std::string const& path) const {
 }
 
 void Progress::clear() const {
-  if (m_isShown) writeError("\r\x1b[K");
+  // A worker's standard error is another one.
+  if (m_isShown && isatty(STDERR_FILENO) != 0) writeError("\r\x1b[K");
 }
 
 }  // namespace qvannot

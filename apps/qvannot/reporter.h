@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
+#include "spool.h"
 #include "toolkit/document.h"
 #include "toolkit/exitCode.h"
 #include "toolkit/finding.h"
@@ -16,8 +19,8 @@ class Reporter {
   /// With `isStrict` warnings count towards the exit code, otherwise only errors do.
   explicit Reporter(bool isStrict) : m_isStrict(isStrict) {}
 
-  /// Writes the findings of one input to standard error, and counts them all. Equal infos share a
-  /// line, and at most 100 lines of one code are written.
+  /// Writes the findings of one input to standard error, and counts them all; a limit that was hit counts as
+  /// such. Equal infos share a line, and at most 100 lines of one code are written.
   void report(std::string const& path, qvToolkit::Findings const& findings);
   /// Counts the views of an opened document; reports why it could not be opened. True when it has any view.
   bool reportOpened(qvToolkit::Document const& document);
@@ -28,13 +31,31 @@ class Reporter {
   void count(qvToolkit::ExitCode code);
   /// Writes a result to standard output; a failure is an output that cannot be written.
   void print(std::string_view text);
+  /// Bytes that may be printed or written from now on; more is a limit that was hit.
+  void setOutputBudget(std::uint64_t bytes) { m_outputBudget = m_outputLeft = bytes; }
+  std::uint64_t getOutputBudget() const noexcept { return m_outputBudget; }
+
+  /// From here on it speaks for one input in a worker: what came before is the tool's business.
+  void beginWorker();
+  /// Counts what a worker said in the end.
+  void countWorker(qvToolkit::ExitCode code);
+  /// Passes on what a worker wrote to standard error, at most 1 MiB of it. Of one that died it is escaped
+  /// once more, since nobody knows what wrote it.
+  void relayErrors(Spool const& errors, bool hasDied);
+
   /// Flushes standard output and says what counts in the end.
   qvToolkit::ExitCode finish();
 
  private:
+  void failToPrint(int error);
+  void refuseOutput(std::uint64_t limit, char const* option);
+
   bool m_isStrict;
   bool m_hasViews = false;
   bool m_isBroken = false;  ///< standard output takes no more
+  bool m_isWorker = false;
+  std::uint64_t m_outputBudget = std::numeric_limits<std::uint64_t>::max();
+  std::uint64_t m_outputLeft = m_outputBudget;
   qvToolkit::ExitCode m_exitCode = qvToolkit::ExitDone;
 };
 

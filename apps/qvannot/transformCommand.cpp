@@ -1,20 +1,27 @@
-#include <new>
-
 #include "commands.h"
 #include "encodedOutput.h"
+#include "job.h"
 #include "toolkit/documentTransform.h"
 
 namespace qvannot {
 
-void run(TransformCommand const& command, Reporter& reporter) {
-  try {
-    qvToolkit::Document document = qvToolkit::openDocument(command.m_file);
-    if (!reporter.reportOpened(document)) return;
-    transformDocument(document, command.m_transformation);
-    writeEncoded(document, command, reporter);
-  } catch (std::bad_alloc const&) {
-    reporter.fail(qvToolkit::ExitLimit, "out of memory, '" + command.m_file + "' is not transformed");
+namespace {
+
+void transformFile(TransformCommand const& command, Reporter& reporter) {
+  qvToolkit::Document document = openInput(command.m_file, command.m_limits, reporter);
+  if (!reporter.reportOpened(document)) return;
+  if (auto const refusal = checkTrees(document, command.m_limits.getTreeLimits())) {
+    return reporter.report(document.m_path, {*refusal});
   }
+  transformDocument(document, command.m_transformation);
+  writeEncoded(document, command, reporter);
+}
+
+}  // namespace
+
+void run(TransformCommand const& command, Reporter& reporter) {
+  runEncoding(
+      command, [&] { transformFile(command, reporter); }, reporter);
 }
 
 }  // namespace qvannot

@@ -25,6 +25,10 @@ void redirect(std::string const& path, int flags, int to) {
   close(file);
 }
 
+double getSeconds(timeval const& time) {
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
 [[noreturn]] void becomeTool(std::vector<std::string> const& arguments, ToolSetting const& setting,
                              Workplace const& place) {
   redirect(place.getPath("in"), O_RDONLY, STDIN_FILENO);
@@ -52,8 +56,11 @@ ToolRun runTool(std::vector<std::string> const& arguments, ToolSetting const& se
   pid_t const child = fork();
   if (child == 0) becomeTool(arguments, setting, place);
   int status = 0;
-  waitpid(child, &status, 0);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, place.read("out"), place.read("err")};
+  rusage usage{};
+  wait4(child, &status, 0, &usage);
+  auto const peak = static_cast<std::uint64_t>(usage.ru_maxrss) >> 10;
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, place.read("out"), place.read("err"), peak,
+          getSeconds(usage.ru_utime) + getSeconds(usage.ru_stime)};
 }
 
 Workplace::Workplace() {

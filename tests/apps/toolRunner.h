@@ -14,6 +14,8 @@ struct ToolRun {
   int m_exitCode = -1;  ///< -1 when a signal ended it
   std::string m_output;
   std::string m_errors;
+  std::uint64_t m_peakMiB = 0;  ///< the most memory that was resident in one of its processes
+  double m_seconds = 0;         ///< of processor time
 };
 
 /// How the tool is run.

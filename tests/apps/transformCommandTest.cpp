@@ -54,6 +54,12 @@ TEST_F(TransformCommand, TakesExactlyOneTransformation) {
   }
 }
 
+TEST_F(TransformCommand, RefusesAnEmptyWordInFrontOfAnUnknownOption) {
+  ToolRun const run = transform({"--scale", "2", "--strict", "", "--bogus"});
+  EXPECT_EQ(run.m_exitCode, ExitUsage);
+  EXPECT_NE(run.m_errors.find("--bogus"), std::string::npos) << run.m_errors;
+}
+
 TEST_F(TransformCommand, IsToldApartFromAnUnknownCommand) {
   ToolRun const run = runTool({"turn", m_json});
   EXPECT_EQ(run.m_exitCode, ExitUsage);

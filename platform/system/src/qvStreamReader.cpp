@@ -64,9 +64,11 @@ class Problems {
 /// Loads one document: objects first, then links, then `PostLink`.
 class Loader {
  public:
-  explicit Loader(std::span<std::byte const> bytes) : m_bytes(bytes), m_problems(m_document.m_problems) {}
+  Loader(std::span<std::byte const> bytes, qvStreamLimits const& limits)
+      : m_bytes(bytes), m_governor(limits), m_problems(m_document.m_problems) {}
 
   qvLoadedDocument load() {
+    if (!m_governor.admitBytes(m_bytes.size())) m_governor.Refuse(0);
     loadObjects();
     for (OwnedLink const& link : m_links) resolve(link);
     for (qvLoadedObject const& object : m_document.m_objects) object.m_object->PostLink();
@@ -95,6 +97,7 @@ class Loader {
   std::string describeMissing(std::uint32_t id) const;
 
   std::span<std::byte const> m_bytes;
+  qvStreamGovernor m_governor;
   std::size_t m_position = 0;
   qvLoadedDocument m_document;
   Problems m_problems;
@@ -198,6 +201,8 @@ void Loader::loadObject(ObjectHeader const& header, std::span<std::byte const> p
 void Loader::createObject(ObjectHeader const& header, std::span<std::byte const> payload,
                           qvRttiInterface::FactoryFunction factory) {
   qvMemoryStream in(payload, m_document.m_version);
+  m_governor.SetOrigin(m_position);
+  in.SetGovernor(&m_governor);
   qvRttiInterface* const object = factory(in);
   if (object == nullptr) {
     m_problems.add(Kind::NoObject, Severity::Error, m_position, header.m_id, header.m_typeName,
@@ -267,8 +272,8 @@ bool IsObjectStream(std::span<std::byte const> bytes) noexcept {
   return bytes.size() >= magic.size() && std::memcmp(bytes.data(), magic.data(), magic.size()) == 0;
 }
 
-qvLoadedDocument LoadObjectStream(std::span<std::byte const> bytes) {
-  return Loader(bytes).load();
+qvLoadedDocument LoadObjectStream(std::span<std::byte const> bytes, qvStreamLimits const& limits) {
+  return Loader(bytes, limits).load();
 }
 
 }  // namespace qv

@@ -27,11 +27,11 @@ inline TextSegment subscript(std::string const& text, TextProperties const& prop
 }
 
 /// The text items that the lines yield, in order.
-inline std::vector<std::shared_ptr<svg::Text const>> layOut(std::vector<Segments> const& lines) {
+inline std::vector<std::shared_ptr<svg::Text const>> layOut(std::vector<Segments> const& lines,
+                                                            TextSegmentToSvgConverter& converter) {
   TextArea area;
   area.m_defaultProperties = makeProperties();
   for (Segments const& line : lines) area.m_lines.emplace_back(line.begin(), line.end());
-  static TextSegmentToSvgConverter converter;
   svg::Node node;
   std::vector<std::shared_ptr<svg::Text const>> items;
   if (!converter.convertTextAreaToSvg(area, node, nullptr, "text") || node.getChildren().empty())
@@ -42,9 +42,20 @@ inline std::vector<std::shared_ptr<svg::Text const>> layOut(std::vector<Segments
   return items;
 }
 
+inline std::vector<std::shared_ptr<svg::Text const>> layOut(std::vector<Segments> const& lines) {
+  static TextSegmentToSvgConverter converter;
+  return layOut(lines, converter);
+}
+
 /// The only item of a text of one run.
 inline svg::Text layOutRun(TextSegment const& segment) {
   return *layOut({{segment}}).at(0);
+}
+
+/// The spans of a text of one run of the string, from left to right.
+inline std::vector<svg::TextSpan> layOutSpans(std::string const& text,
+                                              TextProperties const& properties = makeProperties()) {
+  return layOutRun(normal(text, properties)).m_spans;
 }
 
 inline float getEnd(svg::TextSpan const& span) {

@@ -108,6 +108,21 @@ TEST(AnnotationLibrary, LaysTextOutAfterANewStart) {
   }
 }
 
+/// Ends the library when the process ends.
+struct LastUser {
+  LastUser() { initializeQvAnnotationLibrary(false); }
+  ~LastUser() { terminateQvAnnotationLibrary(); }
+};
+
+TEST(AnnotationLibraryDeathTest, MayBeEndedByAStaticObject) {
+  auto const useAndExit = [] {
+    static LastUser const user;
+    static_cast<void>(text::layOut({{text::normal("A")}}));
+    std::exit(0);
+  };
+  EXPECT_EXIT(useAndExit(), testing::ExitedWithCode(0), "");
+}
+
 TEST(AnnotationLibrary, TerminationWithoutInitialisationDoesNothing) {
   terminateQvAnnotationLibrary();
   EXPECT_FALSE(text::layOut({{text::normal("A")}}).empty());

@@ -90,7 +90,7 @@ TEST(TextLine, SeveralRunsStandInEachRowOfAStack) {
   EXPECT_EQ(items[2]->m_spans[0].m_x, column);
   EXPECT_EQ(items[2]->m_spans[1].m_x, getEnd(items[2]->m_spans[0]));
   float const end = std::max(getEnd(items[1]->m_spans[1]), getEnd(items[2]->m_spans[1]));
-  EXPECT_EQ(items[3]->m_spans[0].m_x, end);
+  EXPECT_FLOAT_EQ(items[3]->m_spans[0].m_x, end);
 }
 
 TEST(TextLine, SuperscriptAfterSubscriptStandsBehindIt) {

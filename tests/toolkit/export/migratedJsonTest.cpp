@@ -109,10 +109,30 @@ TEST(MigratedJson, HoldsTheSpansOfAText) {
   auto& text = qvTest::addText(*getAnnotation(view).m_svgRoot, "a\"\x01");
   text.m_spans[0].m_match = qv::svg::FontMatch::Missing;
   text.m_spans[0].m_original = "x";
+  text.m_spans[0].m_rightToLeft = true;
+  text.m_spans[0].m_synthesis.m_oblique = true;
   expectHolds(formatView(view),
               R"("baseline": 0,"size": 3.5,"box": [0, -1, 10, 3],"spans": [{"text": "a\"\u0001","x": 0,)"
               R"("advance": 10,"family": "Liberation Sans","askedFamily": "","match": "missing",)"
-              R"("original": "x","bold": false,"italic": false}])");
+              R"("original": "x","bold": false,"italic": false,"boldMadeUp": false,"italicMadeUp": true,)"
+              R"("rightToLeft": true}])");
+}
+
+TEST(MigratedJson, NamesTheFontsOfTheDocumentAndTheOptionsThatChoseThem) {
+  auto const legacy = qvTest::makeLegacyView();
+  legacy->m_annotations = {qvTest::makeLegacyText("a\U0010FFFD").get()};
+  Document const document = qvTest::makeDocument(legacy);
+  MigrationOptions options;
+  options.m_fonts.m_directories = {"fonts"};
+  options.m_fonts.m_replacements = {{"Old", "New"}};
+  MigrationSession session(options);
+  std::vector<MigratedView> const views = session.migrate(document);
+  std::string const text = formatMigratedDocument(document, session, views, {""}, {});
+  for (char const* const part : {"\"fontDirectories\": [\n", "\"family\": \"Old\"",
+                                 "\"replacement\": \"New\"", "\"systemFonts\": true", "\"fonts\": [\n",
+                                 "\"askedFamily\": \"Arial\"", "\"codePoint\": \"U+10FFFD\""}) {
+    expectHolds(text, part);
+  }
 }
 
 TEST(MigratedJson, WritesANumberThatIsNotFiniteAsNull) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -152,6 +153,52 @@ TEST_F(OutputSetTest, GivesFilesTheModeOfTheUsersMask) {
   struct stat status {};
   ASSERT_EQ(stat(out("a.svg").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777U, 0640U);
+}
+
+TEST_F(OutputSetTest, TakesMoreThanAThousandFiles) {
+  OutputSet set(out(), false);
+  for (int i = 0; i < 1100; ++i) ASSERT_TRUE(set.open(std::to_string(i))) << set.getProblem().m_text;
+  ASSERT_TRUE(set.commit());
+  EXPECT_EQ(countOutputs(), 1100U);
+}
+
+TEST_F(OutputSetTest, RefusesWhatIsLargerThanItMayBe) {
+  struct Case {
+    std::uint64_t m_all;
+    std::uint64_t m_file;
+    char const* m_option;
+  };
+  for (Case const& limit : {Case{10, 100, "--max-output"}, Case{100, 5, "--max-output-file"}}) {
+    OutputSet set(out(), false);
+    set.limit(limit.m_all, limit.m_file);
+    EXPECT_FALSE(writeTwo(set) && set.write("0123"));
+    EXPECT_EQ(set.getProblem().m_code, FindingCode::LimitOutput);
+    EXPECT_EQ(set.getProblem().m_option, limit.m_option);
+    EXPECT_FALSE(set.commit());
+  }
+  EXPECT_EQ(countOutputs(), 0U);
+  OutputSet set(out(), false);
+  set.limit(11, 6);
+  EXPECT_TRUE(writeTwo(set) && set.commit());
+}
+
+TEST_F(OutputSetTest, OfAProcessThatDiedIsRemovedAndNothingElse) {
+  OutputSet living(out(), false);
+  ASSERT_TRUE(writeTwo(living));
+  pid_t const child = fork();
+  if (child == 0) {
+    OutputSet set(out(), false);
+    if (writeTwo(set)) raise(SIGKILL);
+    _exit(1);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  ASSERT_TRUE(WIFSIGNALED(status));
+  EXPECT_EQ(countOutputs(), 4U);
+  removeTemporaryFiles(out(), child);
+  removeTemporaryFiles(out("none"), child);
+  EXPECT_EQ(countOutputs(), 2U);
+  EXPECT_TRUE(living.commit());
 }
 
 }  // namespace

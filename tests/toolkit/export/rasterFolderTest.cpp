@@ -69,7 +69,7 @@ TEST_F(RasterFolderTest, ReadsRegularFilesOnly) {
 TEST_F(RasterFolderTest, RefusesAFileLargerThan64MiB) {
   m_outer.writeFile("images/large.png", "x");
   ASSERT_EQ(truncate(m_outer.getPath("images/large.png").c_str(), (off_t{64} << 20) + 1), 0);
-  EXPECT_EQ(ask("large.png"), "refused: it is larger than 64 MiB");
+  EXPECT_EQ(ask("large.png"), "refused: it is larger than the limit of 67108864 bytes");
   ASSERT_EQ(truncate(m_outer.getPath("images/large.png").c_str(), 70), 0);
   m_outer.writeFile("images/other.png", "y");
   EXPECT_EQ(ask("other.png"), "y");

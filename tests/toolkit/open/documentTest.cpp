@@ -63,7 +63,7 @@ TEST_F(DocumentTest, ExplainsEachBadInputInOneLine) {
       {std::string(10000, '['), FindingCode::JsonTooDeep,
        "f:1:1001: error: nested too deep: found more than 1000 objects and arrays within each other, "
        "expected at most "
-       "1000 [json.too-deep]"},
+       "1000 [json.too-deep, --max-json-depth]"},
       {"7", FindingCode::DocumentShape,
        "f: error: found a lone value, expected a view object, an array of view objects or {\"views\": [view "
        "objects]} "
@@ -79,7 +79,8 @@ TEST_F(DocumentTest, ExplainsEachBadInputInOneLine) {
   };
   for (BadInput const& input : inputs) {
     Document const document = readDocument(input.m_content, "f");
-    EXPECT_EQ(document.m_failure, ExitInputBroken) << input.m_line;
+    bool const isTooDeep = input.m_code == FindingCode::JsonTooDeep;
+    EXPECT_EQ(document.m_failure, isTooDeep ? ExitLimit : ExitInputBroken) << input.m_line;
     EXPECT_TRUE(document.m_views.empty());
     ASSERT_EQ(document.m_findings.size(), 1U) << input.m_line;
     EXPECT_EQ(document.m_findings[0].m_code, input.m_code) << input.m_line;
@@ -188,7 +189,7 @@ TEST_F(DocumentTest, OpensAFileAndReportsOneThatIsMissing) {
   EXPECT_EQ(document.m_path, path);
   EXPECT_EQ(document.m_views.size(), 1U);
   EXPECT_EQ(openDocument(path, {10, 1000}).m_failure, ExitLimit);
-  EXPECT_EQ(openDocument(path, {1000, 2}).m_failure, ExitInputBroken);
+  EXPECT_EQ(openDocument(path, {1000, 2}).m_failure, ExitLimit);
   std::filesystem::remove(path);
 
   Document const missing = openDocument(path);

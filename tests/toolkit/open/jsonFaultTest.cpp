@@ -21,10 +21,27 @@ struct Case {
 };
 
 TEST(JsonFault, IsNotFoundInSoundText) {
-  for (char const* const text :
-       {"{}", "[]", " [ ] ", "1", "-0", "-0.5e-3", "1E+2", "\"\"", "\"\\u00e9\\ud83d\\ude00\\/\"", "null",
-        "true", "false", "[1,2,[{}],{\"a\":[],\"b\":{}}]", "\n\t[\r1]\n", "1e-999", "0e99999999999999999999",
-        "\"\xC3\xA9\"", "0.000000000000000000000000000001e300"}) {
+  for (char const* const text : {"{}",
+                                 "[]",
+                                 " [ ] ",
+                                 "1",
+                                 "-0",
+                                 "-0.5e-3",
+                                 "1E+2",
+                                 "\"\"",
+                                 "\"\\u00e9\\ud83d\\ude00\\/\"",
+                                 "null",
+                                 "\"\\ud800\"",
+                                 "\"\\ud800\\u0041\"",
+                                 "\"\\udc00\"",
+                                 "true",
+                                 "false",
+                                 "[1,2,[{}],{\"a\":[],\"b\":{}}]",
+                                 "\n\t[\r1]\n",
+                                 "1e-999",
+                                 "0e99999999999999999999",
+                                 "\"\xC3\xA9\"",
+                                 "0.000000000000000000000000000001e300"}) {
     std::optional<JsonFault> const fault = findJsonFault(text, MaxContainers);
     EXPECT_FALSE(fault.has_value()) << text << ": "
                                     << (fault ? fault->m_found + " / " + fault->m_expected : "");
@@ -66,9 +83,6 @@ TEST(JsonFault, SaysWhereItIsWhatWasFoundAndWhatWasExpected) {
       {"\"\\x\"", 1, "'\\x'", "one of the escapes \\\" \\\\ \\/ \\b \\f \\n \\r \\t \\uXXXX"},
       {"\"\\", 2, End, "one of the escapes \\\" \\\\ \\/ \\b \\f \\n \\r \\t \\uXXXX"},
       {"\"\\u12g4\"", 1, "'\\u12g4'", "four hexadecimal digits after \\u"},
-      {"\"\\ud800\"", 1, "'\\ud800'", "both halves of a surrogate pair"},
-      {"\"\\ud800\\u0041\"", 1, "'\\ud800'", "both halves of a surrogate pair"},
-      {"\"\\udc00\"", 1, "'\\udc00'", "both halves of a surrogate pair"},
       {"[1,\0]"s, 3, "'\0'"s, "a value"},
       {"[1] \0"s, 4, "'\0'"s, End},
       {"[/*1*/]", 1, "'/'", "a value"},

@@ -48,6 +48,35 @@ TEST(JsonReader, ReadsEveryKind) {
   EXPECT_EQ(findValue(map, "m")->toMap().begin()->second.toInteger(), 1);
 }
 
+TEST(JsonReader, ReadsHalfASurrogatePairAsAReplacementCharacterWithAWarning) {
+  JsonReading const reading =
+      read("{\"a\":[1,\n \"x\\udc00y\\ud800\\u0041\"],\"\\ud83dk\":2,\"z\":\"\\ud800\"}");
+  ASSERT_FALSE(reading.m_isBroken);
+  VariantMap const& map = reading.m_value.toMap();
+  EXPECT_EQ(findValue(map, "a")->toList()[1], qv::qvVariant("x\uFFFDy\uFFFDA"));
+  EXPECT_EQ(findValue(map, "\uFFFDk")->toInteger(), 2);
+  EXPECT_EQ(*findValue(map, "z"), qv::qvVariant("\uFFFD"));
+  ASSERT_EQ(reading.m_findings.size(), 3U);
+  Finding const& first = reading.m_findings[0];
+  EXPECT_EQ(first.m_code, FindingCode::TextRepaired);
+  EXPECT_EQ(first.m_severity, Severity::Warning);
+  EXPECT_EQ(
+      first.m_text,
+      "found half of a surrogate pair, '\\udc00', and 1 more in the same string; it was read as U+FFFD");
+  EXPECT_EQ(first.m_place.m_line, 2U);
+  EXPECT_EQ(first.m_place.m_column, 2U);
+  EXPECT_EQ(first.m_place.m_jsonPointer, "/a/1");
+  EXPECT_EQ(reading.m_findings[1].m_place.m_jsonPointer, "/\uFFFDk");
+  EXPECT_EQ(reading.m_findings[2].m_text, "found half of a surrogate pair, '\\ud800'; it was read as U+FFFD");
+}
+
+TEST(JsonReader, RefusesAWrongEscapeBesideHalfASurrogatePair) {
+  JsonReading const reading = read(R"(["\ud800\q"])");
+  EXPECT_TRUE(reading.m_isBroken);
+  ASSERT_EQ(reading.m_findings.size(), 1U);
+  EXPECT_EQ(reading.m_findings[0].m_place.m_column, 9U);
+}
+
 TEST(JsonReader, MakesAnIntegerBeyond64BitsARealWithAWarning) {
   for (char const* const number : {"9223372036854775808", "18446744073709551616", "-9223372036854775809",
                                    "123456789012345678901234567890"}) {

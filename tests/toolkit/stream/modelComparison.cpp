@@ -27,7 +27,7 @@ class Comparison {
     if (!areEqual && m_difference.empty()) m_difference = place;
   }
   void point(Point const& a, Point const& b, std::string const& place) {
-    for (int i = 0; i < 3; ++i)
+    for (std::size_t i = 0; i < 3; ++i)
       note(std::bit_cast<std::uint32_t>(a[i]) == std::bit_cast<std::uint32_t>(b[i]), place);
   }
   void map(Map const& a, Map const& b, std::string const& place);

@@ -6,6 +6,7 @@
 
 #include "qvSystem/export.h"
 #include "qvSystem/qvBaseStream.h"
+#include "qvSystem/qvStreamGovernor.h"
 
 namespace qv {
 
@@ -22,8 +23,12 @@ class QV_EXPORT qvMemoryStream : public qvBaseStream {
   qvMemoryStream(std::span<std::byte const> bytes, std::uint32_t version) noexcept;
   ~qvMemoryStream() override;
 
+  /// With a governor, a read that finds a budget used up sets the stream error and throws `qvResourceLimit`.
   std::size_t ReadRaw(std::size_t count, void* destination) override;
   std::uint64_t GetBytesLeft() const noexcept override { return m_bytes.size() - m_position; }
+
+  /// Puts the reads under a governor, which must outlive them; null, as at first, limits nothing.
+  void SetGovernor(qvStreamGovernor* governor) noexcept { m_governor = governor; }
 
   /// Number of bytes delivered, whether they were counted as read or not.
   std::uint64_t GetPosition() const noexcept { return m_position; }
@@ -35,9 +40,12 @@ class QV_EXPORT qvMemoryStream : public qvBaseStream {
   void SetBytes(std::span<std::byte const> bytes) noexcept;
 
  private:
+  [[noreturn]] void refuse();
+
   std::span<std::byte const> m_bytes;
   std::size_t m_position = 0;
   ShortRead m_shortRead;
+  qvStreamGovernor* m_governor = nullptr;
 };
 
 }  // namespace qv

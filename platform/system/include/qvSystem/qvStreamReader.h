@@ -9,6 +9,7 @@
 
 #include "qvSystem/export.h"
 #include "qvSystem/qvRttiInterface.h"
+#include "qvSystem/qvStreamGovernor.h"
 
 namespace qv {
 
@@ -74,7 +75,8 @@ struct qvLoadedDocument {
 /// Bad content is never an exception but a problem in the result: what can be loaded is loaded. An object of
 /// a type without factory is skipped; of objects with one id the first is taken. A link to no object or to
 /// one of another type stays null. Exceptions of factories (memory) propagate; no object is left then, and no
-/// link is written.
-[[nodiscard]] QV_EXPORT qvLoadedDocument LoadObjectStream(std::span<std::byte const> bytes);
+/// link is written. So does `qvResourceLimit` when one of the limits is reached.
+[[nodiscard]] QV_EXPORT qvLoadedDocument LoadObjectStream(std::span<std::byte const> bytes,
+                                                          qvStreamLimits const& limits = {});
 
 }  // namespace qv

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+
+#include "limits.h"
+#include "reporter.h"
+#include "spool.h"
+#include "toolkit/document.h"
+
+namespace qvannot {
+
+/// The work on one input of a command.
+struct Job {
+  std::string const& m_path;
+  Limits const& m_limits;
+  /// Runs in a worker, or here when the limits are lifted. Memory that runs out is reported for it.
+  std::function<void()> m_work;
+  /// Takes what a worker printed that came to its end; without it, that is printed as it is.
+  std::function<void(Spool const&, qvToolkit::ExitCode)> m_relay;
+  /// Follows a worker that died; gets its process and why.
+  std::function<void(pid_t, qvToolkit::Finding const&)> m_afterDeath;
+};
+
+/// Does the work and reports how it went. False in the worker itself: there all is done then.
+[[nodiscard]] bool run(Job const& job, Reporter& reporter, Progress const& progress);
+
+/// Opens an input under the limits, and has the budgets of memory and output follow from its size.
+qvToolkit::Document openInput(std::string const& path, Limits const& limits, Reporter& reporter);
+/// Sets these budgets.
+void setBudgets(std::uint64_t inputBytes, Limits const& limits, Reporter& reporter);
+
+}  // namespace qvannot

@@ -1,0 +1,94 @@
+#include "jsonFiles.h"
+
+#include <new>
+
+#include "jsonList.h"
+#include "toolkit/limitFinding.h"
+
+namespace qvannot {
+
+namespace {
+
+using qvToolkit::ExitCode;
+using qvToolkit::Finding;
+
+class JsonRun {
+ public:
+  JsonRun(JsonFiles const& files, Reporter& reporter)
+      : m_files(files), m_reporter(reporter), m_list(reporter) {}
+
+  void run() {
+    Progress const progress(m_files.m_files.size());
+    for (std::size_t i = 0; i < m_files.m_files.size(); ++i) {
+      progress.show(i, m_files.m_files[i]);
+      if (!runFile(m_files.m_files[i], progress)) return;
+    }
+    m_list.finish();
+  }
+
+ private:
+  bool runFile(std::string const& path, Progress const& progress) {
+    Job const job{path, m_files.m_limits, [&] { work(path); },
+                  [&](Spool const& entry, ExitCode code) { relay(path, entry, code); },
+                  [&](pid_t, Finding const& death) { addFailed(path, death); }};
+    return qvannot::run(job, m_reporter, progress);
+  }
+
+  void work(std::string const& path) {
+    std::string const entry = makeEntry(path);
+    if (!m_files.m_limits.areLifted()) return m_reporter.print(entry);
+    static_cast<void>(m_list.add(entry));
+  }
+
+  std::string makeEntry(std::string const& path) {
+    try {
+      return m_files.m_makeEntry(path);
+    } catch (std::bad_alloc const& error) {
+      Finding const finding = qvToolkit::makeLimitFinding(error);
+      m_reporter.report(path, {finding});
+      return makeFailed(path, finding);
+    }
+  }
+
+  void relay(std::string const& path, Spool const& entry, ExitCode code) {
+    if (m_list.add(entry)) return;
+    // A worker that withdrew its result has said why.
+    Finding finding{qvToolkit::FindingCode::LimitOutput,
+                    qvToolkit::Severity::Error,
+                    "its result is larger than it may be",
+                    {},
+                    {},
+                    "--max-output"};
+    if (code != qvToolkit::ExitLimit) {
+      finding.m_code = qvToolkit::FindingCode::WorkerGarbage;
+      finding.m_text = "the process that worked on it left no proper result; please report it";
+      finding.m_option.clear();
+      m_reporter.report(path, {finding});
+    }
+    addFailed(path, finding);
+  }
+
+  void addFailed(std::string const& path, Finding const& finding) {
+    static_cast<void>(m_list.add(makeFailed(path, finding)));
+  }
+
+  std::string makeFailed(std::string const& path, Finding const& finding) {
+    qvToolkit::Document document;
+    document.m_path = path;
+    document.m_failure = qvToolkit::ExitLimit;
+    document.m_findings = {finding};
+    return m_files.m_makeFailedEntry(document);
+  }
+
+  JsonFiles const& m_files;
+  Reporter& m_reporter;
+  JsonList m_list;
+};
+
+}  // namespace
+
+void runJson(JsonFiles const& files, Reporter& reporter) {
+  JsonRun(files, reporter).run();
+}
+
+}  // namespace qvannot

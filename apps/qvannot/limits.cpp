@@ -1,0 +1,72 @@
+#include "limits.h"
+
+#include <algorithm>
+
+namespace qvannot {
+
+namespace {
+
+constexpr std::uint64_t MiB = std::uint64_t{1} << 20;
+constexpr std::uint64_t GiB = std::uint64_t{1} << 30;
+
+/// The densest honest document takes 24 times its size in memory as a model, and some more as a page.
+constexpr std::uint64_t GrowthFactor = 64;
+
+/// In the order of the enumeration. Memory and output follow from the input's size and are the most here.
+constexpr std::array<std::uint64_t, LimitCount> Defaults = {
+    4 * GiB,            // memory
+    60,                 // seconds
+    1 * GiB,            // input
+    1'000'000,          // failed reads
+    1 * MiB,            // stack
+    1000,               // JSON depth
+    200,                // depth of sub-annotations
+    10'000'000,         // annotations
+    Limits::Unlimited,  // output
+    2 * GiB,            // one output file
+    64 * MiB,           // image file
+};
+
+std::uint64_t multiply(std::uint64_t a, std::uint64_t b) {
+  return a > Limits::Unlimited / b ? Limits::Unlimited : a * b;
+}
+
+std::uint64_t growBy(std::uint64_t base, std::uint64_t inputBytes) {
+  std::uint64_t const growth = multiply(inputBytes, GrowthFactor);
+  return growth > Limits::Unlimited - base ? Limits::Unlimited : base + growth;
+}
+
+}  // namespace
+
+std::uint64_t Limits::getSet(Limit limit, std::uint64_t byDefault) const {
+  return m_set[static_cast<std::size_t>(limit)].value_or(m_areLifted ? Unlimited : byDefault);
+}
+
+std::uint64_t Limits::get(Limit limit) const {
+  return getSet(limit, Defaults[static_cast<std::size_t>(limit)]);
+}
+
+std::uint64_t Limits::getMemory(std::uint64_t inputBytes) const {
+  return getSet(Limit::Memory, std::min(growBy(256 * MiB, inputBytes), 4 * GiB));
+}
+
+std::uint64_t Limits::getOutput(std::uint64_t inputBytes) const {
+  return getSet(Limit::Output, growBy(64 * MiB, inputBytes));
+}
+
+qvToolkit::OpenLimits Limits::getOpenLimits() const {
+  qvToolkit::OpenLimits open;
+  open.m_maxInputBytes = get(Limit::Input);
+  // The parser keeps one entry per level, so even a trusted document has some end.
+  open.m_maxContainers = static_cast<std::size_t>(std::min(get(Limit::JsonDepth), std::uint64_t{1'000'000}));
+  open.m_maxFailedReads = get(Limit::FailedReads);
+  open.m_maxStackBytes = get(Limit::Stack);
+  open.m_maxMilliseconds = multiply(get(Limit::Time), 2000);
+  return open;
+}
+
+qvToolkit::TreeLimits Limits::getTreeLimits() const {
+  return {get(Limit::Depth), get(Limit::Nodes)};
+}
+
+}  // namespace qvannot

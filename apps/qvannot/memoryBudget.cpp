@@ -1,0 +1,89 @@
+#include "memoryBudget.h"
+
+#include <malloc.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+#include "qvSystem/qvResourceLimit.h"
+
+namespace {
+
+/// What the allocator keeps with each piece.
+constexpr std::uint64_t PieceOverhead = 8;
+constexpr std::uint64_t Reserve = std::uint64_t{256} << 10;
+constexpr std::uint64_t SmallRequest = std::uint64_t{4} << 10;
+
+// Relaxed counters: the tool works on one thread, and the budget needs no order between several.
+std::atomic<std::uint64_t> allocated = 0;
+std::atomic<std::uint64_t> budget = std::numeric_limits<std::uint64_t>::max();
+std::atomic<std::uint64_t> reserve = 0;
+
+bool isAdmitted(std::uint64_t size) noexcept {
+  std::uint64_t const limit = budget.load(std::memory_order_relaxed);
+  std::uint64_t const used = allocated.load(std::memory_order_relaxed);
+  if (used <= limit && size <= limit - used) return true;
+  std::uint64_t const open = reserve.exchange(Reserve, std::memory_order_relaxed);
+  return size <= SmallRequest && used + size <= limit + open;
+}
+
+void* keepCount(void* memory) {
+  if (memory == nullptr) throw std::bad_alloc();
+  allocated.fetch_add(malloc_usable_size(memory) + PieceOverhead, std::memory_order_relaxed);
+  return memory;
+}
+
+void admit(std::size_t size) {
+  if (isAdmitted(size)) return;
+  throw qv::qvResourceLimit(qv::qvBudget::Memory, budget.load(std::memory_order_relaxed), 0);
+}
+
+void release(void* memory) noexcept {
+  if (memory == nullptr) return;
+  allocated.fetch_sub(malloc_usable_size(memory) + PieceOverhead, std::memory_order_relaxed);
+  std::free(memory);
+}
+
+}  // namespace
+
+// The standard library's other forms end in these.
+
+void* operator new(std::size_t size) {
+  admit(size);
+  return keepCount(std::malloc(std::max<std::size_t>(size, 1)));
+}
+
+void* operator new(std::size_t size, std::align_val_t alignment) {
+  auto const step = std::max(static_cast<std::size_t>(alignment), sizeof(void*));
+  admit(size);
+  void* memory = nullptr;
+  return keepCount(posix_memalign(&memory, step, std::max<std::size_t>(size, 1)) == 0 ? memory : nullptr);
+}
+
+void operator delete(void* memory) noexcept {
+  release(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept {
+  release(memory);
+}
+
+void operator delete(void* memory, std::align_val_t) noexcept {
+  release(memory);
+}
+
+namespace qvannot {
+
+void setMemoryBudget(std::uint64_t bytes) noexcept {
+  budget.store(bytes, std::memory_order_relaxed);
+  reserve.store(0, std::memory_order_relaxed);
+}
+
+std::uint64_t getAllocatedBytes() noexcept {
+  return allocated.load(std::memory_order_relaxed);
+}
+
+}  // namespace qvannot

@@ -1,0 +1,215 @@
+#include "worker.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <string.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <system_error>
+
+#include "interruption.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#define QVA_SHADOW_MEMORY 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define QVA_SHADOW_MEMORY 1
+#endif
+#endif
+
+namespace qvannot {
+
+namespace {
+
+using qvToolkit::Finding;
+using qvToolkit::FindingCode;
+
+constexpr rlim_t MaxOpenFiles = 32;
+/// Between the signal that asks for the end of a busy worker and the one that enforces it.
+constexpr std::uint64_t GraceSeconds = 5;
+/// The clock's share: other processes may have the processor, too.
+constexpr std::uint64_t ClockFactor = 2;
+
+/// Where a worker tells its result; -1 in the tool itself.
+int resultPipe = -1;
+
+void setLimit(decltype(RLIMIT_AS) resource, std::uint64_t soft, std::uint64_t hard) noexcept {
+  rlimit now{};
+  if (getrlimit(resource, &now) != 0) return;
+  // Never above what the caller of the tool allows.
+  rlimit const limit{std::min<rlim_t>(soft, now.rlim_max), std::min<rlim_t>(hard, now.rlim_max)};
+  setrlimit(resource, &limit);
+}
+
+void setLimit(decltype(RLIMIT_AS) resource, std::uint64_t value) noexcept {
+  setLimit(resource, value, value);
+}
+
+void connect(char const* path, int number) noexcept {
+  int const file = open(path, O_RDWR | O_CLOEXEC);
+  if (file < 0) return;
+  dup2(file, number);
+  close(file);
+}
+
+Finding makeDeath(FindingCode code, std::string text, char const* option = "") {
+  return {code, qvToolkit::Severity::Error, std::move(text), {}, {}, option};
+}
+
+Finding describeSignal(int signal, std::uint64_t seconds) {
+  if (signal == SIGXCPU) {
+    return makeDeath(FindingCode::LimitTime,
+                     "the work on it took more than the limit of " + std::to_string(seconds) +
+                         " seconds of processor time; nothing of it is written",
+                     "--max-time");
+  }
+  if (signal == SIGKILL) {
+    return makeDeath(
+        FindingCode::WorkerKilled,
+        "the process that worked on it was killed, for want of memory or by an operator; nothing "
+        "of it is written");
+  }
+  return makeDeath(FindingCode::WorkerCrashed, "the process that worked on it crashed by signal " +
+                                                   std::to_string(signal) + " (" + strsignal(signal) +
+                                                   "); nothing of it is written; please report it");
+}
+
+bool isKnown(int exitCode) {
+  return exitCode == qvToolkit::ExitBug ||
+         (exitCode >= qvToolkit::ExitDone && exitCode <= qvToolkit::ExitNothingToDo);
+}
+
+}  // namespace
+
+Worker::Worker(std::string const& path, Limits const& limits) : m_limits(limits), m_parent(getpid()) {
+  std::array<int, 2> ends = {-1, -1};
+  bool const isReady =
+      m_output.getDescriptor() >= 0 && m_errors.getDescriptor() >= 0 && pipe2(ends.data(), O_CLOEXEC) == 0;
+  // What waits in a buffer would be written by both.
+  std::fflush(nullptr);
+  if (isReady) m_process = fork();
+  m_problem = errno;
+  m_result = ends[0];
+  if (m_process == 0) {
+    become(path, ends[1]);
+  } else if (ends[1] >= 0) {
+    close(ends[1]);
+  }
+}
+
+Worker::~Worker() {
+  if (m_result >= 0) close(m_result);
+}
+
+void Worker::become(std::string const& path, int result) {
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (getppid() != m_parent) _exit(qvToolkit::ExitBug);
+  prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+  // A group of its own takes what it starts along when it is killed. A process in the background may not read
+  // from a terminal, though.
+  if (path != "-") {
+    setpgid(0, 0);
+    connect("/dev/null", STDIN_FILENO);
+  }
+  dup2(m_output.getDescriptor(), STDOUT_FILENO);
+  dup2(m_errors.getDescriptor(), STDERR_FILENO);
+  resultPipe = result;
+  setLimit(RLIMIT_CORE, 0);
+  setLimit(RLIMIT_NOFILE, MaxOpenFiles);
+  setLimit(RLIMIT_FSIZE, m_limits.get(Limit::OutputFile));
+  std::uint64_t const seconds = m_limits.get(Limit::Time);
+  if (seconds < Limits::Unlimited - GraceSeconds) setLimit(RLIMIT_CPU, seconds, seconds + GraceSeconds);
+  limitWorkerMemory(m_limits.get(Limit::Memory));
+}
+
+/// True when the worker has ended within its time.
+bool Worker::waitForExit() const {
+  auto const process = static_cast<int>(syscall(SYS_pidfd_open, m_process, 0));
+  std::uint64_t const seconds = m_limits.get(Limit::Time);
+  constexpr std::uint64_t MostSeconds = 1'000'000;
+  auto const timeout = static_cast<int>(ClockFactor * 1000 * std::min(seconds, MostSeconds));
+  pollfd event{process, POLLIN, 0};
+  int count = 0;
+  while ((count = poll(&event, 1, timeout)) < 0 && errno == EINTR) {
+    if (*getInterruption() != 0) kill(m_process, *getInterruption());
+  }
+  if (process >= 0) close(process);
+  return count > 0;
+}
+
+/// The byte that a worker leaves as its last act.
+std::optional<int> Worker::readResult() const {
+  std::array<unsigned char, 2> bytes{};
+  ssize_t const count = read(m_result, bytes.data(), bytes.size());
+  return count == 1 ? std::optional<int>(bytes[0]) : std::nullopt;
+}
+
+WorkerEnd Worker::wait() {
+  if (m_process < 0) {
+    return {std::nullopt,
+            makeDeath(FindingCode::WorkerKilled,
+                      "no process can be started for it: " + std::generic_category().message(m_problem))};
+  }
+  bool const isInTime = waitForExit();
+  // Also when it has ended: it may have left others of its group behind.
+  kill(-m_process, SIGKILL);
+  if (!isInTime) kill(m_process, SIGKILL);
+  int status = 0;
+  while (waitpid(m_process, &status, 0) < 0 && errno == EINTR) {
+  }
+  std::uint64_t const seconds = m_limits.get(Limit::Time);
+  if (!isInTime) {
+    return {std::nullopt, makeDeath(FindingCode::LimitTime,
+                                    "the work on it took longer than the limit of " +
+                                        std::to_string(ClockFactor * seconds) +
+                                        " seconds by the clock; nothing of it is written",
+                                    "--max-time")};
+  }
+  if (WIFSIGNALED(status)) return {std::nullopt, describeSignal(WTERMSIG(status), seconds)};
+  int const exitCode = WEXITSTATUS(status);
+  if (readResult() == exitCode && isKnown(exitCode)) return {static_cast<qvToolkit::ExitCode>(exitCode), {}};
+  return {std::nullopt,
+          makeDeath(FindingCode::WorkerGarbage,
+                    "the process that worked on it ended with code " + std::to_string(exitCode) +
+                        " without a proper result; nothing of it is shown; please report it")};
+}
+
+bool isWorker() noexcept {
+  return resultPipe >= 0;
+}
+
+void limitWorkerMemory(std::uint64_t bytes) noexcept {
+#if !defined(QVA_SHADOW_MEMORY)
+  if (!isWorker() || bytes == Limits::Unlimited) return;
+  // What is mapped already, and room for fonts that are mapped later.
+  constexpr std::uint64_t RoomForFonts = std::uint64_t{128} << 20;
+  std::uint64_t pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  std::uint64_t const mapped = pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+  rlimit limit{};
+  if (getrlimit(RLIMIT_AS, &limit) != 0) return;
+  limit.rlim_cur = std::min<rlim_t>(mapped + RoomForFonts + bytes, limit.rlim_max);
+  setrlimit(RLIMIT_AS, &limit);
+#else
+  static_cast<void>(bytes);
+#endif
+}
+
+void concludeWorker(int exitCode) noexcept {
+  if (!isWorker()) return;
+  auto const byte = static_cast<unsigned char>(exitCode);
+  static_cast<void>(write(resultPipe, &byte, 1) == 1);
+}
+
+}  // namespace qvannot

@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include "toolRunner.h"
+#include "toolkit/exitCode.h"
+
+namespace qvTest {
+
+namespace {
+
+using namespace qvToolkit;
+
+constexpr char const* Dejavu = "/usr/share/fonts/truetype/dejavu";
+
+class MigrateFonts : public testing::Test {
+ protected:
+  ToolRun migrate(std::vector<std::string> const& options) const {
+    std::vector<std::string> arguments = {"migrate", m_plain, "-o", m_out, "--force"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return runTool(arguments);
+  }
+  std::string readPage() const { return m_place.read("out/plain.view-0000.svg"); }
+
+  Workplace m_place;
+  std::string m_out = m_place.getPath("out");
+  std::string m_plain = m_place.write("plain.json", makeDocument());
+};
+
+TEST_F(MigrateFonts, AreOnlyThoseOfTheFoldersWithoutSystemFonts) {
+  ToolRun const run = migrate({"--no-system-fonts", "--font-dir", Dejavu});
+  EXPECT_EQ(run.m_exitCode, ExitDone) << run.m_errors;
+  EXPECT_NE(
+      run.m_errors.find("text in font 'Liberation Sans' is drawn with 'DejaVu Sans' (" + std::string(Dejavu)),
+      std::string::npos)
+      << run.m_errors;
+  EXPECT_NE(readPage().find("DejaVu Sans"), std::string::npos);
+  EXPECT_NE(m_place.read("out/plain.migrated.json").find("\"systemFonts\": false"), std::string::npos);
+}
+
+TEST_F(MigrateFonts, AreReplacedByTheUsersWish) {
+  ToolRun const run = migrate({"--font-map", "Other=Nothing", "--font-map", "liberation sans=DejaVu Sans"});
+  EXPECT_EQ(run.m_exitCode, ExitDone) << run.m_errors;
+  EXPECT_NE(run.m_errors.find(", as --font-map asks [font.replaced, view/0/annot/0]"), std::string::npos)
+      << run.m_errors;
+  EXPECT_NE(readPage().find("DejaVu Sans"), std::string::npos);
+}
+
+TEST_F(MigrateFonts, ComeFromFoldersThatCanBeUsed) {
+  ToolRun const run = migrate({"--font-dir", m_place.getPath("none")});
+  EXPECT_EQ(run.m_exitCode, ExitInputUnreadable);
+  EXPECT_NE(run.m_errors.find("; correct --font-dir"), std::string::npos) << run.m_errors;
+  EXPECT_TRUE(m_place.list("out").empty());
+}
+
+TEST_F(MigrateFonts, TakePairsOfFamilies) {
+  for (char const* const pair : {"Arial", "=Arial", "Arial=", ""}) {
+    EXPECT_EQ(migrate({"--font-map", pair}).m_exitCode, ExitUsage) << pair;
+  }
+}
+
+TEST_F(MigrateFonts, MakeNoPageWithoutAnyFont) {
+  ToolRun const run = migrate({"--no-system-fonts"});
+  EXPECT_EQ(run.m_exitCode, ExitFindings) << run.m_errors;
+  EXPECT_NE(run.m_errors.find("migration.view-not-migrated"), std::string::npos) << run.m_errors;
+}
+
+TEST_F(MigrateFonts, DrawTextInTheAskedMode) {
+  EXPECT_EQ(migrate({"--text", "outline"}).m_exitCode, ExitDone);
+  std::string const outline = readPage();
+  EXPECT_NE(outline.find("<use "), std::string::npos);
+  EXPECT_EQ(outline.find("<text"), std::string::npos);
+  EXPECT_EQ(migrate({"--text", "both"}).m_exitCode, ExitDone);
+  EXPECT_NE(readPage().find("<use "), std::string::npos);
+  EXPECT_NE(readPage().find(">plain</tspan>"), std::string::npos);
+  EXPECT_EQ(migrate({"--text", "live"}).m_exitCode, ExitDone);
+  std::string const live = readPage();
+  EXPECT_EQ(migrate({}).m_exitCode, ExitDone);
+  EXPECT_EQ(readPage(), live);
+  EXPECT_EQ(migrate({"--text", "dead"}).m_exitCode, ExitUsage);
+}
+
+TEST_F(MigrateFonts, DrawHalfASurrogatePairAsAReplacementSign) {
+  std::string document = makeDocument();
+  static_cast<void>(m_place.write("plain.json", document.replace(document.find("plain"), 5, R"(a\ud800b)")));
+  ToolRun const run = migrate({});
+  EXPECT_EQ(run.m_exitCode, ExitDone) << run.m_errors;
+  EXPECT_NE(run.m_errors.find("found half of a surrogate pair"), std::string::npos) << run.m_errors;
+  EXPECT_NE(readPage().find("\uFFFD"), std::string::npos);
+}
+
+}  // namespace
+
+}  // namespace qvTest
