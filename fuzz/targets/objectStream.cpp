@@ -1,0 +1,44 @@
+/// Whole documents in the object stream's own form: opened, shown byte by byte, reported, written again.
+
+#include "support/modelChecks.h"
+#include "support/target.h"
+#include "toolkit/streamDump.h"
+
+namespace qvFuzz {
+
+namespace {
+
+/// The fields cover each byte exactly once, whatever the document is.
+void requireFullDump(std::string const& bytes) {
+  std::uint64_t next = 0;
+  qvToolkit::walkObjectStream(bytes, [&next](qvToolkit::StreamField const& field) {
+    require(field.m_offset == next, "each field begins where the one before ends");
+    require(field.m_state != qvToolkit::StreamField::State::Absent || field.m_size == 0,
+            "an absent field has no bytes");
+    requirePrintable(field.m_path);
+    requirePrintable(field.m_value);
+    next += field.m_size;
+  });
+  require(next == bytes.size(), "the fields cover all bytes");
+}
+
+}  // namespace
+
+void runTarget(InputCursor& input) {
+  std::string const bytes = input.takeRestAsText();
+  requireFullDump(bytes);
+  qvToolkit::OpenLimits limits;
+  limits.m_maxFailedReads = 20'000;
+  qvToolkit::Document const document = qvToolkit::readDocument(bytes, "input", limits);
+  require(document.m_failure == qvToolkit::ExitDone || document.m_views.empty(), "a failure leaves no view");
+  requireReports(document);
+  for (qvToolkit::LoadedView const& loaded : document.m_views) {
+    if (loaded.m_view == nullptr) return;
+    requireEqualCopies(*loaded.m_view);
+  }
+  if (document.m_views.empty()) return;
+  // A version holds what was read from it.
+  requireRoundTrip(document, document.m_views.front().m_version.GetPacked(), document.m_findings.empty());
+}
+
+}  // namespace qvFuzz

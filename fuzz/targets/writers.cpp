@@ -1,0 +1,83 @@
+/// What is written of a migrated document: pages parse as strict XML of the allowed elements only, JSON as
+/// JSON, and all of it is the same twice.
+
+#include <algorithm>
+
+#include "support/modelChecks.h"
+#include "support/modelFromInput.h"
+#include "support/target.h"
+#include "tests/toolkit/export/xmlReader.h"
+#include "toolkit/migratedJson.h"
+#include "toolkit/svgPage.h"
+
+namespace qvFuzz {
+
+namespace {
+
+using qvToolkit::MigratedView;
+using qvToolkit::MigrationSession;
+using qvToolkit::TextMode;
+
+constexpr std::array<std::string_view, 12> Elements{"svg",  "title", "desc",  "g",    "path", "rect",
+                                                    "text", "tspan", "image", "defs", "use",  "symbol"};
+constexpr std::array<TextMode, 3> Modes{TextMode::Live, TextMode::Outline, TextMode::Both};
+
+class TextSink : public qvToolkit::OutputSink {
+ public:
+  bool write(std::string_view bytes) override {
+    m_text += bytes;
+    return true;
+  }
+  std::string m_text;
+};
+
+void requireSafe(qvTest::XmlElement const& page) {
+  for (qvTest::XmlElement const* element : page.getAll()) {
+    require(std::ranges::find(Elements, element->m_name) != Elements.end(), "pages hold known elements only");
+    for (auto const& [name, value] : element->m_attributes) {
+      require(!name.starts_with("on") && name != "style", "pages hold no script and no style");
+      if (name == "href" || name == "xlink:href")
+        require(value.starts_with("#") || value.starts_with("data:image/"), "pages refer to nothing outside");
+    }
+  }
+}
+
+std::string writePage(MigratedView const& view, MigrationSession const& session, TextMode mode) {
+  TextSink sink;
+  static_cast<void>(qvToolkit::writeSvgPage(view, session.getRasters(), sink, mode));
+  return std::move(sink.m_text);
+}
+
+void checkPages(MigratedView const& view, MigrationSession const& session, TextMode mode) {
+  std::string const page = writePage(view, session, mode);
+  FaultPause const pause;
+  requireSafe(qvTest::parseXml(page));
+  require(writePage(view, session, mode) == page, "equal views give equal pages");
+}
+
+}  // namespace
+
+void runTarget(InputCursor& input) {
+  TextMode const mode = input.takeOneOf(Modes);
+  qvToolkit::MigrationOptions options;
+  options.m_dropped = 7;
+  options.m_headSize = input.takeReal();
+  qvToolkit::Document const document = makeDocument(takeView(input));
+  requireReports(document);
+  MigrationSession session(options);
+  auto const views = [&] {
+    FaultPause const pause;  // a log record that cannot be written ends the process
+    return session.migrate(document);
+  }();
+  std::vector<std::string> const names(views.size());
+  for (MigratedView const& view : views) {
+    require(view.m_view != nullptr || !view.m_findings.empty(), "what is not migrated has a reason");
+    if (view.m_view != nullptr) checkPages(view, session, mode);
+    for (qvToolkit::Finding const& finding : view.m_findings) {
+      requirePrintable(qvToolkit::formatFinding("input", finding));
+    }
+  }
+  requireJson(qvToolkit::formatMigratedDocument(document, session, views, names, views.front().m_findings));
+}
+
+}  // namespace qvFuzz
