@@ -56,9 +56,9 @@ void release(void* memory) noexcept {
 
 }  // namespace
 
-MemoryFaults::MemoryFaults(AllocationPlan const& plan) noexcept {
+MemoryFaults::MemoryFaults(AllocationPlan const& plan, std::size_t maxLiveBytes) noexcept {
   state.m_plan = plan;
-  state.m_maxLive = state.m_live + MaxLiveBytes;
+  state.m_maxLive = state.m_live + maxLiveBytes;
   state.m_done = 0;
   state.m_hasStruck = false;
 }
@@ -74,6 +74,10 @@ bool MemoryFaults::haveStruck() noexcept {
 
 bool MemoryFaults::arePlanned() noexcept {
   return state.m_plan.m_failures != Failures::None;
+}
+
+std::size_t MemoryFaults::getLiveBytes() noexcept {
+  return state.m_live;
 }
 
 FaultPause::FaultPause() noexcept {

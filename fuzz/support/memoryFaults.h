@@ -13,13 +13,13 @@ struct AllocationPlan {
   std::uint32_t m_first = 0;  ///< allocations that succeed before
 };
 
-/// While one of these lives, `new` follows the plan, and no more than 64 MiB can be alive at a time beyond
-/// what was when it was made. What cannot be had is `std::bad_alloc`. There is one at a time.
+/// While one of these lives, `new` follows the plan, and no more than `maxLiveBytes` can be alive at a time
+/// beyond what was when it was made. What cannot be had is `std::bad_alloc`. There is one at a time.
 class MemoryFaults {
  public:
   static constexpr std::size_t MaxLiveBytes = std::size_t{64} << 20;
 
-  explicit MemoryFaults(AllocationPlan const& plan) noexcept;
+  explicit MemoryFaults(AllocationPlan const& plan, std::size_t maxLiveBytes = MaxLiveBytes) noexcept;
   ~MemoryFaults();
   MemoryFaults(MemoryFaults const&) = delete;
   MemoryFaults& operator=(MemoryFaults const&) = delete;
@@ -28,6 +28,8 @@ class MemoryFaults {
   static bool haveStruck() noexcept;
   /// Whether the current run's plan lets allocations fail.
   static bool arePlanned() noexcept;
+  /// What `new` has given and `delete` has not got back, at any time.
+  static std::size_t getLiveBytes() noexcept;
 };
 
 /// No allocation fails by plan while one of these lives.

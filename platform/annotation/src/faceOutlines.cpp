@@ -2,6 +2,7 @@
 
 #include <hb.h>
 
+#include <new>
 #include <utility>
 
 #include "qvSvg/text.h"
@@ -14,42 +15,50 @@ using svg::OutlineCommand;
 using Kind = OutlineCommand::Kind;
 using Point = Wm4::Vector2<float>;
 
-/// Collects what HarfBuzz draws.
+/// Collects what HarfBuzz draws. No exception may pass through HarfBuzz, which would lose what it holds.
 struct Pen {
   Point place(float x, float y) const { return {(x + m_slant * y) * m_unit, y * m_unit}; }
 
+  void add(OutlineCommand const& command) noexcept {
+    try {
+      m_outline.push_back(command);
+    } catch (std::bad_alloc const&) {
+      m_isOutOfMemory = true;
+    }
+  }
+
   float m_unit;
   float m_slant;
-  svg::Outline m_outline;
+  bool m_isOutOfMemory = false;
+  svg::Outline m_outline = {};
 };
 
 Pen& toPen(void* data) {
   return *static_cast<Pen*>(data);
 }
 
-void moveTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) {
-  toPen(data).m_outline.push_back({Kind::Move, {toPen(data).place(x, y)}});
+void moveTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) noexcept {
+  toPen(data).add({Kind::Move, {toPen(data).place(x, y)}});
 }
 
-void lineTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) {
-  toPen(data).m_outline.push_back({Kind::Line, {toPen(data).place(x, y)}});
+void lineTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) noexcept {
+  toPen(data).add({Kind::Line, {toPen(data).place(x, y)}});
 }
 
 void quadraticTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float controlX, float controlY, float x,
-                 float y, void*) {
+                 float y, void*) noexcept {
   Pen& pen = toPen(data);
-  pen.m_outline.push_back({Kind::Quadratic, {pen.place(controlX, controlY), pen.place(x, y)}});
+  pen.add({Kind::Quadratic, {pen.place(controlX, controlY), pen.place(x, y)}});
 }
 
 void cubicTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float firstX, float firstY, float secondX,
-             float secondY, float x, float y, void*) {
+             float secondY, float x, float y, void*) noexcept {
   Pen& pen = toPen(data);
-  pen.m_outline.push_back(
-      {Kind::Cubic, {pen.place(firstX, firstY), pen.place(secondX, secondY), pen.place(x, y)}});
+  pen.add({Kind::Cubic, {pen.place(firstX, firstY), pen.place(secondX, secondY), pen.place(x, y)}});
 }
 
-void closePath(hb_draw_funcs_t*, void* data, hb_draw_state_t*, void*) {
-  toPen(data).m_outline.push_back({Kind::Close, {}});
+void closePath(hb_draw_funcs_t*, void* data, hb_draw_state_t*, void*) noexcept {
+  toPen(data).add({Kind::Close, {}});
 }
 
 hb_draw_funcs_t* createDrawing() {
@@ -85,8 +94,9 @@ unsigned FaceOutlines::getUnitsPerEm() const noexcept {
 
 svg::Outline FaceOutlines::getOutline(std::uint32_t glyph) const {
   static hb_draw_funcs_t* const drawing = createDrawing();
-  Pen pen{m_face->getUnit(), m_slant, {}};
+  Pen pen{m_face->getUnit(), m_slant};
   hb_font_get_glyph_shape(m_face->getFont(), glyph, drawing, &pen);
+  if (pen.m_isOutOfMemory) throw std::bad_alloc();
   return std::move(pen.m_outline);
 }
 

@@ -12,17 +12,29 @@ namespace {
 std::string sentToSystemLog;
 int systemLogPriority = -1;
 
-}  // namespace
-
-// Stands in for the C library's: what the log sends can be looked at.
-extern "C" __attribute__((visibility("default"))) void syslog(int priority, char const* format, ...) {
+void keepSystemLogEntry(int priority, char const* format, std::va_list arguments) {
   char text[256];
-  std::va_list arguments;
-  va_start(arguments, format);
   std::vsnprintf(text, sizeof(text), format, arguments);
-  va_end(arguments);
   systemLogPriority = priority;
   sentToSystemLog = text;
+}
+
+}  // namespace
+
+// They stand in for the C library's: what the log sends can be looked at. Hardened code calls the second one.
+extern "C" __attribute__((visibility("default"))) void syslog(int priority, char const* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  keepSystemLogEntry(priority, format, arguments);
+  va_end(arguments);
+}
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name is the C library's
+extern "C" __attribute__((visibility("default"))) void __syslog_chk(int priority, int, char const* format,
+                                                                    ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  keepSystemLogEntry(priority, format, arguments);
+  va_end(arguments);
 }
 
 namespace {
