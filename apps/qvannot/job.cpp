@@ -1,9 +1,11 @@
 #include "job.h"
 
+#include <algorithm>
 #include <new>
 
 #include "interruption.h"
 #include "memoryBudget.h"
+#include "toolkit/inputFingerprint.h"
 #include "toolkit/limitFinding.h"
 #include "worker.h"
 
@@ -19,29 +21,34 @@ void doWork(Job const& job, Reporter& reporter) {
   }
 }
 
-void printSpool(Spool const& spool, Reporter& reporter) {
-  constexpr std::uint64_t Piece = 65536;
-  std::uint64_t const size = spool.getSize();
-  for (std::uint64_t offset = 0; offset < size; offset += Piece) reporter.print(spool.read(offset, Piece));
+/// Tells which content a process died of: the file may be another one by the time somebody looks.
+std::string describeInput(Job const& job) {
+  auto const print = qvToolkit::takeFingerprint(job.m_path, job.m_limits.get(Limit::Input));
+  if (!print.has_value()) return {};
+  return "; the input has " + std::to_string(print->m_size) + " bytes of hash " + print->m_hash;
 }
 
 void takeOver(Job const& job, Worker& worker, Reporter& reporter, Progress const& progress) {
-  WorkerEnd const end = worker.wait();
+  WorkerEnd end = worker.wait();
   progress.clear();
   reporter.relayErrors(worker.getErrors(), !end.m_exitCode.has_value());
   if (end.m_exitCode.has_value()) {
     reporter.countWorker(*end.m_exitCode);
-    if (!job.m_relay) return printSpool(worker.getOutput(), reporter);
+    if (!job.m_relay) return reporter.print(worker.getOutput(), 0, worker.getOutput().getSize());
     return job.m_relay(worker.getOutput(), *end.m_exitCode);
   }
   // Who interrupts the tool knows why its workers end.
-  if (*getInterruption() == 0) reporter.report(job.m_path, {end.m_death});
+  if (*getInterruption() == 0) {
+    end.m_death.m_text += describeInput(job);
+    reporter.report(job.m_path, {end.m_death});
+  }
   if (job.m_afterDeath) job.m_afterDeath(worker.getProcess(), end.m_death);
 }
 
 }  // namespace
 
 bool run(Job const& job, Reporter& reporter, Progress const& progress) {
+  reporter.setInput(job.m_path);
   if (job.m_limits.areLifted()) {
     progress.clear();
     doWork(job, reporter);
@@ -66,7 +73,8 @@ qvToolkit::Document openInput(std::string const& path, Limits const& limits, Rep
 
 void setBudgets(std::uint64_t inputBytes, Limits const& limits, Reporter& reporter) {
   std::uint64_t const memory = limits.getMemory(inputBytes);
-  setMemoryBudget(memory);
+  // What the tool itself takes belongs to it, but leaves the document most of a small one.
+  setMemoryBudget(memory, std::min(getUncountedBytes(), memory / 16));
   limitWorkerMemory(memory);
   reporter.setOutputBudget(limits.getOutput(inputBytes));
 }

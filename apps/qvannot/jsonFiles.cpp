@@ -59,7 +59,11 @@ class JsonRun {
                     {},
                     {},
                     "--max-output"};
-    if (code != qvToolkit::ExitLimit) {
+    if (code == qvToolkit::ExitOutputFailed) {
+      finding.m_code = qvToolkit::FindingCode::OutputFailed;
+      finding.m_text = "its result cannot be kept";
+      finding.m_option.clear();
+    } else if (code != qvToolkit::ExitLimit) {
       finding.m_code = qvToolkit::FindingCode::WorkerGarbage;
       finding.m_text = "the process that worked on it left no proper result; please report it";
       finding.m_option.clear();

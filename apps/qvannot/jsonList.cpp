@@ -1,14 +1,11 @@
 #include "jsonList.h"
 
-#include <algorithm>
-
 namespace qvannot {
 
 namespace {
 
 constexpr std::string_view Head = "{\n  \"files\": [";
 constexpr std::string_view Tail = "\n  ]\n}\n";
-constexpr std::uint64_t Piece = 65536;
 
 }  // namespace
 
@@ -32,9 +29,7 @@ bool JsonList::add(Spool const& list) {
   std::uint64_t const end = size - Tail.size();
   if (list.read(0, Head.size()) != Head || list.read(end, Tail.size()) != Tail) return false;
   beginEntry();
-  for (std::uint64_t offset = Head.size(); offset < end; offset += Piece) {
-    m_reporter.print(list.read(offset, std::min(Piece, end - offset)));
-  }
+  m_reporter.print(list, Head.size(), end);
   return true;
 }
 

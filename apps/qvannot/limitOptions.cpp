@@ -32,6 +32,7 @@ constexpr LimitOption LimitOptions[] = {
     {"--max-output", Limit::Output, true, "All results together (default 64M and 64 times the input)"},
     {"--max-output-file", Limit::OutputFile, true, "One result (default 2G)"},
     {"--max-raster", Limit::Raster, true, "File of an image (default 64M)"},
+    {"--max-views", Limit::Views, false, "Views of a document that are migrated (default 10000)"},
 };
 
 /// The power of two that a letter behind a size stands for; none for another letter.

@@ -25,6 +25,7 @@ constexpr std::array<std::uint64_t, LimitCount> Defaults = {
     Limits::Unlimited,  // output
     2 * GiB,            // one output file
     64 * MiB,           // image file
+    10'000,             // views that are written as pages
 };
 
 std::uint64_t multiply(std::uint64_t a, std::uint64_t b) {

@@ -24,8 +24,9 @@ enum class Limit : std::uint8_t {
   Output,
   OutputFile,
   Raster,
+  Views,
 };
-constexpr std::size_t LimitCount = 11;
+constexpr std::size_t LimitCount = 12;
 
 /// The limits of one run of the tool: the defaults, what options set, or none.
 class Limits {

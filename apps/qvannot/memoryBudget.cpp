@@ -1,10 +1,12 @@
 #include "memoryBudget.h"
 
 #include <malloc.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
+#include <fstream>
 #include <limits>
 #include <new>
 
@@ -20,25 +22,36 @@ constexpr std::uint64_t SmallRequest = std::uint64_t{4} << 10;
 // Relaxed counters: the tool works on one thread, and the budget needs no order between several.
 std::atomic<std::uint64_t> allocated = 0;
 std::atomic<std::uint64_t> budget = std::numeric_limits<std::uint64_t>::max();
+std::atomic<std::uint64_t> uncounted = 0;
 std::atomic<std::uint64_t> reserve = 0;
+
+std::uint64_t getUsed() noexcept {
+  return allocated.load(std::memory_order_relaxed) + uncounted.load(std::memory_order_relaxed);
+}
 
 bool isAdmitted(std::uint64_t size) noexcept {
   std::uint64_t const limit = budget.load(std::memory_order_relaxed);
-  std::uint64_t const used = allocated.load(std::memory_order_relaxed);
+  std::uint64_t const used = getUsed();
   if (used <= limit && size <= limit - used) return true;
   std::uint64_t const open = reserve.exchange(Reserve, std::memory_order_relaxed);
   return size <= SmallRequest && used + size <= limit + open;
 }
 
+[[noreturn]] void refuse() {
+  std::uint64_t const limit = budget.load(std::memory_order_relaxed);
+  if (limit == std::numeric_limits<std::uint64_t>::max()) throw std::bad_alloc();
+  throw qv::qvResourceLimit(qv::qvBudget::Memory, limit, 0);
+}
+
+/// The system refuses, too: what libraries take beside the counter is limited with the rest.
 void* keepCount(void* memory) {
-  if (memory == nullptr) throw std::bad_alloc();
+  if (memory == nullptr) refuse();
   allocated.fetch_add(malloc_usable_size(memory) + PieceOverhead, std::memory_order_relaxed);
   return memory;
 }
 
 void admit(std::size_t size) {
-  if (isAdmitted(size)) return;
-  throw qv::qvResourceLimit(qv::qvBudget::Memory, budget.load(std::memory_order_relaxed), 0);
+  if (!isAdmitted(size)) refuse();
 }
 
 void release(void* memory) noexcept {
@@ -77,13 +90,33 @@ void operator delete(void* memory, std::align_val_t) noexcept {
 
 namespace qvannot {
 
-void setMemoryBudget(std::uint64_t bytes) noexcept {
+void setMemoryBudget(std::uint64_t bytes, std::uint64_t uncountedBytes) noexcept {
   budget.store(bytes, std::memory_order_relaxed);
+  uncounted.store(uncountedBytes, std::memory_order_relaxed);
   reserve.store(0, std::memory_order_relaxed);
 }
 
 std::uint64_t getAllocatedBytes() noexcept {
   return allocated.load(std::memory_order_relaxed);
+}
+
+std::uint64_t getMemoryBudget() noexcept {
+  return budget.load(std::memory_order_relaxed);
+}
+
+std::uint64_t getMemoryLeft() noexcept {
+  // Pieces that are free, but still held, are no one's.
+  malloc_trim(0);
+  std::uint64_t const limit = getMemoryBudget();
+  return limit - std::min(limit, getUsed());
+}
+
+std::uint64_t getUncountedBytes() {
+  std::uint64_t mapped = 0;
+  std::uint64_t resident = 0;
+  std::ifstream("/proc/self/statm") >> mapped >> resident;
+  resident *= static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+  return resident - std::min(resident, getAllocatedBytes());
 }
 
 }  // namespace qvannot

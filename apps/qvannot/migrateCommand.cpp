@@ -1,7 +1,11 @@
+#include <filesystem>
+#include <system_error>
+
 #include "commands.h"
 #include "fontChoice.h"
 #include "interruption.h"
 #include "job.h"
+#include "memoryBudget.h"
 #include "toolkit/migratedJson.h"
 #include "toolkit/outputSet.h"
 #include "toolkit/svgPage.h"
@@ -30,6 +34,15 @@ class PageBuffer : public qvToolkit::OutputSink {
   std::string m_text;
 };
 
+/// With what the document has left of its memory, where that is limited.
+qvToolkit::PageConversion getConversion(MigrateCommand const& command) {
+  qvToolkit::PageConversion conversion = command.m_conversion;
+  if (getMemoryBudget() != Limits::Unlimited) {
+    conversion.m_getMemory = [] { return qvToolkit::MemoryLeft{getMemoryBudget(), getMemoryLeft()}; };
+  }
+  return conversion;
+}
+
 /// Writes the outputs of one document.
 class DocumentWriter {
  public:
@@ -38,7 +51,7 @@ class DocumentWriter {
       : m_command(command),
         m_session(session),
         m_outputs(command.m_outputFolder, command.m_force, getInterruption()),
-        m_converter(command.m_conversion, command.m_options.m_fonts) {
+        m_converter(getConversion(command), command.m_options.m_fonts) {
     m_outputs.limit(outputBudget, command.m_limits.get(Limit::OutputFile));
     for (std::string const& input : command.m_files) m_outputs.protect(input);
   }
@@ -99,10 +112,25 @@ qvToolkit::MigrationOptions getOptions(MigrateCommand const& command) {
   return options;
 }
 
+/// Each view makes a file, and files cost more than the few bytes that an empty view takes in a document.
+bool checkViews(MigrateCommand const& command, qvToolkit::Document const& document, Reporter& reporter) {
+  std::uint64_t const limit = command.m_limits.get(Limit::Views);
+  std::size_t const count = document.m_views.size();
+  if (count <= limit) return true;
+  reporter.report(document.m_path, {{qvToolkit::FindingCode::LimitViews,
+                                     qvToolkit::Severity::Error,
+                                     "it has " + std::to_string(count) + " views, more than the limit of " +
+                                         std::to_string(limit) + "; nothing is migrated",
+                                     "view/" + std::to_string(limit),
+                                     {},
+                                     "--max-views"}});
+  return false;
+}
+
 void migrateFile(MigrateCommand const& command, std::size_t index, std::string const& stem,
                  Reporter& reporter) {
   qvToolkit::Document const document = openInput(command.m_files[index], command.m_limits, reporter);
-  if (!reporter.reportOpened(document)) return;
+  if (!reporter.reportOpened(document) || !checkViews(command, document, reporter)) return;
   qvToolkit::MigrationSession session(getOptions(command));
   std::vector<qvToolkit::MigratedView> const views = session.migrate(document);
   DocumentWriter writer(command, session, reporter.getOutputBudget());
@@ -133,6 +161,9 @@ void run(MigrateCommand const& command, Reporter& reporter) {
     auto const work = [&] { migrateFile(command, i, stems[i], reporter); };
     auto const cleanUp = [&](pid_t process, qvToolkit::Finding const&) {
       qvToolkit::removeTemporaryFiles(command.m_outputFolder, process);
+      // The converter's fonts.
+      std::error_code error;
+      qvToolkit::removeTemporaryFiles(std::filesystem::temp_directory_path(error), process);
     };
     if (!run({command.m_files[i], command.m_limits, work, {}, cleanUp}, reporter, progress)) return;
   }

@@ -1,5 +1,6 @@
 #include "reporter.h"
 
+#include <stdio_ext.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -17,6 +18,7 @@ namespace qvannot {
 namespace {
 
 constexpr std::size_t MaxPrintedPerCode = 100;
+constexpr std::size_t MaxShownPath = 60;
 constexpr std::uint64_t MaxRelayedBytes = std::uint64_t{1} << 20;
 
 void writeError(std::string_view text) {
@@ -86,6 +88,16 @@ void Reporter::print(std::string_view text) {
   if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failToPrint(errno);
 }
 
+void Reporter::print(Spool const& spool, std::uint64_t begin, std::uint64_t end) {
+  constexpr std::uint64_t Piece = 65536;
+  for (std::uint64_t offset = begin; offset < end && !m_isBroken; offset += Piece) {
+    std::uint64_t const size = std::min(Piece, end - offset);
+    std::string const piece = spool.read(offset, size);
+    if (piece.size() < size) return failToPrint(EIO);
+    print(piece);
+  }
+}
+
 void Reporter::failToPrint(int error) {
   if (m_isWorker && error == EFBIG) {
     rlimit limit{};
@@ -94,16 +106,27 @@ void Reporter::failToPrint(int error) {
   }
   m_isBroken = true;
   fail(qvToolkit::ExitOutputFailed,
-       "cannot write to standard output: " + std::generic_category().message(error));
+       (m_isWorker ? "cannot keep the result: " : "cannot write to standard output: ") +
+           std::generic_category().message(error));
+  withdraw();
 }
 
-/// A part of a result must not look like the whole: what a worker has printed so far is withdrawn.
 void Reporter::refuseOutput(std::uint64_t limit, char const* option) {
   m_isBroken = true;
-  fail(qvToolkit::ExitLimit, "the result is larger than the limit of " + std::to_string(limit) + " bytes; " +
-                                 option + " changes it");
+  qvToolkit::Finding finding;
+  finding.m_code = qvToolkit::FindingCode::LimitOutput;
+  finding.m_severity = qvToolkit::Severity::Error;
+  finding.m_text =
+      "the result is larger than the limit of " + std::to_string(limit) + " bytes; nothing is shown";
+  finding.m_option = option;
+  report(m_input, {finding});
+  withdraw();
+}
+
+/// A part of a result must not look like the whole: what a worker has printed so far is taken back.
+void Reporter::withdraw() {
   if (!m_isWorker) return;
-  std::fflush(stdout);
+  __fpurge(stdout);
   if (ftruncate(STDOUT_FILENO, 0) != 0) count(qvToolkit::ExitBug);
 }
 
@@ -120,7 +143,13 @@ void Reporter::countWorker(qvToolkit::ExitCode code) {
 }
 
 void Reporter::relayErrors(Spool const& errors, bool hasDied) {
+  bool const isWhole = errors.getSize() <= MaxRelayedBytes;
   std::string text = errors.read(0, MaxRelayedBytes);
+  if (text.size() < std::min(errors.getSize(), MaxRelayedBytes)) {
+    fail(qvToolkit::ExitOutputFailed, "the messages of a process cannot be read back");
+  }
+  // No part of a line, which could end within a character.
+  if (!isWhole) text.erase(text.rfind('\n') + 1);
   if (!hasDied) {
     writeError(text);
   } else {
@@ -130,11 +159,12 @@ void Reporter::relayErrors(Spool const& errors, bool hasDied) {
       start = end + 1;
     }
   }
-  if (errors.getSize() > MaxRelayedBytes) writeError("\nqvannot: there are more messages than are shown\n");
+  if (!isWhole) writeError("qvannot: there are more messages than are shown\n");
 }
 
 qvToolkit::ExitCode Reporter::finish() {
   if (!m_isBroken && std::fflush(stdout) != 0) failToPrint(errno);
+  if (std::ferror(stderr) != 0) count(qvToolkit::ExitOutputFailed);
   // An input that could not be read has its own code; whether it held views is not known.
   if (!m_hasViews && m_exitCode <= qvToolkit::ExitFindings) {
     if (m_isWorker) return qvToolkit::ExitNothingToDo;
@@ -152,8 +182,9 @@ Progress::~Progress() {
 
 void Progress::show(std::size_t index, std::string const& path) const {
   if (!m_isShown) return;
+  // A cut within a character leaves a byte that is escaped, too.
   writeError("\r[" + std::to_string(index + 1) + "/" + std::to_string(m_total) + "] " +
-             qvToolkit::escapeTerminal(path).substr(0, 60));
+             qvToolkit::escapeTerminal(path.substr(0, MaxShownPath)));
 }
 
 void Progress::clear() const {

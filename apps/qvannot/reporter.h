@@ -35,6 +35,11 @@ class Reporter {
   void setOutputBudget(std::uint64_t bytes) { m_outputBudget = m_outputLeft = bytes; }
   std::uint64_t getOutputBudget() const noexcept { return m_outputBudget; }
 
+  /// Names the input whose result is printed from here on.
+  void setInput(std::string const& path) { m_input = path; }
+  /// Writes a part of what a worker has left as its result; a failure is an output that cannot be written.
+  void print(Spool const& spool, std::uint64_t begin, std::uint64_t end);
+
   /// From here on it speaks for one input in a worker: what came before is the tool's business.
   void beginWorker();
   /// Counts what a worker said in the end.
@@ -43,14 +48,17 @@ class Reporter {
   /// once more, since nobody knows what wrote it.
   void relayErrors(Spool const& errors, bool hasDied);
 
-  /// Flushes standard output and says what counts in the end.
+  /// Flushes standard output and says what counts in the end. Findings that could not be told are an output
+  /// that cannot be written.
   qvToolkit::ExitCode finish();
 
  private:
   void failToPrint(int error);
   void refuseOutput(std::uint64_t limit, char const* option);
+  void withdraw();
 
   bool m_isStrict;
+  std::string m_input;
   bool m_hasViews = false;
   bool m_isBroken = false;  ///< standard output takes no more
   bool m_isWorker = false;

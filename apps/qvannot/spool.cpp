@@ -39,11 +39,15 @@ std::uint64_t Spool::getSize() const {
 
 std::string Spool::read(std::uint64_t offset, std::uint64_t count) const {
   std::string bytes(static_cast<std::size_t>(count), '\0');
-  ssize_t got = 0;
-  do {
-    got = pread(m_file, bytes.data(), bytes.size(), static_cast<off_t>(offset));
-  } while (got < 0 && errno == EINTR);
-  bytes.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+  std::size_t size = 0;
+  while (size < bytes.size()) {
+    auto const place = static_cast<off_t>(offset + size);
+    ssize_t const got = pread(m_file, bytes.data() + size, bytes.size() - size, place);
+    if (got < 0 && errno == EINTR) continue;
+    if (got <= 0) break;
+    size += static_cast<std::size_t>(got);
+  }
+  bytes.resize(size);
   return bytes;
 }
 

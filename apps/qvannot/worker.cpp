@@ -40,6 +40,10 @@ constexpr rlim_t MaxOpenFiles = 32;
 constexpr std::uint64_t GraceSeconds = 5;
 /// The clock's share: other processes may have the processor, too.
 constexpr std::uint64_t ClockFactor = 2;
+/// Memory beside what the budget counts.
+constexpr std::uint64_t RoomForFonts = std::uint64_t{128} << 20;
+constexpr std::uint64_t RoomForHoles = std::uint64_t{8} << 20;
+constexpr std::uint64_t RoomForTelling = std::uint64_t{1} << 20;
 
 /// Where a worker tells its result; -1 in the tool itself.
 int resultPipe = -1;
@@ -49,6 +53,14 @@ void setLimit(decltype(RLIMIT_AS) resource, std::uint64_t soft, std::uint64_t ha
   if (getrlimit(resource, &now) != 0) return;
   // Never above what the caller of the tool allows.
   rlimit const limit{std::min<rlim_t>(soft, now.rlim_max), std::min<rlim_t>(hard, now.rlim_max)};
+  setrlimit(resource, &limit);
+}
+
+/// One that may be set again, for less or for more.
+void setSoftLimit(decltype(RLIMIT_AS) resource, std::uint64_t value) noexcept {
+  rlimit limit{};
+  if (getrlimit(resource, &limit) != 0) return;
+  limit.rlim_cur = std::min<rlim_t>(value, limit.rlim_max);
   setrlimit(resource, &limit);
 }
 
@@ -118,10 +130,9 @@ void Worker::become(std::string const& path, int result) {
   prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
   // A group of its own takes what it starts along when it is killed. A process in the background may not read
   // from a terminal, though.
-  if (path != "-") {
-    setpgid(0, 0);
-    connect("/dev/null", STDIN_FILENO);
-  }
+  bool const readsInput = path == "-";
+  if (!readsInput || isatty(STDIN_FILENO) == 0) setpgid(0, 0);
+  if (!readsInput) connect("/dev/null", STDIN_FILENO);
   dup2(m_output.getDescriptor(), STDOUT_FILENO);
   dup2(m_errors.getDescriptor(), STDERR_FILENO);
   resultPipe = result;
@@ -192,15 +203,15 @@ bool isWorker() noexcept {
 void limitWorkerMemory(std::uint64_t bytes) noexcept {
 #if !defined(QVA_SHADOW_MEMORY)
   if (!isWorker() || bytes == Limits::Unlimited) return;
+  std::uint64_t mapped = 0;
+  std::uint64_t data = 0;
+  std::uint64_t unused = 0;
+  std::ifstream("/proc/self/statm") >> mapped >> unused >> unused >> unused >> unused >> data;
+  auto const page = static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
   // What is mapped already, and room for fonts that are mapped later.
-  constexpr std::uint64_t RoomForFonts = std::uint64_t{128} << 20;
-  std::uint64_t pages = 0;
-  std::ifstream("/proc/self/statm") >> pages;
-  std::uint64_t const mapped = pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
-  rlimit limit{};
-  if (getrlimit(RLIMIT_AS, &limit) != 0) return;
-  limit.rlim_cur = std::min<rlim_t>(mapped + RoomForFonts + bytes, limit.rlim_max);
-  setrlimit(RLIMIT_AS, &limit);
+  setSoftLimit(RLIMIT_AS, mapped * page + RoomForFonts + bytes);
+  // Holes of the heap, and what libraries allocate by themselves. Some must be left for telling of it.
+  setSoftLimit(RLIMIT_DATA, std::max(bytes + RoomForHoles, data * page + RoomForTelling));
 #else
   static_cast<void>(bytes);
 #endif

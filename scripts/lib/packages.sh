@@ -15,6 +15,9 @@ test_packages="$package_packages lintian libgtest-dev librapidcheck-dev libeigen
 # What fuzzing needs beside both.
 fuzz_packages="clang libclang-rt-14-dev"
 
+# What the slow checks need beside what the tests need.
+check_packages="valgrind gcovr"
+
 missing_packages() {
   local package
   for package in "$@"; do

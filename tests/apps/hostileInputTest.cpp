@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+
 #include "tests/hostile/hostileDocuments.h"
 #include "toolRunner.h"
 #include "toolkit/exitCode.h"
@@ -10,12 +12,6 @@ namespace qvTest {
 namespace {
 
 using namespace qvToolkit;
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool MeasuresMemory = false;
-#else
-constexpr bool MeasuresMemory = true;
-#endif
 
 /// The budget of a small document and what the tool itself takes.
 constexpr std::uint64_t MaxPeakMiB = 256 + 16;
@@ -140,6 +136,7 @@ TEST_F(HostileInput, OfAMillionWrongLinesIsReportedInAHundredLines) {
   ToolRun const run = inspect(qvHostile::makeWrongLines(1000000));
   EXPECT_EQ(run.m_exitCode, ExitFindings);
   EXPECT_LE(std::count(run.m_errors.begin(), run.m_errors.end(), '\n'), 102);
+  EXPECT_NE(run.m_errors.find("(999900 more times) [reader.repeated, view/0]"), std::string::npos);
 }
 
 TEST_F(HostileInput, WhoseResultsGrowTooLargeLeavesNone) {
@@ -161,6 +158,62 @@ TEST_F(HostileInput, OfAHundredThousandTextsTakesNoMemoryForTheSizeOfItsResults)
   if (MeasuresMemory) {
     EXPECT_LT(run.m_peakMiB, 150U);
   }
+}
+
+TEST_F(HostileInput, IsRefusedWithTheNameTheValueThePlaceAndTheOptionOfTheLimit) {
+  struct Case {
+    std::string m_content;
+    std::string m_option;
+    std::string m_value;
+    std::string m_text;
+    std::string m_notes;
+  };
+  auto const counted = qvHostile::makeCountedDocument(qvHostile::v6_22);
+  auto const isLeaders = [](auto const& field) { return field.m_name == "leaders"; };
+  auto const leaders = std::ranges::find_if(counted.m_counts, isLeaders);
+  Case const cases[] = {
+      {qvHostile::cutBehindCount(counted, *leaders, 0x0FFFFFFF), "--max-memory", "33554432",
+       ": error: byte " + std::to_string(leaders->m_offset + 4) + ": the document needs more memory",
+       "[limit.memory, --max-memory]"},
+      {qvHostile::makeWrongLines(100000), "--max-memory", "14680064", "",
+       "[limit.memory, view/0, --max-memory]"},
+      {qvHostile::makePhantoms(100, 0), "--max-failed-reads", "77",
+       "byte 103: ", "[limit.failed-reads, --max-failed-reads]"},
+      {qvHostile::makeNestedStream(1000), "--max-stack", "65536", "byte ", "[limit.stack, --max-stack]"},
+      {qvHostile::makeNestedJson(10), "--max-json-depth", "12", "expected at most 12",
+       "[json.too-deep, --max-json-depth]"},
+      {makeDocument(), "--max-input", "100", "", "[input.too-large, --max-input]"},
+      {qvHostile::makeNestedStream(5), "--max-depth", "4", "more than 4 levels",
+       "[limit.depth, view/0/annot/0, --max-depth]"},
+      {qvHostile::makeManyTexts(9), "--max-nodes", "8", "more than 8 annotations",
+       "[limit.nodes, view/0, --max-nodes]"},
+      {"[" + makeDocument().substr(10, makeDocument().size() - 12) + "]", "--max-views", "0", "has 1 views",
+       "[limit.views, view/0, --max-views]"},
+      {makeDocument(), "--max-output", "500", "", "[limit.output, --max-output]"},
+      {makeDocument(), "--max-output-file", "500", "'", "[limit.output, --max-output-file]"},
+  };
+  for (Case const& limit : cases) {
+    ToolRun const run = migrate(limit.m_content, {"--force", limit.m_option, limit.m_value});
+    EXPECT_EQ(run.m_exitCode, ExitLimit) << limit.m_option << ": " << run.m_errors;
+    EXPECT_NE(run.m_errors.find(limit.m_value), std::string::npos) << limit.m_option << ": " << run.m_errors;
+    EXPECT_NE(run.m_errors.find(limit.m_text), std::string::npos) << limit.m_option << ": " << run.m_errors;
+    EXPECT_NE(run.m_errors.find(limit.m_notes), std::string::npos) << limit.m_option << ": " << run.m_errors;
+    EXPECT_EQ(run.m_output.find("view-0000"), std::string::npos) << limit.m_option;
+  }
+  ToolRun const shown = inspect(qvHostile::makeManyTexts(100), {"--max-output", "500"});
+  EXPECT_NE(
+      shown.m_errors.find("/bad: error: the result is larger than the limit of 500 bytes; nothing is shown "
+                          "[limit.output, --max-output]"),
+      std::string::npos)
+      << shown.m_errors;
+}
+
+TEST_F(HostileInput, OfMoreViewsThanMayBecomeFilesMakesNone) {
+  std::string views;
+  for (int i = 0; i < 10001; ++i) views += i == 0 ? R"({"ver":"6.27"})" : R"(,{"ver":"6.27"})";
+  ToolRun const run = migrate("[" + views + "]");
+  expectLimit(run, "limit.views", "--max-views");
+  EXPECT_TRUE(m_place.list("out").empty());
 }
 
 TEST_F(HostileInput, LargerThanTheLimitIsNotRead) {

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
 
 #include "toolRunner.h"
 #include "toolkit/exitCode.h"
@@ -24,6 +28,16 @@ class MigrateFormat : public testing::Test {
     ToolSetting setting;
     setting.m_environment = {{"PATH", m_place.getPath("bin")}};
     return setting;
+  }
+
+  /// A process that ended is none, even while its exit code waits to be fetched.
+  static bool isAlive(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+    std::string number;
+    std::string name;
+    std::string state;
+    file >> number >> name >> state;
+    return !state.empty() && state != "Z";
   }
 
   Workplace m_place;
@@ -84,6 +98,79 @@ TEST_F(MigrateFormat, SaysWhatTheProgramSaysAndLeavesNothingWhenItFails) {
   EXPECT_NE(run.m_errors.find("rsvg-convert failed: it broke [output.failed]"), std::string::npos)
       << run.m_errors;
   EXPECT_TRUE(m_place.list("out").empty());
+}
+
+TEST_F(MigrateFormat, TellsWhichLimitTheProgramRanInto) {
+  struct Case {
+    char const* m_script;
+    char const* m_text;
+  };
+  for (Case const& end : {
+           Case{"kill -XCPU $$",
+                "rsvg-convert took more than the limit of 60 seconds of processor time [limit.time, "
+                "--max-time]"},
+           Case{"kill -XFSZ $$",
+                "rsvg-convert writes more than the limit of 2147483648 bytes [limit.output, "
+                "--max-output-file]"},
+           Case{"echo 'memory allocation of 8 bytes failed' >&2; kill -ABRT $$",
+                "rsvg-convert needs more memory than is left of the limit of "},
+           Case{"echo 'rsvg-convert: cairo: out of memory' >&2; exit 1",
+                " bytes [limit.memory, --max-memory]"},
+           Case{"kill -SEGV $$", "rsvg-convert was ended by signal 11 (Segmentation fault) [worker.crashed]"},
+       }) {
+    ToolRun const run = migrate({"--format", "pdf"}, replaceProgram(end.m_script));
+    EXPECT_EQ(run.m_exitCode, ExitLimit) << run.m_errors;
+    EXPECT_NE(run.m_errors.find(end.m_text), std::string::npos) << run.m_errors;
+    EXPECT_TRUE(m_place.list("out").empty());
+  }
+}
+
+TEST_F(MigrateFormat, GivesTheProgramTheMemoryThatIsLeft) {
+  std::string const ask = "ulimit -d >'" + m_place.getPath("kib") + "'; echo page";
+  EXPECT_EQ(
+      migrate({"--format", "pdf", "--max-memory", "100M"}, replaceProgram("sleep 0.1; " + ask)).m_exitCode,
+      ExitDone);
+  int const left = std::stoi(m_place.read("kib"));
+  EXPECT_LT(left, 100 << 10);
+  EXPECT_GT(left, 50 << 10);
+}
+
+TEST_F(MigrateFormat, LeavesNothingOfAKilledProcessNorOfWhatItStarted) {
+  std::string const shell = m_place.getPath("shell");
+  ToolSetting setting =
+      replaceProgram("echo $$ >'" + shell + "'; kill -KILL $PPID; while :; do read line; done </dev/zero");
+  setting.m_environment["TMPDIR"] = m_place.getPath("tmp");
+  std::filesystem::create_directories(m_place.getPath("tmp"));
+  for (bool const isStandardInput : {false, true}) {
+    setting.m_input = makeDocument();
+    std::vector<std::string> const arguments = {
+        "migrate",    isStandardInput ? "-" : m_plain,    "-o",       m_out,
+        "--font-dir", "/usr/share/fonts/truetype/dejavu", "--format", "png"};
+    ToolRun const run = runTool(arguments, setting);
+    EXPECT_EQ(run.m_exitCode, ExitLimit);
+    EXPECT_NE(run.m_errors.find("[worker.killed]"), std::string::npos) << run.m_errors;
+    EXPECT_TRUE(m_place.list("tmp").empty());
+    EXPECT_TRUE(m_place.list("out").empty());
+    pid_t const program = std::stoi(m_place.read("shell"));
+    // Nobody may have waited for it yet.
+    for (int i = 0; i < 100 && isAlive(program); ++i) usleep(20000);
+    EXPECT_FALSE(isAlive(program));
+  }
+}
+
+TEST_F(MigrateFormat, TellsWhatTheInputWasThatAProcessDiedOf) {
+  std::string const input = m_place.write("known.json", makeDocument("\"x\":1,"));
+  ToolRun const run =
+      runTool({"migrate", input, "-o", m_out, "--format", "png"}, replaceProgram("kill -SEGV $PPID"));
+  std::string const content = m_place.read("known.json");
+  std::uint64_t hash = 0xCBF29CE484222325U;
+  for (unsigned char const byte : content) hash = (hash ^ byte) * 0x100000001B3U;
+  char text[40];
+  std::snprintf(text, sizeof(text), "%016llx", static_cast<unsigned long long>(hash));
+  EXPECT_NE(run.m_errors.find("; the input has " + std::to_string(content.size()) + " bytes of hash " + text +
+                              " [worker.crashed]"),
+            std::string::npos)
+      << run.m_errors;
 }
 
 TEST_F(MigrateFormat, HasALimitWhereTheProgramDies) {

@@ -31,7 +31,8 @@ double getSeconds(timeval const& time) {
 
 [[noreturn]] void becomeTool(std::vector<std::string> const& arguments, ToolSetting const& setting,
                              Workplace const& place) {
-  redirect(place.getPath("in"), O_RDONLY, STDIN_FILENO);
+  std::string const input = setting.m_standardInput.empty() ? place.getPath("in") : setting.m_standardInput;
+  redirect(input, O_RDONLY, STDIN_FILENO);
   std::string const output =
       setting.m_standardOutput.empty() ? place.getPath("out") : setting.m_standardOutput;
   redirect(output, O_WRONLY | O_CREAT, STDOUT_FILENO);

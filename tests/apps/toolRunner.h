@@ -9,6 +9,13 @@
 
 namespace qvTest {
 
+/// False where the sanitizer's own memory would be measured.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool MeasuresMemory = false;
+#else
+constexpr bool MeasuresMemory = true;
+#endif
+
 /// What one run of the tool left.
 struct ToolRun {
   int m_exitCode = -1;  ///< -1 when a signal ended it
@@ -22,6 +29,7 @@ struct ToolRun {
 struct ToolSetting {
   std::map<std::string, std::string> m_environment;
   std::string m_input;               ///< for standard input
+  std::string m_standardInput;       ///< a file for standard input instead of `m_input`, such as a pipe
   std::string m_standardOutput;      ///< a file for standard output instead of a pipe, such as /dev/full
   std::uint64_t m_maxMemoryMiB = 0;  ///< 0: no limit
 };

@@ -3,6 +3,7 @@
 #include <signal.h>
 #include <spawn.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -101,6 +102,15 @@ class Spawning {
   posix_spawn_file_actions_t m_actions;
 };
 
+/// What it allocates, but not its code, which is mapped: that counts for the process's address space only.
+void limitMemory(pid_t child, std::uint64_t bytes) {
+  rlimit limit{};
+  if (bytes == ChildCommand::Unlimited || getrlimit(RLIMIT_DATA, &limit) != 0) return;
+  limit.rlim_cur = std::min<rlim_t>(bytes, limit.rlim_max);
+  limit.rlim_max = limit.rlim_cur;
+  prlimit(child, RLIMIT_DATA, &limit, nullptr);
+}
+
 int waitFor(pid_t child) {
   int status = 0;
   while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
@@ -124,6 +134,7 @@ ChildRun runChild(ChildCommand const& command, std::string_view input) {
   pid_t child = 0;
   run.m_problem = spawning.start(command, child);
   if (run.m_problem != 0) return run;
+  limitMemory(child, command.m_maxMemory);
   int const status = waitFor(child);
   if (WIFSIGNALED(status)) run.m_signal = WTERMSIG(status);
   if (WIFEXITED(status)) run.m_exitCode = WEXITSTATUS(status);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,8 +10,11 @@ namespace qvToolkit {
 
 /// A program to run: found in the PATH, started without a shell.
 struct ChildCommand {
+  static constexpr std::uint64_t Unlimited = std::numeric_limits<std::uint64_t>::max();
+
   std::vector<std::string> m_words;        ///< program and arguments
   std::vector<std::string> m_environment;  ///< "NAME=VALUE", instead of or beside what this process has
+  std::uint64_t m_maxMemory = Unlimited;   ///< bytes that it may allocate
 };
 
 /// What a program left.

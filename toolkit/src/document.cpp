@@ -67,8 +67,8 @@ bool isJson(Document& document, std::string_view content) {
 void addReaderMessages(Document& document, LoadedView const& view, ReadView const& read) {
   constexpr std::size_t MaxRepeated = 100;
   std::map<std::string_view, std::size_t> counts;
-  auto const add = [&](std::string_view message, std::string const& more) {
-    document.m_findings.push_back({FindingCode::ReaderMessage,
+  auto const add = [&](FindingCode code, std::string_view message, std::string const& more) {
+    document.m_findings.push_back({code,
                                    getReaderMessageSeverity(message),
                                    std::string(message) + more,
                                    read.m_address,
@@ -76,10 +76,11 @@ void addReaderMessages(Document& document, LoadedView const& view, ReadView cons
                                    {}});
   };
   for (std::string const& message : view.m_messages) {
-    if (++counts[message] <= MaxRepeated) add(message, {});
+    if (++counts[message] <= MaxRepeated) add(FindingCode::ReaderMessage, message, {});
   }
   for (auto const& [message, count] : counts) {
-    if (count > MaxRepeated) add(message, " (" + std::to_string(count - MaxRepeated) + " more times)");
+    if (count <= MaxRepeated) continue;
+    add(FindingCode::ReaderRepeated, message, " (" + std::to_string(count - MaxRepeated) + " more times)");
   }
 }
 
@@ -108,6 +109,22 @@ void append(Findings& findings, Findings more) {
   for (Finding& finding : more) findings.push_back(std::move(finding));
 }
 
+/// False when memory runs out, which is told with the view where it did.
+bool loadViews(Document& document, DocumentShape const& shape) {
+  for (ViewEntry const& entry : shape.m_views) {
+    std::string const address = "view/" + std::to_string(document.m_views.size());
+    try {
+      document.m_views.push_back(loadView(document, entry, address));
+    } catch (std::bad_alloc const& error) {
+      Finding refusal = makeLimitFinding(error);
+      refusal.m_address = address;
+      fail(document, ExitLimit, std::move(refusal));
+      return false;
+    }
+  }
+  return true;
+}
+
 /// Too many levels are a limit, whatever else is wrong is the text's own fault.
 void failReading(Document& document) {
   document.m_failure = ExitInputBroken;
@@ -130,10 +147,7 @@ void readJsonDocument(Document& document, std::string& content, OpenLimits const
     document.m_findings.push_back(
         {FindingCode::NoViews, Severity::Warning, "the document holds no view", {}, {}, {}});
   }
-  for (ViewEntry const& entry : shape.m_views) {
-    std::string address = "view/" + std::to_string(document.m_views.size());
-    document.m_views.push_back(loadView(document, entry, std::move(address)));
-  }
+  if (!loadViews(document, shape)) return;
   locateFindings(content, document.m_findings);
 }
 

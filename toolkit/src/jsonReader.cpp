@@ -305,6 +305,12 @@ void shiftOffsets(Findings& findings, std::size_t shift) {
   }
 }
 
+/// The parser does not say which limit refused it memory; the same request once more does.
+[[noreturn]] void failWithoutMemory(std::size_t textBytes) {
+  std::vector<std::uint32_t> const indices(textBytes);
+  throw std::bad_alloc();
+}
+
 Finding reportByteOrderMark() {
   return {FindingCode::JsonByteOrderMark,
           Severity::Warning,
@@ -328,7 +334,7 @@ JsonReading readJson(std::string& text, std::size_t maxContainers) {
   content.remove_prefix(skipped);
 
   auto const error = parse(content, maxContainers, reading);
-  if (error == simdjson::MEMALLOC) throw std::bad_alloc();
+  if (error == simdjson::MEMALLOC) failWithoutMemory(content.size());
   if (error != simdjson::SUCCESS) {
     reading.m_value = qv::qvVariant();
     std::optional<Finding> const fault = explain(content, maxContainers, error);

@@ -13,7 +13,9 @@ Finding makeFinding(FindingCode code, std::string text, char const* option) {
   return {code, Severity::Error, std::move(text), {}, {}, option};
 }
 
+/// Without a place in a document the offset is 0: no read begins there.
 Finding makeFindingAt(std::uint64_t offset, FindingCode code, std::string const& text, char const* option) {
+  if (offset == 0) return makeFinding(code, text, option);
   Finding finding = makeFinding(code, "byte " + std::to_string(offset) + ": " + text, option);
   finding.m_place.m_byteOffset = offset;
   return finding;
@@ -41,8 +43,9 @@ Finding describe(qv::qvResourceLimit const& error) {
       return makeFinding(FindingCode::InputTooLarge,
                          "the input is larger than the limit of " + limit + " bytes", "--max-input");
   }
-  return makeFinding(FindingCode::LimitMemory,
-                     "the document needs more memory than the limit of " + limit + " bytes", "--max-memory");
+  return makeFindingAt(error.GetOffset(), FindingCode::LimitMemory,
+                       "the document needs more memory than the limit of " + limit + " bytes",
+                       "--max-memory");
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "temporaryName.h"
+
 namespace qvToolkit {
 
 namespace {
@@ -28,20 +30,26 @@ bool closeFile(int& file) {
   return closed < 0 || ::close(closed) == 0;
 }
 
-std::string makeTemporaryPrefix(int process) {
-  return ".qvannot-" + std::to_string(process) + "-";
-}
-
 std::string makeTemporaryName(std::size_t number) {
   return makeTemporaryPrefix(getpid()) + std::to_string(number) + ".tmp";
 }
 
-/// Moves without replacing. Where the file system has no hard links, the kernel's own exclusive rename
-/// serves.
+int synchronise(int file) {
+  int result = 0;
+  do {
+    result = fsync(file);
+  } while (result != 0 && errno == EINTR);
+  return result;
+}
+
+/// Moves without replacing. Where the file system has no exclusive rename, a second name serves.
 int moveExclusively(int folder, char const* from, char const* to) {
-  if (linkat(folder, from, folder, to, 0) == 0) return unlinkat(folder, from, 0);
-  if (errno != EPERM && errno != EOPNOTSUPP && errno != EMLINK) return -1;
-  return renameat2(folder, from, folder, to, RENAME_NOREPLACE);
+  if (renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0) return 0;
+  if (errno != EINVAL && errno != ENOSYS) return -1;
+  if (linkat(folder, from, folder, to, 0) != 0) return -1;
+  // From here on the file is there; the other name does no harm.
+  unlinkat(folder, from, 0);
+  return 0;
 }
 
 }  // namespace
@@ -108,8 +116,11 @@ bool OutputSet::commit() {
     takeBack();
     return false;
   }
-  if (m_folder >= 0 && fsync(m_folder) != 0) return failWithError("synchronise the folder of", ".", errno);
-  return true;
+  // Some file systems cannot synchronise folders.
+  if (m_folder < 0 || synchronise(m_folder) == 0 || errno == EINVAL) return true;
+  int const error = errno;
+  takeBack();
+  return failWithError("synchronise the folder of", ".", error);
 }
 
 std::vector<std::string> OutputSet::getPaths() const {
@@ -172,7 +183,8 @@ bool OutputSet::openTemporary(std::string const& name) {
 bool OutputSet::endFile() {
   if (m_file < 0) return true;
   std::string const& name = m_files.back().m_name;
-  if (fchmod(m_file, getFileMode()) != 0 || fsync(m_file) != 0) return failWithError("write", name, errno);
+  if (fchmod(m_file, getFileMode()) != 0 || synchronise(m_file) != 0)
+    return failWithError("write", name, errno);
   return closeFile(m_file) || failWithError("write", name, errno);
 }
 

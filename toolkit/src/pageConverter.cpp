@@ -10,8 +10,10 @@
 #include <system_error>
 #include <utility>
 
+#include "childLimit.h"
 #include "childProcess.h"
 #include "fileDescriptor.h"
+#include "temporaryName.h"
 
 namespace qvToolkit {
 
@@ -36,13 +38,13 @@ std::string_view getFormatText(PageFormat format) {
   return FormatTexts[static_cast<std::size_t>(format)];
 }
 
-/// The font configuration as a file for the child, removed in the end.
+/// The font configuration as a file for the child, which opens it by its name; removed in the end.
 class PageConverter::FontFile {
  public:
   explicit FontFile(std::string const& content) {
     std::error_code error;
     std::filesystem::path const folder = std::filesystem::temp_directory_path(error);
-    m_path = (error ? std::filesystem::path("/tmp") : folder) / "qvannot-fonts-XXXXXX";
+    m_path = (error ? std::filesystem::path("/tmp") : folder) / (makeTemporaryPrefix(getpid()) + "XXXXXX");
     FileDescriptor const file(mkstemp(m_path.data()));
     m_isWritten = file.isOpen() &&
                   ::write(file.get(), content.data(), content.size()) == static_cast<ssize_t>(content.size());
@@ -77,6 +79,10 @@ bool PageConverter::convert(std::string_view svg, OutputSink& sink) {
   command.m_words = {Program,    "--format",   std::string(getFormatText(m_conversion.m_format)),
                      "--dpi-x",  resolution,   "--dpi-y",
                      resolution, "--unlimited"};
+  MemoryLeft const memory = m_conversion.m_getMemory
+                                ? m_conversion.m_getMemory()
+                                : MemoryLeft{ChildCommand::Unlimited, ChildCommand::Unlimited};
+  command.m_maxMemory = memory.m_left;
   // A PDF would name the time of its making.
   command.m_environment = {"SOURCE_DATE_EPOCH=0"};
   if (m_fontFile != nullptr) {
@@ -93,9 +99,7 @@ bool PageConverter::convert(std::string_view svg, OutputSink& sink) {
     return fail(ExitOutputFailed,
                 std::string("cannot run ") + Program + ": " + std::generic_category().message(run.m_problem));
   }
-  if (run.m_signal != 0) {
-    return fail(ExitLimit, std::string(Program) + " was ended by signal " + std::to_string(run.m_signal));
-  }
+  if (auto limit = findChildLimit(Program, run, memory.m_limit)) return fail(ExitLimit, std::move(*limit));
   if (run.m_exitCode != 0 || run.m_output.empty()) {
     return fail(ExitOutputFailed, std::string(Program) + " failed: " + shorten(run.m_errors));
   }
@@ -103,8 +107,12 @@ bool PageConverter::convert(std::string_view svg, OutputSink& sink) {
 }
 
 bool PageConverter::fail(ExitCode failure, std::string text) {
+  return fail(failure, {FindingCode::OutputFailed, Severity::Error, std::move(text), {}, {}, {}});
+}
+
+bool PageConverter::fail(ExitCode failure, Finding problem) {
   m_failure = failure;
-  m_problem = {FindingCode::OutputFailed, Severity::Error, std::move(text), {}, {}, {}};
+  m_problem = std::move(problem);
   return false;
 }
 

@@ -71,12 +71,12 @@ class Cutter {
   /// How many characters go together from `start` on: up to the next tab or change of level.
   std::size_t getLength(std::u32string_view text, std::size_t start) const {
     if (text[start] == U'\t') return 1;
-    std::size_t end = std::min(text.find(U'\t', start), text.size());
-    if (!m_levels.areMixed()) return end - start;
+    if (!m_levels.areMixed()) return std::min(text.find(U'\t', start), text.size()) - start;
+    // Not beyond the piece: a line may be a piece for each character.
     unsigned const level = m_levels.getLevel(m_position + start);
-    std::size_t length = 1;
-    while (start + length < end && m_levels.getLevel(m_position + start + length) == level) ++length;
-    return length;
+    std::size_t end = start + 1;
+    while (end < text.size() && text[end] != U'\t' && m_levels.getLevel(m_position + end) == level) ++end;
+    return end - start;
   }
 
   LinePiece makePiece(LineRun const& run, std::size_t start, std::size_t length) {
@@ -177,8 +177,8 @@ std::vector<LinePiece> placePieces(std::span<LineRun const> runs, RunShaper& sha
   Cutter cutter(runs, shaper);
   while (!runs.empty()) {
     std::size_t const above = countRuns(runs, TextSegment::Superscript);
-    std::size_t const below = countRuns(runs.subspan(above), TextSegment::Subscript);
-    bool const isColumn = above > 0 && below > 0;
+    std::size_t const below = above > 0 ? countRuns(runs.subspan(above), TextSegment::Subscript) : 0;
+    bool const isColumn = below > 0;
     std::size_t const taken = isColumn ? above + below : std::max<std::size_t>(above, 1);
     Pieces rows[2];
     for (std::size_t i = 0; i < taken; ++i) cutter.cut(runs[i], isColumn ? rows[i < above ? 0 : 1] : line);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -160,6 +161,8 @@ void RunShaper::shapePiece(TextPiece const& piece, bool isRightToLeft,
   hb_buffer_set_direction(m_buffer, isRightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
   hb_shape(piece.m_font->m_face->getFont(), m_buffer, features.data(),
            static_cast<unsigned>(features.size()));
+  // A buffer without memory would hold a part of the text, or none.
+  if (!hb_buffer_allocation_successful(m_buffer)) throw std::bad_alloc();
 }
 
 std::vector<unsigned> RunShaper::fillBuffer(TextPiece const& piece, bool isRightToLeft) {

@@ -18,6 +18,17 @@ std::uintptr_t getLowestFrame(std::uint64_t maxStackBytes) noexcept {
   return maxStackBytes >= here ? 0 : here - maxStackBytes;
 }
 
+/// The highest address when it cannot be found, so that nothing is left.
+std::uintptr_t findLowestOfStack() noexcept {
+  pthread_attr_t attributes;
+  if (pthread_getattr_np(pthread_self(), &attributes) != 0) return ~std::uintptr_t{0};
+  void* lowest = nullptr;
+  std::size_t size = 0;
+  int const error = pthread_attr_getstack(&attributes, &lowest, &size);
+  pthread_attr_destroy(&attributes);
+  return error != 0 ? ~std::uintptr_t{0} : reinterpret_cast<std::uintptr_t>(lowest);
+}
+
 }  // namespace
 
 qvStreamGovernor::qvStreamGovernor(qvStreamLimits const& limits) noexcept
@@ -71,13 +82,10 @@ void qvStreamGovernor::Refuse(std::uint64_t offset) const {
 }
 
 std::uint64_t GetStackBytesLeft() noexcept {
-  pthread_attr_t attributes;
-  if (pthread_getattr_np(pthread_self(), &attributes) != 0) return 0;
-  void* lowest = nullptr;
-  std::size_t size = 0;
-  int const error = pthread_attr_getstack(&attributes, &lowest, &size);
-  pthread_attr_destroy(&attributes);
-  return error != 0 ? 0 : getFrame() - reinterpret_cast<std::uintptr_t>(lowest);
+  // Found once: for the first thread, the system goes through all mappings of the process.
+  thread_local std::uintptr_t const lowest = findLowestOfStack();
+  std::uintptr_t const here = getFrame();
+  return lowest < here ? here - lowest : 0;
 }
 
 }  // namespace qv

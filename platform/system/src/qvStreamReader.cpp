@@ -92,6 +92,7 @@ class Loader {
   void loadObject(ObjectHeader const& header, std::span<std::byte const> payload);
   void createObject(ObjectHeader const& header, std::span<std::byte const> payload,
                     qvRttiInterface::FactoryFunction factory);
+  qvRttiInterface* makeObject(qvMemoryStream& in, qvRttiInterface::FactoryFunction factory) const;
   void reportReading(ObjectHeader const& header, qvMemoryStream const& in);
   void resolve(OwnedLink const& owned);
   std::string describeMissing(std::uint32_t id) const;
@@ -203,7 +204,7 @@ void Loader::createObject(ObjectHeader const& header, std::span<std::byte const>
   qvMemoryStream in(payload, m_document.m_version);
   m_governor.SetOrigin(m_position);
   in.SetGovernor(&m_governor);
-  qvRttiInterface* const object = factory(in);
+  qvRttiInterface* const object = makeObject(in, factory);
   if (object == nullptr) {
     m_problems.add(Kind::NoObject, Severity::Error, m_position, header.m_id, header.m_typeName,
                    "the type's factory made no object");
@@ -217,6 +218,16 @@ void Loader::createObject(ObjectHeader const& header, std::span<std::byte const>
   m_document.m_objects.push_back(
       {header.m_id, header.m_typeName, m_position, payload.size(), std::move(handle)});
   reportReading(header, in);
+}
+
+/// Who counts memory does not know the document: what it refuses is told with the place of the reading.
+qvRttiInterface* Loader::makeObject(qvMemoryStream& in, qvRttiInterface::FactoryFunction factory) const {
+  try {
+    return factory(in);
+  } catch (qvResourceLimit const& limit) {
+    if (limit.GetBudget() != qvBudget::Memory) throw;
+    throw qvResourceLimit(qvBudget::Memory, limit.GetLimit(), m_position + in.GetPosition());
+  }
 }
 
 /// The first thing that went wrong while an object read its payload.

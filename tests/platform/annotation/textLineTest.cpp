@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "layOut.h"
+#include "tests/hostile/linearTime.h"
 
 namespace qv::text {
 namespace {
@@ -101,6 +102,25 @@ TEST(TextLine, SuperscriptAfterSubscriptStandsBehindIt) {
 TEST(TextLine, ScriptsSeparatedByNormalTextAreNotStacked) {
   auto const items = layOut({{superscript("2"), normal("x"), subscript("1")}});
   EXPECT_EQ(items[2]->m_spans[0].m_x, getEnd(items[1]->m_spans[0]));
+}
+
+void expectLinearTime(std::vector<Segments> const& once, std::vector<Segments> const& eightTimes) {
+  qvHostile::expectLinearTime([&] { EXPECT_FALSE(layOut(once).empty()); },
+                              [&] { EXPECT_FALSE(layOut(eightTimes).empty()); });
+}
+
+TEST(TextLine, OfManySubscriptsTakesLinearTime) {
+  Segments const once(4000, subscript("a"));
+  expectLinearTime({once}, {Segments(8 * once.size(), subscript("a"))});
+}
+
+TEST(TextLine, OfManyChangesOfDirectionTakesLinearTime) {
+  auto const makeText = [](int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) text += "a\u05d0";
+    return text;
+  };
+  expectLinearTime({{normal(makeText(2500))}}, {{normal(makeText(20000))}});
 }
 
 }  // namespace

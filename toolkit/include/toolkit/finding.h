@@ -39,10 +39,11 @@ enum class FindingCode : std::uint8_t {
   StreamMore,          ///< how many problems of the stream are not listed
   StreamOffset,        ///< an asked offset that lies beyond the end
   // reading
-  ReaderMessage,  ///< the exact text of one message of the readers; severity by what it cost
-  RecordLost,     ///< annotation records that the reader passed over
-  KeyIgnored,     ///< a key that this version's reader never looks at
-  ValueUnknown,   ///< a text that the reader does not know, so that it took the default
+  ReaderMessage,   ///< the exact text of one message of the readers; severity by what it cost
+  ReaderRepeated,  ///< how often a message of the readers came that is not listed each time
+  RecordLost,      ///< annotation records that the reader passed over
+  KeyIgnored,      ///< a key that this version's reader never looks at
+  ValueUnknown,    ///< a text that the reader does not know, so that it took the default
   // migration
   MigrationMessage,  ///< the exact text of one record of the migration's log
   ViewNotMigrated,
@@ -70,6 +71,7 @@ enum class FindingCode : std::uint8_t {
   LimitStack,        ///< nested too deep to be read
   LimitTime,         ///< the work takes too long
   LimitDepth,        ///< sub-annotations nested too deep to be migrated or written
+  LimitViews,        ///< too many views to be written as pages
   LimitNodes,        ///< too many annotations to be migrated or written
   LimitOutput,       ///< the results are larger than they may be
   LimitRaster,       ///< an image file is larger than it may be

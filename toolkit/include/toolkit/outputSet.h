@@ -79,7 +79,7 @@ class OutputSet : public OutputSink {
   Finding m_problem;
 };
 
-/// Removes what output sets of a process that died have left in the folder.
+/// Removes the temporary files that a process that died has left in the folder.
 void removeTemporaryFiles(std::string const& folder, int process);
 
 /// A file name made of the last part of an input's path without its extension: characters beyond A-Z a-z 0-9

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,6 +19,12 @@ enum class PageFormat : std::uint8_t { Svg, Png, Pdf };
 /// "svg", "png" or "pdf": the word for the format and the extension of its files.
 std::string_view getFormatText(PageFormat format);
 
+/// What a budget of memory has left.
+struct MemoryLeft {
+  std::uint64_t m_limit = 0;
+  std::uint64_t m_left = 0;
+};
+
 struct PageConversion {
   static constexpr unsigned DefaultResolution = 150;
   static constexpr unsigned MinResolution = 10;
@@ -25,6 +32,8 @@ struct PageConversion {
 
   PageFormat m_format = PageFormat::Svg;
   unsigned m_resolution = DefaultResolution;  ///< of PNG, in pixels per inch of paper
+  /// Tells what a program may take of the memory; without it there is no limit.
+  std::function<MemoryLeft()> m_getMemory;
 };
 
 /// Converts SVG pages by the program rsvg-convert, which runs as a child process with the given fonts. PDF
@@ -47,6 +56,7 @@ class PageConverter {
  private:
   class FontFile;
   bool fail(ExitCode failure, std::string text);
+  bool fail(ExitCode failure, Finding problem);
 
   PageConversion m_conversion;
   std::unique_ptr<FontFile> m_fontFile;  ///< null when the system's fonts will do
