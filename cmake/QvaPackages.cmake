@@ -82,6 +82,16 @@ This package holds the headers of the library and of its platform, with what
 CMake and pkg-config need to find them."
   DEPENDS "${qva_library_package} (= ${qva_version_with_release})"
   COMPONENTS platform_development library_development)
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/docs/embedding.md ${PROJECT_SOURCE_DIR}/docs/limits.md
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libqvannotationlegacy-dev COMPONENT headers_documents EXCLUDE_FROM_ALL)
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/examples/
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libqvannotationlegacy-dev/examples
+  COMPONENT headers_documents EXCLUDE_FROM_ALL
+  FILES_MATCHING
+  PATTERN "*.cpp"
+  PATTERN "binary" EXCLUDE
+  PATTERN "rasters" EXCLUDE)
 qva_package(
   commands
   NAME qvannot

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "annotationLegacy/library.h"
-#include "annotationLegacy/qvAnnotationMetaData.h"
 #include "annotationLegacy/qvAnnotationMigration.h"
+#include "annotationLegacy/qvAnnotationView.h"
 #include "qvAnnotation/qvCadAnnotationView.h"
 #include "qvSystem/qvFileStream.h"
 #include "qvSystem/qvStreamReader.h"
@@ -23,17 +23,24 @@ bool fetchRaster(std::string const& name, std::string& data, void* userData) {
   return true;
 }
 
-void migrate(std::vector<qv::qvPointer<qvLegacy::qvAnnotationView>> const& views, std::string& folder) {
+/// False when something could not be read or migrated.
+bool migrate(qv::qvLoadedDocument const& document, std::string& folder) {
   qvLegacy::qvAnnotationMigration migration(qvLegacy::qvAnnotationMigration::DropViewMetadata, fetchRaster,
                                             &folder, /*headSize*/ 3.0F);
-  for (auto const& view : views) {
+  for (auto const& problem : document.m_problems) std::cerr << problem.m_text << '\n';
+  bool isComplete = document.m_problems.empty();
+  for (auto const& entry : document.m_objects) {
+    qv::qvPointer<qvLegacy::qvAnnotationView> const view =
+        dynamic_cast<qvLegacy::qvAnnotationView*>(entry.m_object.get());
+    if (view == nullptr) continue;  // the list of the views, which links to them
     qv::qvPointer<qv::qvCadAnnotationView> cad;
-    if (migration.migrateAnnotationView(view, cad)) {
-      std::cout << cad->GetName() << ": " << cad->m_annotations.size() << " annotations\n";
-    } else if (view != nullptr) {
-      std::cout << view->GetName() << ": not migrated, the log says why\n";
-    }
+    bool const isMigrated = migration.migrateAnnotationView(view, cad);
+    std::cout << view->GetName() << ": ";
+    if (isMigrated) std::cout << cad->m_annotations.size() << " annotations\n";
+    if (!isMigrated) std::cout << "not migrated, the log says why\n";
+    isComplete &= isMigrated;
   }
+  return isComplete;
 }
 
 int main(int argc, char** argv) {
@@ -45,13 +52,7 @@ int main(int argc, char** argv) {
     return 1;
   }
   qv::initializeQvAnnotationLegacyLibrary();
-  {
-    qv::qvLoadedDocument const document = qv::LoadObjectStream(bytes);
-    for (auto const& problem : document.m_problems) std::cerr << problem.m_text << '\n';
-    for (auto const& entry : document.m_objects) {
-      if (auto* metadata = dynamic_cast<qvLegacy::qvAnnotationMetaData*>(entry.m_object.get()))
-        migrate(metadata->getViews(), folder);
-    }
-  }  // no object may outlive the library
+  bool const isComplete = migrate(qv::LoadObjectStream(bytes), folder);  // no object outlives this line
   qv::terminateQvAnnotationLegacyLibrary();
+  return isComplete ? 0 : 1;
 }

@@ -105,7 +105,7 @@ void addTextMode(CLI::App& command, qvToolkit::TextMode& mode) {
             throw CLI::ValidationError("--text", "'" + text + "' is none of live, outline, both");
           },
           "Text of the pages: live characters (default), glyph outlines, or both")
-      ->type_name("MODE");
+      ->type_name("{live,outline,both}");
 }
 
 void addConversion(CLI::App& command, qvToolkit::PageConversion& conversion) {
@@ -123,7 +123,7 @@ void addConversion(CLI::App& command, qvToolkit::PageConversion& conversion) {
             throw CLI::ValidationError("--format", "'" + text + "' is none of svg, png, pdf");
           },
           "Format of the pages: svg (default), png or pdf; the latter two take the program rsvg-convert")
-      ->type_name("FORMAT");
+      ->type_name("{svg,png,pdf}");
   command
       .add_option_function<std::string>(
           "--dpi",
