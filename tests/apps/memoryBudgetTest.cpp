@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <cstring>
 #include <list>
 #include <memory>
 #include <string>
@@ -81,6 +83,28 @@ TEST(MemoryBudget, OpensAReserveForThoseWhoTellOfIt) {
   EXPECT_THROW(for (;;) used.push_back(std::make_unique<char[]>(1000)), qv::qvResourceLimit);
   EXPECT_GT(used.size(), 1100U) << "256 KiB beyond the budget";
   EXPECT_LT(used.size(), 1400U);
+}
+
+TEST(MemoryBudget, CountsWhatIsTakenBesideIt) {
+  std::uint64_t const before = getAllocatedBytes();
+  setMemoryBudget(before + 8 * MiB, 3 * MiB);
+  EXPECT_EQ(getMemoryBudget(), before + 8 * MiB);
+  EXPECT_LE(getMemoryLeft(), 5 * MiB);
+  EXPECT_GT(getMemoryLeft(), 4 * MiB);
+  EXPECT_THROW(std::string(6 * MiB, 'x'), qv::qvResourceLimit);
+  EXPECT_NO_THROW(std::string(4 * MiB, 'x'));
+  setMemoryBudget(before, 3 * MiB);
+  EXPECT_EQ(getMemoryLeft(), 0U);
+  setMemoryBudget(~std::uint64_t{0});
+}
+
+TEST(MemoryBudget, KnowsWhatLiesInMemoryUncounted) {
+  std::uint64_t const before = getUncountedBytes();
+  EXPECT_GT(before, MiB / 2);
+  void* const memory = std::malloc(64 * MiB);
+  std::memset(memory, 1, 64 * MiB);
+  EXPECT_GT(getUncountedBytes(), before + 60 * MiB);
+  std::free(memory);
 }
 
 TEST(MemoryBudget, NamesItsLimit) {

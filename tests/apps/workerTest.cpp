@@ -126,6 +126,20 @@ TEST(Worker, HasNoStandardInputButThatOfItsDocument) {
             qvToolkit::ExitDone);
 }
 
+TEST(Worker, CannotAllocateMuchMoreThanItsLimitInSmallPieces) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the sanitizer needs its address space";
+#endif
+  auto const allocate = [] {
+    limitWorkerMemory(std::uint64_t{64} << 20);
+    std::size_t bytes = 0;
+    // Past the counter, as other libraries do. It all goes with the process.
+    for (constexpr std::size_t Piece = 10000; std::malloc(Piece) != nullptr; bytes += Piece) continue;
+    return bytes < std::size_t{64 + 8} << 20 && bytes > std::size_t{32} << 20 ? 0 : 1;
+  };
+  EXPECT_EQ(runWorker(allocate).m_exitCode, qvToolkit::ExitDone);
+}
+
 TEST(Worker, CannotMapMoreMemoryThanItsLimit) {
 #if defined(__SANITIZE_ADDRESS__)
   GTEST_SKIP() << "the sanitizer needs its address space";

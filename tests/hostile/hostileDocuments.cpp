@@ -1,6 +1,8 @@
 #include "tests/hostile/hostileDocuments.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace qvHostile {
 
@@ -19,7 +21,19 @@ class Writer {
     m_document.m_bytes.append(bytes, sizeof(value));
     return *this;
   }
-  Writer& u8(std::uint8_t value) { return number(value); }
+  Writer& u8(std::uint8_t value) {
+    m_document.m_flags.push_back(m_document.m_bytes.size());
+    return number(value);
+  }
+  /// The coordinates 1, 2, 3 and so on.
+  Writer& floats(std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) f32(static_cast<float>(i + 1));
+    return *this;
+  }
+  Writer& f32(float value) {
+    m_document.m_numbers.push_back(m_document.m_bytes.size());
+    return number(value);
+  }
   Writer& u16(std::uint16_t value) { return number(value); }
   Writer& u32(std::uint32_t value) { return number(value); }
   Writer& zeros(std::size_t count) {
@@ -35,13 +49,19 @@ class Writer {
     return u32(value);
   }
   Writer& text(std::string_view name, std::string_view bytes) {
+    noteText(name, 4, bytes);
     return count(name, static_cast<std::uint32_t>(bytes.size())).raw(bytes);
+  }
+  Writer& shortText(std::string_view name, std::string_view bytes) {
+    noteText(name, 2, bytes);
+    return u16(static_cast<std::uint16_t>(bytes.size())).raw(bytes);
   }
   /// An object with the payload that `write` writes.
   template <class Write>
   Writer& object(std::uint32_t id, std::string_view type, Write write) {
     u32(id).u32(static_cast<std::uint32_t>(type.size())).raw(type);
     std::size_t const place = m_document.m_bytes.size();
+    m_document.m_sizes.push_back(place);
     number(std::uint64_t{0});
     write();
     std::uint64_t const size = m_document.m_bytes.size() - place - sizeof(size);
@@ -51,6 +71,10 @@ class Writer {
   CountedDocument take() { return std::move(m_document); }
 
  private:
+  void noteText(std::string_view name, std::size_t lengthBytes, std::string_view bytes) {
+    m_document.m_texts.push_back({std::string(name), m_document.m_bytes.size(), lengthBytes, bytes.size()});
+  }
+
   CountedDocument m_document;
 };
 
@@ -61,7 +85,7 @@ Writer beginDocument(std::uint32_t version, std::uint32_t objects) {
 }
 
 void writePlane(Writer& out) {
-  for (float const number : {0.F, 0.F, 0.F, 0.F, 0.F, 1.F, 1.F, 0.F, 0.F}) out.number(number);
+  for (float const number : {0.F, 0.F, 0.F, 0.F, 0.F, 1.F, 1.F, 0.F, 0.F}) out.f32(number);
 }
 
 void writeMetadata(Writer& out) {
@@ -71,11 +95,11 @@ void writeMetadata(Writer& out) {
 /// Everything that texts and rasters have in common, with `writeChild` for the one child.
 template <class WriteChild>
 void writeShared(Writer& out, std::uint32_t version, WriteChild writeChild) {
-  out.text("annotation name", "name").count("leaders", 1).zeros(12);
+  out.text("annotation name", "name").count("leaders", 1).floats(3);
   if (version >= v6_22) out.u8(1);
-  if (version > v6_16) out.count("measures", 1).zeros(36);
+  if (version > v6_16) out.count("measures", 1).floats(9);
   if (version >= v6_22) out.u8(0);
-  out.zeros(12).zeros(3).u8(0);
+  out.floats(3).zeros(3).u8(0);
   if (version < v6_22) return;
   writeChild();
   writeMetadata(out);
@@ -83,7 +107,7 @@ void writeShared(Writer& out, std::uint32_t version, WriteChild writeChild) {
 
 void writeRaster(Writer& out, std::uint32_t version) {
   writeShared(out, version, [&] { out.count("children", 0); });
-  out.text("raster name", "logo").number(4.F).number(2.F);
+  out.text("raster name", "logo").f32(4.F).f32(2.F);
 }
 
 void writeText(Writer& out, std::uint32_t version) {
@@ -93,7 +117,7 @@ void writeText(Writer& out, std::uint32_t version) {
   });
   out.text("font name", "Arial").u32(100).count("lines", 1).count("runs", 1);
   if (version > v6_16) {
-    out.u16(3).raw("abc").u8(0).u8(0);
+    out.shortText("run text", "abc").u8(0).u8(0);
   } else {
     out.text("run text", "abc").u8(0);
   }
@@ -141,6 +165,40 @@ CountedDocument makeCountedDocument(std::uint32_t version) {
 std::string replaceCount(CountedDocument const& document, CountField const& field, std::uint32_t count) {
   std::string bytes = document.m_bytes;
   std::memcpy(bytes.data() + field.m_offset, &count, sizeof(count));
+  return bytes;
+}
+
+std::string replaceText(CountedDocument const& document, TextField const& field, std::string_view text) {
+  std::string bytes = document.m_bytes;
+  text = text.substr(0, field.m_lengthBytes == 2 ? 65535 : text.size());
+  auto const size = static_cast<std::uint32_t>(text.size());
+  std::memcpy(bytes.data() + field.m_offset, &size, field.m_lengthBytes);
+  bytes.replace(field.m_offset + field.m_lengthBytes, field.m_size, text);
+  // The object is the last one that begins in front of the field.
+  auto const behind = std::ranges::upper_bound(document.m_sizes, field.m_offset);
+  char* const place = bytes.data() + *std::prev(behind);
+  std::uint64_t payload = 0;
+  std::memcpy(&payload, place, sizeof(payload));
+  payload = payload + text.size() - field.m_size;
+  std::memcpy(place, &payload, sizeof(payload));
+  return bytes;
+}
+
+std::string replaceNumber(CountedDocument const& document, std::size_t offset, float number) {
+  std::string bytes = document.m_bytes;
+  std::memcpy(bytes.data() + offset, &number, sizeof(number));
+  return bytes;
+}
+
+std::string replaceByte(CountedDocument const& document, std::size_t offset, std::uint8_t byte) {
+  std::string bytes = document.m_bytes;
+  bytes[offset] = static_cast<char>(byte);
+  return bytes;
+}
+
+std::string replaceVersion(CountedDocument const& document, std::uint32_t version) {
+  std::string bytes = document.m_bytes;
+  std::memcpy(bytes.data() + 8, &version, sizeof(version));
   return bytes;
 }
 

@@ -19,10 +19,22 @@ struct CountField {
   std::size_t m_offset;
 };
 
-/// An object stream that a reader takes without complaint, and where its counts and lengths are.
+/// A text field of a document: a length of two or four bytes, and that many characters.
+struct TextField {
+  std::string m_name;
+  std::size_t m_offset;
+  std::size_t m_lengthBytes;
+  std::size_t m_size;
+};
+
+/// An object stream that a reader takes without complaint, and where its fields are.
 struct CountedDocument {
   std::string m_bytes;
   std::vector<CountField> m_counts;
+  std::vector<TextField> m_texts;
+  std::vector<std::size_t> m_numbers;  ///< offsets of the 32-bit floating-point numbers
+  std::vector<std::size_t> m_flags;    ///< offsets of single bytes: styles, heads, directions, anchors, kinds
+  std::vector<std::size_t> m_sizes;    ///< offsets of the 64-bit sizes of the objects
 };
 
 /// One metadata object and one view with a text and a raster, each with one of everything.
@@ -32,6 +44,13 @@ CountedDocument makeCountedDocument(std::uint32_t version);
 std::string replaceCount(CountedDocument const& document, CountField const& field, std::uint32_t count);
 /// The same, with nothing behind the field.
 std::string cutBehindCount(CountedDocument const& document, CountField const& field, std::uint32_t count);
+
+/// The document with another text in the field, as far as its length can tell. All sizes fit it.
+std::string replaceText(CountedDocument const& document, TextField const& field, std::string_view text);
+/// The document with another number, byte or version at its place.
+std::string replaceNumber(CountedDocument const& document, std::size_t offset, float number);
+std::string replaceByte(CountedDocument const& document, std::size_t offset, std::uint8_t byte);
+std::string replaceVersion(CountedDocument const& document, std::uint32_t version);
 
 /// A view of one text with `levels` levels of sub-annotations, as an object stream of 6.22.
 std::string makeNestedStream(std::size_t levels);

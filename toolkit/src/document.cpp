@@ -10,8 +10,10 @@
 #include "jsonFault.h"
 #include "jsonLocator.h"
 #include "jsonReader.h"
+#include "qvSystem/qvResourceLimit.h"
 #include "readAudit.h"
 #include "readerMessages.h"
+#include "stackBudget.h"
 #include "streamDocument.h"
 #include "textPosition.h"
 #include "toolkit/limitFinding.h"
@@ -21,6 +23,8 @@ namespace qvToolkit {
 namespace {
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+/// More than an optimised build takes, by a factor of three.
+constexpr std::uint64_t StackPerContainer = 1024;
 
 void fail(Document& document, ExitCode failure, Finding finding) {
   document.m_views.clear();
@@ -135,10 +139,17 @@ void failReading(Document& document) {
   }
 }
 
+/// The readers of variants and the copies of metadata call themselves for every level, and see no limit.
+void checkStack(std::size_t depth, OpenLimits const& limits) {
+  std::uint64_t const budget = getStackBudget(limits);
+  if (depth > budget / StackPerContainer) throw qv::qvResourceLimit(qv::qvBudget::Stack, budget, 0);
+}
+
 void readJsonDocument(Document& document, std::string& content, OpenLimits const& limits) {
   JsonReading reading = readJson(content, limits.m_maxContainers);
   append(document.m_findings, std::move(reading.m_findings));
   if (reading.m_isBroken) return failReading(document);
+  checkStack(reading.m_depth, limits);
   DocumentShape shape = findViews(reading.m_value);
   append(document.m_findings, std::move(shape.m_findings));
   if (!shape.m_isDocument) {

@@ -2,6 +2,7 @@
 
 #include <simdjson.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <new>
@@ -36,9 +37,14 @@ class VariantBuilder {
 
   simdjson::error_code build(ondemand::value root, qv::qvVariant& target) {
     simdjson::error_code error = readValue(root, target);
-    while (error == simdjson::SUCCESS && !m_levels.empty()) error = step();
+    while (error == simdjson::SUCCESS && !m_levels.empty()) {
+      m_depth = std::max(m_depth, m_levels.size());
+      error = step();
+    }
     return error;
   }
+
+  std::size_t getDepth() const noexcept { return m_depth; }
 
  private:
   /// An open container: one of the two iterators and its target.
@@ -73,6 +79,7 @@ class VariantBuilder {
   std::size_t m_maxContainers;
   Findings& m_findings;
   std::vector<Level> m_levels;
+  std::size_t m_depth = 0;
 };
 
 simdjson::error_code VariantBuilder::step() {
@@ -275,6 +282,7 @@ simdjson::error_code parse(std::string_view text, std::size_t maxContainers, Jso
   if (auto const error = document.get_value().get(root)) return error;
   VariantBuilder builder(text, maxContainers, reading.m_findings);
   if (auto const error = builder.build(root, reading.m_value)) return error;
+  reading.m_depth = builder.getDepth();
   // Only behind the last token there is no location any more.
   bool const isAtEnd = document.current_location().error() == simdjson::OUT_OF_BOUNDS;
   return isAtEnd ? simdjson::SUCCESS : simdjson::TRAILING_CONTENT;

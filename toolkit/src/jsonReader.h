@@ -12,6 +12,7 @@ namespace qvToolkit {
 struct JsonReading {
   qv::qvVariant m_value;    ///< null when the text is broken or a lone scalar
   Findings m_findings;      ///< with line, column and, where known, JSON pointer
+  std::size_t m_depth = 0;  ///< the most objects and arrays within each other
   bool m_isBroken = false;  ///< the only finding says why
 };
 

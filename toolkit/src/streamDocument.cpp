@@ -13,6 +13,7 @@
 
 #include "annotationLegacy/qvAnnotationMetaData.h"
 #include "qvSystem/qvStreamReader.h"
+#include "stackBudget.h"
 
 namespace qvToolkit {
 
@@ -25,9 +26,6 @@ using qvLegacy::qvAnnotationView;
 constexpr std::uint64_t VersionOffset = 8;
 /// Versions above it belong to a later generation of the stream.
 constexpr std::uint32_t NewestVersion = 0x6FFFF;
-/// The part of the stack that reading may take: what comes after it, such as an exception's way out, needs
-/// some, too.
-constexpr std::uint64_t StackShare = 4;
 
 FindingCode getCode(Kind kind) {
   switch (kind) {
@@ -234,7 +232,7 @@ void readStreamDocument(Document& document, std::string_view content, OpenLimits
   document.m_format = Format::ObjectStream;
   qv::qvStreamLimits stream;
   stream.m_maxFailedReads = limits.m_maxFailedReads;
-  stream.m_maxStackBytes = std::min(limits.m_maxStackBytes, qv::GetStackBytesLeft() / StackShare);
+  stream.m_maxStackBytes = getStackBudget(limits);
   stream.m_maxMilliseconds = limits.m_maxMilliseconds;
   StreamDocumentReader(document, std::as_bytes(std::span(content)), stream).read();
 }

@@ -15,6 +15,11 @@ namespace {
 /// of a PDF and could not be found there.
 constexpr char const* UnseenOpacity = "0.004";
 
+/// The font size of all live text, which is scaled to the item's size: renderers that lay text out in pixels
+/// round sizes and advances, and what they draw for a few pixels ends elsewhere. Larger ones would take the
+/// longest lines beyond the numbers that renderers count in.
+constexpr unsigned LiveSize = 100;
+
 /// Unicode's controls that force a direction upon characters, and end it. Renderers agree on them, other than
 /// on the attributes that say the same.
 constexpr char const* ForceLeftToRight = "\u202D";
@@ -35,9 +40,10 @@ std::string forceDirection(qv::svg::TextSpan const& span) {
 
 /// The item's y axis points up, but letters grow against y in SVG, so the text mirrors itself about its
 /// baseline.
-std::string formatBaseline(float baseline, bool isSlanted) {
+std::string formatBaseline(qv::svg::Text const& text, bool isSlanted) {
+  auto const scale = static_cast<double>(text.m_size / static_cast<float>(LiveSize));
   double const slant = isSlanted ? static_cast<double>(-qv::svg::FontSynthesis::SLANT) : 0.0;
-  return formatTransform({1.0, 0.0, slant, -1.0, 0.0, static_cast<double>(baseline)});
+  return formatTransform({scale, 0.0, slant * scale, -scale, 0.0, static_cast<double>(text.m_baseline)});
 }
 
 }  // namespace
@@ -50,7 +56,7 @@ void SvgTexts::writeDefinitions() {
 }
 
 void SvgTexts::write(qv::svg::Text const& text, std::string const& fill) {
-  if (text.m_spans.empty()) return;
+  if (text.m_spans.empty() || !(text.m_size > 0.0F)) return;
   std::string const& ownFill = isPaint(text.m_backgroundColor) ? *text.m_backgroundColor : fill;
   bool const hasOutlines =
       m_mode != TextMode::Live && std::ranges::all_of(text.m_spans, [](qv::svg::TextSpan const& span) {
@@ -61,7 +67,6 @@ void SvgTexts::write(qv::svg::Text const& text, std::string const& fill) {
 }
 
 void SvgTexts::writeOutlines(qv::svg::Text const& text, std::string const& fill) {
-  if (!(text.m_size > 0.0F)) return;
   m_markup.open("g");
   writeTransform(m_markup, formatItemTransform(text));
   writePaint(m_markup, text);
@@ -108,12 +113,12 @@ void SvgTexts::writeLive(qv::svg::Text const& text, std::string const& fill) {
 
 void SvgTexts::writeLine(qv::svg::Text const& text, Spans spans, std::string const& fill) {
   std::string transform = formatItemTransform(text);
-  appendTransform(transform, formatBaseline(text.m_baseline, isOblique(spans.front())));
+  appendTransform(transform, formatBaseline(text, isOblique(spans.front())));
   m_markup.open("text");
   writeTransform(m_markup, transform);
   writePaint(m_markup, text);
   if (fill.empty()) m_markup.rawAttribute("fill-opacity", UnseenOpacity);
-  m_markup.rawAttribute("font-size", formatNumber(text.m_size)).rawAttribute("xml:space", "preserve");
+  m_markup.rawAttribute("font-size", std::to_string(LiveSize)).rawAttribute("xml:space", "preserve");
   bool const isDirected = std::ranges::any_of(spans, &qv::svg::TextSpan::m_rightToLeft);
   for (qv::svg::TextSpan const& span : spans) writeSpan(span, text.m_size, fill, isDirected);
   m_markup.close();
@@ -121,12 +126,13 @@ void SvgTexts::writeLine(qv::svg::Text const& text, Spans spans, std::string con
 
 void SvgTexts::writeSpan(qv::svg::TextSpan const& span, float size, std::string const& fill,
                          bool isDirected) {
-  m_markup.open("tspan").rawAttribute("x", formatNumber(span.m_x));
+  double const x = toFontUnits(static_cast<double>(span.m_x) / static_cast<double>(size), LiveSize);
+  m_markup.open("tspan").rawAttribute("x", formatNumber(x));
   m_markup.attribute("font-family", formatFontFamily(span.m_family));
   if (span.m_bold && !span.m_synthesis.m_bold) m_markup.rawAttribute("font-weight", "bold");
   if (span.m_italic && !span.m_synthesis.m_oblique) m_markup.rawAttribute("font-style", "italic");
   if (span.m_synthesis.m_bold && !fill.empty()) {
-    writeBoldStroke(fill, formatNumber(size * qv::svg::FontSynthesis::BOLD_STROKE));
+    writeBoldStroke(fill, formatNumber(LiveSize * qv::svg::FontSynthesis::BOLD_STROKE));
   }
   m_markup.text(isDirected ? forceDirection(span) : span.m_text).close();
 }

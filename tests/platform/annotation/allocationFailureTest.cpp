@@ -33,6 +33,21 @@ void operator delete(void* memory, std::size_t) noexcept {
   std::free(memory);
 }
 
+#if !defined(__SANITIZE_ADDRESS__)
+namespace {
+
+bool isGrowthRefused = false;
+
+}  // namespace
+
+extern "C" void* __libc_realloc(void* memory, std::size_t size);
+
+// Grows the shaping library's buffers, which has no exceptions.
+extern "C" void* realloc(void* memory, std::size_t size) {
+  return isGrowthRefused ? nullptr : __libc_realloc(memory, size);
+}
+#endif
+
 namespace qv::text {
 namespace {
 
@@ -93,6 +108,20 @@ TEST(TextConverter, LoadsFontsAnewAfterTheirLoadingRanOutOfMemory) {
     terminateQvAnnotationLibrary();
   }
 }
+
+#if !defined(__SANITIZE_ADDRESS__)
+TEST(TextConverter, DrawsNoPartOfATextThatGetsNoMemoryForItsShaping) {
+  std::string const text(50000, 'n');
+  TextSegmentToSvgConverter converter;
+  ASSERT_EQ(layOut({{normal("A")}}, converter).size(), 1U);
+  isGrowthRefused = true;
+  EXPECT_THROW(layOut({{normal(text)}}, converter), std::bad_alloc);
+  isGrowthRefused = false;
+  auto const items = layOut({{normal(text)}}, converter);
+  ASSERT_EQ(items.size(), 1U);
+  EXPECT_EQ(items[0]->m_spans.at(0).m_glyphs.size(), text.size());
+}
+#endif
 
 }  // namespace
 }  // namespace qv::text

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "annotationLegacy/qvAnnotationText.h"
+#include "tests/hostile/linearTime.h"
 #include "tests/readers/binary/records.h"
 
 namespace {
@@ -222,6 +223,20 @@ TEST(TextRecord, ReadsEveryFieldInOrder) {
     EXPECT_EQ(stream.left(), 0U) << version;
     EXPECT_FALSE(stream.hasStreamError()) << version;
   }
+}
+
+TEST(TextRecord, OfManyLinesIsReadInLinearTime) {
+  auto const readLines = [](std::uint32_t count) {
+    Bytes bytes = baseRecord(v6_22, "note").add(propertiesRecord("Times", 250, 2)).u32(count);
+    for (std::uint32_t i = 0; i < count; ++i) bytes.u32(1).add(runRecord(v6_22, "a", 0));
+    return [bytes, count] {
+      ByteStream stream(bytes, v6_22);
+      Text text;
+      text.load(stream);
+      EXPECT_EQ(text.m_lines.size(), count);
+    };
+  };
+  qvHostile::expectLinearTime(readLines(10'000), readLines(80'000));
 }
 
 TEST(TextRecord, OverwritesTheLinesThatAreThere) {

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "annotationLegacy/qvAnnotationText.h"
+#include "tests/hostile/linearTime.h"
 #include "tests/readers/variant/variants.h"
 
 namespace {
@@ -229,6 +230,17 @@ TEST(LinesField, ReportsEachElementOfTheWrongKind) {
             (Messages{"invalid line", "invalid line", "invalid segment", "invalid segment"}));
   ASSERT_EQ(text.m_lines.size(), 1U);
   EXPECT_TRUE(text.m_lines.front().empty());
+}
+
+TEST(LinesField, OfManyLinesIsReadInLinearTime) {
+  auto const readLines = [](std::size_t count) {
+    qv::qvVariant::qvVariantListImpl const lines(count, list(Map{{"text", "a"}}));
+    return [map = Map{{"lines", lines}}, count] {
+      Loaded const text(map);
+      EXPECT_EQ(text.m_lines.size(), count);
+    };
+  };
+  qvHostile::expectLinearTime(readLines(5'000), readLines(40'000));
 }
 
 TEST(LinesField, KeepsEmptyLines) {

@@ -199,8 +199,8 @@ TEST(SvgPage, SetsTextUprightOnItsBaseline) {
   qvTest::addText(*getAnnotation(view).m_svgRoot, "A  b ").m_baseline = -4;
   XmlElement const page = parsePage(view);
   XmlElement const& text = *page.getAll("text").at(0);
-  EXPECT_EQ(text.getAttribute("transform"), "matrix(1 0 0 -1 0 -4)");
-  EXPECT_EQ(text.getAttribute("font-size"), "3.5");
+  EXPECT_EQ(text.getAttribute("transform"), "matrix(0.035 0 0 -0.035 0 -4)");
+  EXPECT_EQ(text.getAttribute("font-size"), "100");
   EXPECT_EQ(text.getAttribute("xml:space"), "preserve");
   EXPECT_EQ(text.m_text, "");
   ASSERT_EQ(text.m_children.size(), 1U);
@@ -219,7 +219,7 @@ TEST(SvgPage, GivesEachFontOfALineASpan) {
   text.m_spans.push_back(span);
   XmlElement const page = parsePage(view);
   XmlElement const& second = *page.getAll("tspan").at(1);
-  EXPECT_EQ(second.getAttribute("x"), "7.25");
+  EXPECT_EQ(second.getAttribute("x"), "207.14");  // per cent of the size
   EXPECT_EQ(second.getAttribute("font-weight"), "bold");
   EXPECT_EQ(second.getAttribute("font-style"), "italic");
   EXPECT_EQ(page.getAll("tspan").at(0)->getAttribute("font-weight"), "");

@@ -74,7 +74,7 @@ TEST_F(SvgTexts, DrawBoldThatIsMadeUpByAStrokeInTheColourOfTheFill) {
                                                      : *page.getAll("g").at(page.getAll("g").size() - 1);
     EXPECT_EQ(drawn.getAttribute("stroke"), "#123456");
     EXPECT_EQ(drawn.getAttribute("stroke-linejoin"), "round");
-    EXPECT_TRUE(drawn.getAttribute("stroke-width").starts_with(mode == TextMode::Live ? "0.16666" : "41.67"));
+    EXPECT_TRUE(drawn.getAttribute("stroke-width").starts_with(mode == TextMode::Live ? "4.16666" : "41.67"));
     EXPECT_EQ(drawn.getAttribute("font-weight"), "");
   }
   EXPECT_EQ(write(TextMode::Both).getAll("tspan").at(0)->getAttribute("stroke"), "");
@@ -88,8 +88,8 @@ TEST_F(SvgTexts, SlantItalicThatIsMadeUpInALineOfItsOwn) {
   XmlElement const page = write(TextMode::Live);
   auto const lines = page.getAll("text");
   ASSERT_EQ(lines.size(), 3U);
-  EXPECT_EQ(lines[0]->getAttribute("transform"), "matrix(1 0 0 -1 0 0)");
-  EXPECT_EQ(lines[1]->getAttribute("transform"), "matrix(1 0 -0.2 -1 0 0)");
+  EXPECT_EQ(lines[0]->getAttribute("transform"), "matrix(0.04 0 0 -0.04 0 0)");
+  EXPECT_EQ(lines[1]->getAttribute("transform"), "matrix(0.04 0 -0.008 -0.04 0 0)");
   EXPECT_EQ(lines[1]->m_children.at(0).getAttribute("font-style"), "");
   EXPECT_EQ(lines[2]->m_children.at(0).m_text, "upright");
 }
@@ -140,9 +140,11 @@ TEST_F(SvgTexts, StayLiveWhereThereAreNoOutlines) {
   EXPECT_EQ(page.getAll("text")[0]->getAttribute("fill-opacity"), "");
 }
 
-TEST_F(SvgTexts, DrawNoOutlinesOfSizeZero) {
+TEST_F(SvgTexts, DrawNothingOfSizeZero) {
   m_text.m_size = 0.0F;
-  EXPECT_TRUE(write(TextMode::Outline).getAll("use").empty());
+  XmlElement const page = write(TextMode::Both);
+  EXPECT_TRUE(page.getAll("use").empty());
+  EXPECT_TRUE(page.getAll("text").empty());
 }
 
 }  // namespace

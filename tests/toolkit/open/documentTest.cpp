@@ -8,6 +8,7 @@
 #include <string>
 
 #include "openTest.h"
+#include "tests/onStack.h"
 
 namespace {
 
@@ -172,14 +173,39 @@ TEST_F(DocumentTest, WarnsOfEqualKeysAndReadsTheLast) {
             "[json.duplicate-key]");
 }
 
-TEST_F(DocumentTest, ReadsDeepSubAnnotationsWithoutRecursionOfItsOwn) {
+std::string makeDeepView() {
   std::string text = R"({"ver":"6.22","annotations":[)";
   for (int i = 0; i < 490; ++i) text += R"({"type":"text","children":[)";
   text += R"({"type":"text"})";
   for (int i = 0; i < 490; ++i) text += "]}";
-  Document const document = read(text + "]}");
-  EXPECT_EQ(document.m_failure, ExitDone);
-  EXPECT_TRUE(document.m_findings.empty());
+  return text + "]}";
+}
+
+TEST_F(DocumentTest, ReadsDeepSubAnnotationsWithoutRecursionOfItsOwn) {
+  qvTest::runOnStack(qvTest::OrdinaryStack, [this] {
+    Document const document = read(makeDeepView());
+    EXPECT_EQ(document.m_failure, ExitDone);
+    EXPECT_TRUE(document.m_findings.empty());
+  });
+}
+
+TEST_F(DocumentTest, RefusesSubAnnotationsThatOverflowASmallStack) {
+  qvTest::runOnStack(qvTest::SmallStack, [this] {
+    Document const document = read(makeDeepView());
+    EXPECT_EQ(document.m_failure, ExitLimit);
+    ASSERT_EQ(document.m_findings.size(), 1U);
+    EXPECT_EQ(document.m_findings[0].m_code, FindingCode::LimitStack);
+    EXPECT_EQ(document.m_findings[0].m_option, "--max-stack");
+  });
+}
+
+TEST_F(DocumentTest, RefusesLevelsThatTheLimitOfTheStackDoesNotHold) {
+  OpenLimits limits;
+  limits.m_maxStackBytes = 4096;
+  qvTest::runOnStack(qvTest::OrdinaryStack, [&limits] {
+    EXPECT_EQ(readDocument("[[[[]]]]", "f", limits).m_failure, ExitInputBroken);
+    EXPECT_EQ(readDocument("[[[[[]]]]]", "f", limits).m_failure, ExitLimit);
+  });
 }
 
 TEST_F(DocumentTest, OpensAFileAndReportsOneThatIsMissing) {

@@ -3,12 +3,27 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
+
+namespace {
+
+/// The file that the first read after this cuts down to three bytes.
+char const* shrinkingFile = nullptr;
+
+}  // namespace
+
+// Stands in for the system's.
+extern "C" ssize_t read(int file, void* bytes, std::size_t count) {
+  if (shrinkingFile != nullptr && truncate(std::exchange(shrinkingFile, nullptr), 3) != 0) return -1;
+  return syscall(SYS_read, file, bytes, count);
+}
 
 namespace {
 
@@ -49,6 +64,15 @@ TEST_F(InputFileTest, ReadsAllBytesOfAFile) {
   EXPECT_FALSE(input.m_problem.has_value());
   EXPECT_EQ(input.m_failure, ExitDone);
   EXPECT_EQ(input.m_bytes, content);
+}
+
+TEST_F(InputFileTest, ReadsWhatIsLeftOfAFileThatShrinksMeanwhile) {
+  std::string const path = write(std::string(500000, 'x'));
+  shrinkingFile = path.c_str();
+  InputFile const input = readInputFile(path, MaxBytes);
+  EXPECT_EQ(shrinkingFile, nullptr);
+  EXPECT_FALSE(input.m_problem.has_value());
+  EXPECT_EQ(input.m_bytes, "xxx");
 }
 
 TEST_F(InputFileTest, SaysThatAFileIsMissing) {

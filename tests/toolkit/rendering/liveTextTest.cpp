@@ -13,7 +13,7 @@ using namespace qvTest;
 using qvToolkit::Extent;
 using qvToolkit::TextMode;
 
-constexpr double PixelsPerUnit = 12.0;
+constexpr double PixelsPerUnit = 30.0;
 /// One per cent of the text height.
 constexpr double Tolerance = 0.01 * static_cast<double>(SampleSize);
 /// Around a sample's ink nothing else is drawn within this distance.

@@ -2,6 +2,7 @@
 #include "annotationLegacy/qvAnnotationText.h"
 #include "modelComparison.h"
 #include "streamTest.h"
+#include "tests/onStack.h"
 
 namespace qvStreamTest {
 
@@ -250,11 +251,13 @@ TEST_F(Encoder, WritesAndReadsDeepTreesWithoutCallStack) {
   }
   annotation->m_name = "deepest";
   EXPECT_EQ(encodeAt(0x60016), Lines());
-  Document const back = read(m_encoded.m_bytes);
-  EXPECT_EQ(describeFindings(back), Lines());
-  qvAnnotationInterface const* deepest = back.m_views[0].m_view->m_annotations[0].get();
-  while (deepest->getSubAnnotsCount() > 0) deepest = deepest->getSubAnnots().front().m_annot.get();
-  EXPECT_EQ(deepest->m_name, "deepest");
+  qvTest::runOnStack(qvTest::OrdinaryStack, [this] {
+    Document const back = read(m_encoded.m_bytes);
+    ASSERT_EQ(describeFindings(back), Lines());
+    qvAnnotationInterface const* deepest = back.m_views[0].m_view->m_annotations[0].get();
+    while (deepest->getSubAnnotsCount() > 0) deepest = deepest->getSubAnnots().front().m_annot.get();
+    EXPECT_EQ(deepest->m_name, "deepest");
+  });
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "qvSystem/qvBaseStream.h"
 #include "qvSystem/qvResourceLimit.h"
 #include "streamTest.h"
 #include "tests/hostile/hostileDocuments.h"
@@ -91,6 +92,21 @@ TEST_F(HostileStream, TheSizeOfAnInputIsToldBeforeItIsRead) {
   Document const document = readWith(content, limits);
   expectLimit(document, FindingCode::LimitMemory, "--max-memory");
   EXPECT_EQ(document.m_findings[0].m_text, "the document needs more memory than the limit of 7 bytes");
+}
+
+TEST_F(HostileStream, MemoryThatIsRefusedIsToldWithItsPlace) {
+  auto const refuse = [](qv::qvBaseStream& in) -> qv::qvRttiInterface* {
+    std::uint32_t number = 0;
+    in.readle(4, 1, &number);
+    throw qv::qvResourceLimit(qv::qvBudget::Memory, 7, 0);
+  };
+  qv::qvRttiInterface::RegisterFactoryFunction("test.Refusing", refuse);
+  Document const document =
+      read(beginDocument(qvHostile::v6_22, 1).get() + makeObject(1, "test.Refusing", "12345"));
+  qv::qvRttiInterface::UnregisterFactoryFunction("test.Refusing");
+  expectLimit(document, FindingCode::LimitMemory, "--max-memory");
+  std::uint64_t const offset = 16 + getHeaderSize("test.Refusing") + 4;
+  EXPECT_EQ(document.m_findings[0].m_place.m_byteOffset, offset);
 }
 
 TEST_F(HostileStream, ADocumentOfOneOfEverythingIsReadWithoutComplaint) {
