@@ -21,7 +21,7 @@ class QVA_EXPORT IterateOverAnnotationTreeFunctorInterface {
   virtual void endProcessingAnnot(qvAnnotationInterface::SubAnnot const& node, bool isRoot);
 
   /// Walks the tree under `annotation`, which the walk holds one reference on: an object without references
-  /// would be deleted at its end. The root is shown with anchor 0. Null is not visited.
+  /// would be deleted at its end. The root is shown with anchor 0. Null, at any level, is not visited.
   void iterateOverAnnotationTree(qvAnnotationInterface* annotation);
   /// Walks each tree of the list, in order.
   void iterateOverAnnotationTree(std::vector<qv::qvPointer<qvAnnotationInterface>>& annotations);

@@ -15,7 +15,8 @@ namespace qvLegacy {
 /// Common base of the legacy annotations: name, leaders, measure leaders, position, colour, frame, metadata
 /// and the tree of sub-annotations.
 ///
-/// Positions are in the plane coordinates of the view that holds the annotation. Annotations are counted
+/// Positions are kept as persisted. The migration takes them as coordinates of the view that holds the
+/// annotation: x along its X axis, y along normal x axis, z along the normal. Annotations are counted
 /// objects; they are never created by a stream factory but read inline by their owner, and they report the
 /// type record of `qv::qvObject`. The order of the virtual operations is part of the binary interface.
 class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
@@ -93,7 +94,7 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
     /// Reads one element of a "leaders" list; false when it has the wrong form.
     bool loadFromVariant(qv::qvVariant const& value, qv::qvStreamVersion const& version);
 
-    Wm4::Vector3<float> m_position;  ///< point to which the leader runs
+    Wm4::Vector3<float> m_position;  ///< point to which the leader runs, in view coordinates
     std::uint8_t m_head = NoHead;    ///< `LeaderHead`; other values are kept as read
   };
 
@@ -106,8 +107,8 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
     /// Reads one element of a "measures" list; false when it has the wrong form.
     bool loadFromVariant(qv::qvVariant const& value, qv::qvStreamVersion const& version);
 
-    Wm4::Vector3<float> m_pointA;  ///< first measured point
-    Wm4::Vector3<float> m_pointB;  ///< second measured point
+    Wm4::Vector3<float> m_pointA;  ///< first measured point, in view coordinates
+    Wm4::Vector3<float> m_pointB;  ///< second measured point, in view coordinates
     Wm4::Vector3<float> m_offset;  ///< from the measured points to the dimension line; unit X by default
     std::uint8_t m_arrowDir = NoDirection;  ///< `MeasureArrowDirection`; other values are kept as read
   };
@@ -117,7 +118,7 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
     SubAnnot();  ///< no child, bottom left
 
     qv::qvPointer<qvAnnotationInterface> m_annot;  ///< the child; may be null
-    std::uint32_t m_anchor = BottomLeft;           ///< `AnchorLocation`; other values are kept as read
+    std::uint32_t m_anchor = BottomLeft;  ///< `AnchorLocation`; others are kept as read, and never migrated
   };
 
   /// A child list, in order.
@@ -165,13 +166,14 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
   /// measured from the leader's first point. A zero offset stays zero.
   void recomputeOffsetVectorLength();
 
-  /// Moves the annotation's own geometry: points with the translation, offsets as vectors. Children are not
-  /// visited.
+  /// Applies `transformation`, which is in the coordinates of the positions, to the annotation's own
+  /// geometry: to position, leaders and measured points as points, to offsets of measure leaders as vectors.
+  /// Children are not visited.
   void transform(qv::qvGenericTransformation<float> const& transformation);
 
-  std::vector<Leader> m_leaders;               ///< in order; empty by default
-  std::vector<MeasureLeader> m_measures;       ///< in order; empty by default
-  Wm4::Vector3<float> m_position;              ///< in view coordinates; the origin by default
+  std::vector<Leader> m_leaders;          ///< in order; empty by default
+  std::vector<MeasureLeader> m_measures;  ///< in order; empty by default
+  Wm4::Vector3<float> m_position;  ///< the origin by default; a free child's is an offset from its parent's
   Wm4::Vector3<unsigned char> m_color;         ///< red, green, blue; white by default
   std::string m_name;                          ///< empty by default
   qv::qvVariant::qvVariantMapImpl m_metadata;  ///< of the user; empty by default

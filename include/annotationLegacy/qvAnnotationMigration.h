@@ -16,14 +16,14 @@ namespace qvLegacy {
 /// Turns legacy views into CAD annotation views whose annotations carry SVG content.
 ///
 /// Failures are written to the process log (`qv::qvLog::msInstance`, type `qvLogError`) and reported as
-/// `false`; bad content never throws. One object migrates any number of views, on one thread at a time;
-/// separate objects are independent.
+/// `false`; bad content never throws. A null view and a `result` that is not null are `false` alone. One
+/// object migrates any number of views, on one thread at a time; separate objects are independent.
 class QVA_EXPORT qvAnnotationMigration {
  public:
   /// Option bits: what may be dropped. Without them any metadata makes the migration of its view fail.
   enum Option : int {
     DropViewMetadata = 1,     ///< of the view
-    DropKnownMetadata = 2,    ///< of annotations, under the known keys
+    DropKnownMetadata = 2,    ///< of annotations, under known keys such as "AnnotationGroup" and "NOA"
     DropUnknownMetadata = 4,  ///< of annotations, under all other keys
   };
 
@@ -39,7 +39,7 @@ class QVA_EXPORT qvAnnotationMigration {
   qvAnnotationMigration& operator=(qvAnnotationMigration const&) = delete;
 
   /// Migrates one view. `result` must be null and is written only on success; the first annotation that
-  /// cannot be migrated makes the whole view fail.
+  /// cannot be migrated makes the whole view fail. Hosts include `qvAnnotation/qvCadAnnotationView.h`.
   bool migrateAnnotationView(qv::qvPointer<qvAnnotationView> const& view,
                              qv::qvPointer<qv::qvCadAnnotationView>& result);
 

@@ -21,12 +21,12 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
     /// Bits of `m_styleFlags`; the other bits are carried along untouched.
     enum StyleFlag : std::uint16_t { Bold = 1, Italic = 2 };
 
-    TextProperties();  ///< Arial, 1 em, no style flags
+    TextProperties();  ///< Arial, height 1 em, no style flags
     /// `height` in ems; see `quantizeHeight`. No style flags.
     TextProperties(std::string const& font, float height);
 
-    /// Hundredths of an em that stand for `height`: held between 0 and 655.35, times 100 in single precision,
-    /// cut toward zero. NaN gives 0.
+    /// Hundredths of an em (3.175 mm) that stand for `height`: held between 0 and 655.35, times 100 in single
+    /// precision, cut toward zero. NaN gives 0.
     static std::uint16_t quantizeHeight(float height);
 
     /// Reads one record. Failures go to the stream's error state.
@@ -35,7 +35,7 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
     void loadFromVariant(qv::qvVariant::qvVariantMapImpl const& map, qv::qvStreamVersion const& version);
 
     std::string m_fontName = "Arial";  ///< name of the font family
-    std::uint16_t m_height = 100;      ///< hundredths of an em
+    std::uint16_t m_height = 100;      ///< hundredths of an em of 3.175 mm
     std::uint16_t m_styleFlags = 0;    ///< bits of `StyleFlag`
   };
 

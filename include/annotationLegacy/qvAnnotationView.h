@@ -53,7 +53,8 @@ class QVA_EXPORT qvAnnotationView : public qv::qvObject {
   static qv::qvPointer<qvAnnotationView> FromVariantMap(qv::qvVariant::qvVariantMapImpl const& map,
                                                         std::vector<std::string>& errors);
 
-  /// Moves the plane: the origin as a point, normal and X axis as vectors, neither renormalised.
+  /// Moves the plane: the origin as a point, normal and X axis as vectors, neither renormalised. Annotations
+  /// keep their coordinates, and so go along.
   void transform(qv::qvGenericTransformation<float> const& transformation);
   /// Writes the map from plane coordinates to model space: x along the X axis, y along normal x axis, z along
   /// the normal. Nothing is normalised or checked.

@@ -44,6 +44,17 @@ TEST_F(MigrateFonts, AreReplacedByTheUsersWish) {
   EXPECT_NE(readPage().find("DejaVu Sans"), std::string::npos);
 }
 
+TEST_F(MigrateFonts, AreNotReplacedByOnesThatAreNotThere) {
+  ToolRun const run = migrate({"--font-map", "Liberation Sans=Nowhere"});
+  EXPECT_EQ(run.m_exitCode, ExitDone) << run.m_errors;
+  EXPECT_NE(run.m_errors.find(", since the font 'Nowhere' that --font-map names is not there "
+                              "[font.substituted, view/0/annot/0]"),
+            std::string::npos)
+      << run.m_errors;
+  EXPECT_EQ(migrate({"--font-map", "Liberation Sans=Nowhere", "--strict"}).m_exitCode, ExitFindings);
+  EXPECT_EQ(migrate({"--font-map", "Other=Nowhere", "--strict"}).m_exitCode, ExitDone);
+}
+
 TEST_F(MigrateFonts, ComeFromFoldersThatCanBeUsed) {
   ToolRun const run = migrate({"--font-dir", m_place.getPath("none")});
   EXPECT_EQ(run.m_exitCode, ExitInputUnreadable);
@@ -61,6 +72,12 @@ TEST_F(MigrateFonts, MakeNoPageWithoutAnyFont) {
   ToolRun const run = migrate({"--no-system-fonts"});
   EXPECT_EQ(run.m_exitCode, ExitFindings) << run.m_errors;
   EXPECT_NE(run.m_errors.find("migration.view-not-migrated"), std::string::npos) << run.m_errors;
+  EXPECT_NE(
+      run.m_errors.find("error: there is no font to draw text with; install the package "
+                        "fonts-liberation2, or name a folder that has fonts with --font-dir [font.none, "
+                        "view/0]"),
+      std::string::npos)
+      << run.m_errors;
 }
 
 TEST_F(MigrateFonts, DrawTextInTheAskedMode) {

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "tests/migration/migrationFixture.h"
+#include "tests/onStack.h"
 
 namespace {
 
@@ -89,7 +90,7 @@ TEST_F(MigrationCost, IsLinearInTheNumberOfMeasureLeaders) {
 }
 
 TEST_F(MigrationCost, IsLinearInTheDepthOfTheTree) {
-  expectLinear(costOf(tree(1000)), costOf(tree(2000)));
+  qvTest::runOnStack(qvTest::OrdinaryStack, [this] { expectLinear(costOf(tree(1000)), costOf(tree(2000))); });
 }
 
 TEST_F(MigrationCost, IsLinearInTheNumberOfSubAnnotations) {

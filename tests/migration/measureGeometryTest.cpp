@@ -107,6 +107,17 @@ TEST(MeasureGeometry, FeetThatAreEquallyFarGiveTheLineToTheFirst) {
   expectSegment(segments->front(), {5, 5, 0}, {0, 5, 0});
 }
 
+TEST(MeasureGeometry, FeetTooNearToTellApartGiveTheLineToTheFirst) {
+  Measure measure = dimension();
+  measure.pointA = {-1e-30F, 0, 0};
+  measure.pointB = {-2e-30F, 0, 0};
+  measure.origin = {0, 5, 0};
+  auto const segments = measureSegments(measure);
+  ASSERT_TRUE(segments.has_value());
+  ASSERT_EQ(segments->size(), 7U);
+  EXPECT_EQ(segments->front().to.X(), -1e-30F);
+}
+
 TEST(MeasureGeometry, WithoutAnOffsetTheExtensionLinesRunAcrossTheMeasuredDistance) {
   Measure measure = dimension();
   measure.offset = {0, 0, 0};
@@ -141,6 +152,15 @@ TEST(MeasureGeometry, AnOffsetAwayFromTheDimensionLineIsMeasuredByItsLength) {
   expectSegment((*measureSegments(measure))[6], {0, 0, 0}, {0, -8, 0});
   measure.offset = {0, -3, 0};
   expectSegment((*measureSegments(measure))[6], {0, 0, 0}, {0, 5, 0});
+}
+
+TEST(MeasureGeometry, AnOffsetAwayFromTheDimensionLineThatIsAsLongAsTheWayToTheFootYieldsToTheFoot) {
+  Measure measure = dimension();
+  measure.offset = {0, -5, 0};
+  auto const segments = measureSegments(measure);
+  ASSERT_TRUE(segments.has_value());
+  expectSegment((*segments)[6], {0, 0, 0}, {0, 5, 0});
+  expectSegment((*segments)[7], {10, 0, 0}, {10, 5, 0});
 }
 
 TEST(MeasureGeometry, MeasuredPointsAtUnequalHeightsHaveTheirOwnExtensionLines) {

@@ -12,14 +12,19 @@ namespace {
 
 constinit long allowedAllocations = std::numeric_limits<long>::max();
 constinit long liveBlocks = 0;
+constinit std::size_t latestSize = 0;
+/// Stands behind every block.
+constexpr char GUARD = 0x5A;
 
 }  // namespace
 
 void* operator new(std::size_t size) {
   if (allowedAllocations <= 0) throw std::bad_alloc();
   --allowedAllocations;
-  void* const memory = std::malloc(size == 0 ? 1 : size);
+  void* const memory = std::malloc(size + 1);
   if (memory == nullptr) throw std::bad_alloc();
+  static_cast<char*>(memory)[size] = GUARD;
+  latestSize = size;
   ++liveBlocks;
   return memory;
 }
@@ -177,6 +182,14 @@ TEST(AllocationFailure, WhileATextIsSetLeavesTheOldText) {
     forEachFailure([&] { text->setText(replacement); }, [&] { ASSERT_EQ(textOf(text), "old"); });
     EXPECT_EQ(textOf(text), replacement);
   }
+}
+
+TEST(TextSegmentMemory, IsTheCharactersAndOneZeroAndNothingBehindIsTouched) {
+  qvAnnotationText::TextSegment run;
+  run.setText("abc", 3);
+  EXPECT_EQ(latestSize, 4U);
+  EXPECT_EQ(std::string(run.m_text.get(), 4), std::string("abc\0", 4));
+  EXPECT_EQ(run.m_text.get()[4], GUARD);
 }
 
 TEST(AllocationFailure, ReleasingATreeAllocatesNothing) {

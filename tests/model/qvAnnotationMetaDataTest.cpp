@@ -130,6 +130,14 @@ TEST_F(AnnotationMetaDataClone, IntoAnotherReplacesItsViews) {
   EXPECT_EQ(namesOfViews(*target), (Names{"a", ""}));
 }
 
+TEST_F(AnnotationMetaDataClone, OfOneWithoutViewsHasNone) {
+  MetadataPointer const source = newMetadata({});
+  MetadataPointer const target = newMetadata({"x"});
+  qv::qvRttiInterface* object = target;
+  EXPECT_TRUE(source->Clone(object));
+  EXPECT_TRUE(target->m_views.empty());
+}
+
 TEST_F(AnnotationMetaDataClone, IntoAnObjectOfAnotherTypeIsRefused) {
   MetadataPointer const source = newMetadata({"a"});
   ViewPointer const view = newView("view");

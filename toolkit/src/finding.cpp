@@ -49,6 +49,7 @@ constexpr auto CodeTexts = std::to_array<CodeText>({
     {FindingCode::MetadataDropped, "migration.metadata-dropped"},
     {FindingCode::BlankLineSkipped, "text.blank-line-skipped"},
     {FindingCode::ShapeAsRectangle, "frame.shape-as-rectangle"},
+    {FindingCode::FontNone, "font.none"},
     {FindingCode::FontMetricCompatible, "font.metric-compatible"},
     {FindingCode::FontSubstituted, "font.substituted"},
     {FindingCode::FontReplaced, "font.replaced"},

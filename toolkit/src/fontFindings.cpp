@@ -41,25 +41,39 @@ void reportMissing(std::string_view text, std::string const& address, FindingLis
   }
 }
 
+/// The family that the font options name for the one that is asked for; empty when they name none.
+std::string findReplacement(std::string_view askedFamily) {
+  std::string const asked = foldName(askedFamily);
+  for (qv::text::FontReplacement const& each : qv::text::getFontOptions().m_replacements) {
+    if (foldName(each.m_family) == asked) return each.m_replacement;
+  }
+  return {};
+}
+
 /// A family that the font options replace counts as asked for, but is not the document's.
-void reportReplacement(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
-  std::string const asked = foldName(span.m_askedFamily);
-  if (asked == foldName(span.m_family)) return;
-  auto const replacements = qv::text::getFontOptions().m_replacements;
-  bool const isReplaced = std::ranges::any_of(replacements, [&asked](qv::text::FontReplacement const& each) {
-    return foldName(each.m_family) == asked;
-  });
+void reportReplacement(qv::svg::TextSpan const& span, std::string const& fonts, std::string const& address,
+                       FindingList& findings) {
+  bool const isReplaced =
+      foldName(span.m_askedFamily) != foldName(span.m_family) && !findReplacement(span.m_askedFamily).empty();
   if (!isReplaced) return;
-  findings.add(
-      FindingCode::FontReplaced, Severity::Info, address,
-      "text in font '" + span.m_askedFamily + "' is drawn with " + nameFont(span) + ", as --font-map asks");
+  findings.add(FindingCode::FontReplaced, Severity::Info, address, fonts + ", as --font-map asks");
+}
+
+/// Options that cannot be followed must not be passed over in silence.
+void reportMissingReplacement(qv::svg::TextSpan const& span, std::string const& fonts,
+                              std::string const& address, FindingList& findings) {
+  std::string const replacement = findReplacement(span.m_askedFamily);
+  if (replacement.empty() || qv::text::hasFontFamily(replacement)) return;
+  findings.add(FindingCode::FontSubstituted, Severity::Warning, address,
+               fonts + ", since the font '" + replacement + "' that --font-map names is not there");
 }
 
 void reportMatch(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
   std::string const fonts = "text in font '" + span.m_askedFamily + "' is drawn with " + nameFont(span);
+  reportMissingReplacement(span, fonts, address, findings);
   switch (span.m_match) {
     case qv::svg::FontMatch::Asked:
-      return reportReplacement(span, address, findings);
+      return reportReplacement(span, fonts, address, findings);
     case qv::svg::FontMatch::MetricCompatible:
       findings.add(FindingCode::FontMetricCompatible, Severity::Info, address, fonts + ", which is as wide");
       return;

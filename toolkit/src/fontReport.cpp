@@ -106,6 +106,7 @@ void findFamilyPackages(FontReport& report) {
 
 bool isAboutFonts(FindingCode code) {
   switch (code) {
+    case FindingCode::FontNone:
     case FindingCode::FontMetricCompatible:
     case FindingCode::FontSubstituted:
     case FindingCode::FontReplaced:

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "migrationFindings.h"
+#include "qvAnnotation/fontOptions.h"
 
 namespace qvToolkit {
 
@@ -41,6 +42,15 @@ void addFailure(MigratedView const& view, std::string const& reason, std::string
   if (!options.empty()) text += "; drop it with " + options;
   findings.add(FindingCode::ViewNotMigrated, Severity::Error, getViewAddress(view.m_index), std::move(text),
                std::move(options));
+}
+
+/// The log says only that an annotation could not be migrated.
+void reportMissedFonts(std::string const& address, FindingList& findings) {
+  if (!qv::text::hasMissedEveryFont()) return;
+  findings.add(
+      FindingCode::FontNone, Severity::Error, address,
+      "there is no font to draw text with; install the package fonts-liberation2, or name a folder that "
+      "has fonts with --font-dir");
 }
 
 void addLosses(qvLegacy::qvAnnotationView const& legacy, RasterFolder const& rasters, MigratedView& view,
@@ -118,6 +128,7 @@ void MigrationSession::migrateModel(qv::qvPointer<qvLegacy::qvAnnotationView> co
   if (view.m_view != nullptr) {
     addLosses(*legacy, m_rasters, view, findings);
   } else {
+    reportMissedFonts(address, findings);
     addFailure(view, view.m_log.empty() ? "the migration gave no reason" : view.m_log.front(),
                findMissingOptions(*legacy, m_options.m_dropped), findings);
   }

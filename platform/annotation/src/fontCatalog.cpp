@@ -34,6 +34,12 @@ std::shared_ptr<FontCatalog> FontCatalog::shared() {
   return place.m_catalog;
 }
 
+std::shared_ptr<FontCatalog> FontCatalog::findShared() {
+  SharedCatalog& place = sharedCatalog();
+  std::scoped_lock const lock(place.m_mutex);
+  return place.m_catalog;
+}
+
 void FontCatalog::releaseShared() {
   SharedCatalog& place = sharedCatalog();
   std::scoped_lock const lock(place.m_mutex);

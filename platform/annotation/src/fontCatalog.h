@@ -25,6 +25,8 @@ class FontCatalog {
 
   /// The process's catalogue, created for the process's font options when there is none.
   static std::shared_ptr<FontCatalog> shared();
+  /// The process's catalogue, null when there is none.
+  static std::shared_ptr<FontCatalog> findShared();
   /// Lets go of the process's catalogue; who still holds it keeps it.
   static void releaseShared();
 

@@ -157,6 +157,10 @@ void FontIndex::sortFonts() {
   }
 }
 
+bool FontIndex::isEmpty() const noexcept {
+  return m_entries.empty();
+}
+
 std::optional<FontSource> FontIndex::findFamily(std::string_view family, FontStyle style) const {
   auto const [first, last] = m_families.equal_range(foldName(family));
   auto const best = std::min_element(first, last, [style](auto const& a, auto const& b) {

@@ -48,6 +48,7 @@ class FontIndex {
   explicit FontIndex(FontOptions const& options);
   ~FontIndex();
 
+  bool isEmpty() const noexcept;
   /// The face of the family that is closest to the style; names are compared without case and blanks.
   std::optional<FontSource> findFamily(std::string_view family, FontStyle style) const;
   /// A face of any family that has all characters of the cluster, ignorable ones aside. None for private

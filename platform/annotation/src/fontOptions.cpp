@@ -36,4 +36,13 @@ FontOptions getFontOptions() {
   return sharedOptions().m_options;
 }
 
+bool hasFontFamily(std::string_view family) {
+  return FontCatalog::shared()->getIndex().findFamily(family, {}).has_value();
+}
+
+bool hasMissedEveryFont() {
+  std::shared_ptr<FontCatalog> const catalog = FontCatalog::findShared();
+  return catalog != nullptr && catalog->getIndex().isEmpty();
+}
+
 }  // namespace qv::text

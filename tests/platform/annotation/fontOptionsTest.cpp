@@ -58,7 +58,18 @@ TEST(FontOptions, SeveralFoldersServeTogether) {
 
 TEST(FontOptions, WithoutAnyFontNothingIsLaidOut) {
   WithFonts const scope(onlyFontsOf({"/no/such/folder"}));
+  EXPECT_FALSE(hasMissedEveryFont());  // nobody has asked for one yet
   EXPECT_TRUE(layOutAnew("A").empty());
+  EXPECT_TRUE(hasMissedEveryFont());
+}
+
+TEST(FontOptions, SayWhichFamiliesAreThere) {
+  WithFonts const scope(onlyFontsOf({LIBERATION_FOLDER}));
+  EXPECT_TRUE(hasFontFamily("liberation SANS"));
+  EXPECT_FALSE(hasFontFamily("Arial"));
+  EXPECT_FALSE(hasFontFamily(""));
+  EXPECT_FALSE(layOutAnew("A").empty());
+  EXPECT_FALSE(hasMissedEveryFont());
 }
 
 TEST(FontOptions, ARelativeFolderIsNamedInFull) {

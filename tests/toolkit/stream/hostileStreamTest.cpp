@@ -2,6 +2,7 @@
 #include "qvSystem/qvResourceLimit.h"
 #include "streamTest.h"
 #include "tests/hostile/hostileDocuments.h"
+#include "tests/onStack.h"
 
 namespace qvStreamTest {
 
@@ -55,9 +56,11 @@ TEST_F(HostileStream, NestingThatTakesTooMuchStackEndsByALimit) {
 TEST_F(HostileStream, AThousandLevelsAreRead) {
   OpenLimits limits;
   limits.m_maxStackBytes = std::uint64_t{2} << 20;
-  Document const document = readWith(qvHostile::makeNestedStream(1000), limits);
-  EXPECT_EQ(document.m_failure, ExitDone);
-  EXPECT_TRUE(document.m_findings.empty());
+  qvTest::runOnStack(qvTest::OrdinaryStack, [&limits] {
+    Document const document = readWith(qvHostile::makeNestedStream(1000), limits);
+    EXPECT_EQ(document.m_failure, ExitDone);
+    EXPECT_TRUE(document.m_findings.empty());
+  });
 }
 
 TEST_F(HostileStream, ReadingEndsInTime) {

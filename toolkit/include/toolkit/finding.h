@@ -50,6 +50,7 @@ enum class FindingCode : std::uint8_t {
   MetadataDropped,
   BlankLineSkipped,
   ShapeAsRectangle,
+  FontNone,  ///< there is no font at all, so that no text can be drawn
   FontMetricCompatible,
   FontSubstituted,
   FontReplaced,     ///< by the user's own wish

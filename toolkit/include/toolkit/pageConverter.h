@@ -33,7 +33,7 @@ struct PageConversion {
   PageFormat m_format = PageFormat::Svg;
   unsigned m_resolution = DefaultResolution;  ///< of PNG, in pixels per inch of paper
   /// Tells what a program may take of the memory; without it there is no limit.
-  std::function<MemoryLeft()> m_getMemory;
+  std::function<MemoryLeft()> m_getMemory = nullptr;
 };
 
 /// Converts SVG pages by the program rsvg-convert, which runs as a child process with the given fonts. PDF

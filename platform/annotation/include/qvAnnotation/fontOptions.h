@@ -30,6 +30,11 @@ struct FontOptions {
 QV_EXPORT void setFontOptions(FontOptions const& options);
 QV_EXPORT FontOptions getFontOptions();
 
+/// True when a font of the family is there. Looks for fonts if no text was laid out before.
+QV_EXPORT bool hasFontFamily(std::string_view family);
+/// True when text was to be laid out and there was no font at all. Does not look for fonts itself.
+QV_EXPORT bool hasMissedEveryFont();
+
 /// The Debian package that has a font with the character, to be installed when no font has it; empty when no
 /// package is known, as for private characters.
 QV_EXPORT std::string_view findPackageWithCharacter(char32_t character) noexcept;
