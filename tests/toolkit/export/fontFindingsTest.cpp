@@ -47,15 +47,28 @@ TEST(FontFindings, NameTheAskedFontTheDrawnOneAndItsFile) {
 }
 
 TEST(FontFindings, AreNoneForTheAskedFontAndAnInfoForOneThatTheUserWants) {
-  EXPECT_TRUE(report(makeSpan(FontMatch::Asked)).empty());
-  qv::text::setFontOptions({.m_directories = {}, .m_replacements = {{"O ld", "New"}}});
-  Findings const replaced = report(makeSpan(FontMatch::Asked));
+  qv::svg::TextSpan span = makeSpan(FontMatch::Asked);
+  EXPECT_TRUE(report(span).empty());
+  span.m_family = "DejaVu Sans";
+  qv::text::setFontOptions({.m_directories = {}, .m_replacements = {{"O ld", "DejaVu Sans"}}});
+  Findings const replaced = report(span);
   qv::text::setFontOptions({});
   ASSERT_EQ(replaced.size(), 1U);
   EXPECT_EQ(replaced[0].m_code, FindingCode::FontReplaced);
   EXPECT_EQ(replaced[0].m_severity, Severity::Info);
   EXPECT_EQ(replaced[0].m_text,
-            "text in font 'Old' is drawn with 'New' (/fonts/new.ttf), as --font-map asks");
+            "text in font 'Old' is drawn with 'DejaVu Sans' (/fonts/new.ttf), as --font-map asks");
+}
+
+TEST(FontFindings, WarnWhenTheFontThatTheUserWantsIsNotThere) {
+  qv::text::setFontOptions({.m_directories = {}, .m_replacements = {{"Old", "No Such Font"}}});
+  Findings const found = report(makeSpan(FontMatch::MetricCompatible));
+  qv::text::setFontOptions({});
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_EQ(found[0].m_severity, Severity::Warning);
+  EXPECT_EQ(found[0].m_text,
+            "text in font 'Old' is drawn with 'New' (/fonts/new.ttf), since the font 'No Such Font' that "
+            "--font-map names is not there");
 }
 
 TEST(FontFindings, NameWhatIsMadeUp) {

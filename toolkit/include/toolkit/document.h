@@ -39,8 +39,8 @@ struct OpenLimits {
   std::size_t m_maxContainers = 1000;  ///< nesting of JSON containers
   /// Reads of an object stream behind the end of the data.
   std::uint64_t m_maxFailedReads = 1'000'000;
-  /// Stack for reading; a quarter of what is left of it, where that is less. Of a JSON text, each level counts
-  /// as 1 KiB.
+  /// Stack for reading; a quarter of what is left of it, where that is less. Of a JSON text, each level
+  /// counts as 1 KiB.
   std::uint64_t m_maxStackBytes = std::uint64_t{1} << 20;
   std::uint64_t m_maxMilliseconds = 120'000;  ///< for reading an object stream
   /// Is told the size of the input, once it is in memory and before anything of it is read.

@@ -49,7 +49,8 @@ class JsonWriter {
 
   /// The text so far; complete once all objects and arrays are ended. Ends with a line feed.
   std::string takeText();
-  /// Hands the rest of the text over to the sink, with a line feed at its end; false when the sink has failed.
+  /// Hands the rest of the text over to the sink, with a line feed at its end; false when the sink has
+  /// failed.
   [[nodiscard]] bool finish();
 
  private:

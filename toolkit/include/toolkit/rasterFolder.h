@@ -14,10 +14,9 @@ namespace qvToolkit {
 ///
 /// A raster name is a path below the folder: NUL characters, absolute paths, empty names, names beyond 4,096
 /// bytes and
-/// ".." are refused, symbolic links are not followed, and only regular files of at most 64 MiB are read, unless
-/// another limit is given.
-/// Where no file has the name itself, the name with ".png", ".jpg", ".jpeg", ".gif" and ".webp" behind it is
-/// tried, in this order.
+/// ".." are refused, symbolic links are not followed, and only regular files of at most 64 MiB are read,
+/// unless another limit is given. Where no file has the name itself, the name with ".png", ".jpg", ".jpeg",
+/// ".gif" and ".webp" behind it is tried, in this order.
 ///
 /// Each name is looked up once. What the callback delivers is a short token; `resolve` gives the bytes, so
 /// that any number of annotations that show one image hold its bytes once.
