@@ -22,7 +22,7 @@ class qvPointer {
   ~qvPointer() { release(); }
 
   /// The new object is retained before the old one is released, so self-assignment is safe.
-  qvPointer& operator=(qvPointer const& other) {
+  qvPointer& operator=(qvPointer const& other) {  // NOLINT(bugprone-unhandled-self-assignment): copy and swap
     qvPointer(other).swap(*this);
     return *this;
   }
