@@ -20,20 +20,22 @@
 
 #include "interruption.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-#define QVA_SHADOW_MEMORY 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define QVA_SHADOW_MEMORY 1
-#endif
-#endif
-
 namespace qvannot {
 
 namespace {
 
 using qvToolkit::Finding;
 using qvToolkit::FindingCode;
+
+/// Address sanitizers map terabytes that are never used: limits of the address space and they do not go
+/// together.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool HasShadowMemory = true;
+#elif defined(__has_feature)
+constexpr bool HasShadowMemory = __has_feature(address_sanitizer);
+#else
+constexpr bool HasShadowMemory = false;
+#endif
 
 constexpr rlim_t MaxOpenFiles = 32;
 /// Between the signal that asks for the end of a busy worker and the one that enforces it.
@@ -201,8 +203,7 @@ bool isWorker() noexcept {
 }
 
 void limitWorkerMemory(std::uint64_t bytes) noexcept {
-#if !defined(QVA_SHADOW_MEMORY)
-  if (!isWorker() || bytes == Limits::Unlimited) return;
+  if (HasShadowMemory || !isWorker() || bytes == Limits::Unlimited) return;
   std::uint64_t mapped = 0;
   std::uint64_t data = 0;
   std::uint64_t unused = 0;
@@ -212,9 +213,6 @@ void limitWorkerMemory(std::uint64_t bytes) noexcept {
   setSoftLimit(RLIMIT_AS, mapped * page + RoomForFonts + bytes);
   // Holes of the heap, and what libraries allocate by themselves. Some must be left for telling of it.
   setSoftLimit(RLIMIT_DATA, std::max(bytes + RoomForHoles, data * page + RoomForTelling));
-#else
-  static_cast<void>(bytes);
-#endif
 }
 
 void concludeWorker(int exitCode) noexcept {

@@ -12,19 +12,28 @@ namespace qvFuzz {
 
 namespace {
 
+/// Most runs end where a count asks for more than this: to fill more takes its time, and shows nothing new.
+constexpr std::size_t UsualLiveBytes = std::size_t{2} << 20;
+
+struct MemoryPlan {
+  AllocationPlan m_failures;
+  std::size_t m_maxLiveBytes;
+};
+
 /// The last three bytes: how allocations fail, and where. They do in half of the runs.
-AllocationPlan takePlan(InputCursor& input) {
+MemoryPlan takePlan(InputCursor& input) {
   using Failures = AllocationPlan::Failures;
   std::uint8_t const mode = input.takeLastByte();
   std::uint32_t const low = input.takeLastByte();
   std::uint32_t const high = input.takeLastByte();
-  if (mode % 2 == 0) return {};
-  return {mode % 4 == 1 ? Failures::Once : Failures::FromThenOn, low + 256 * (high % 16)};
+  std::size_t const maxLiveBytes = mode >= 248 ? MemoryFaults::MaxLiveBytes : UsualLiveBytes;
+  if (mode % 2 == 0) return {{}, maxLiveBytes};
+  return {{mode % 4 == 1 ? Failures::Once : Failures::FromThenOn, low + 256 * (high % 16)}, maxLiveBytes};
 }
 
 void run(InputCursor& input) {
-  AllocationPlan const plan = takePlan(input);
-  MemoryFaults const faults(plan);
+  MemoryPlan const plan = takePlan(input);
+  MemoryFaults const faults(plan.m_failures, plan.m_maxLiveBytes);
   try {
     runTarget(input);
   } catch (std::bad_alloc const&) {  // the one exception that may leave

@@ -117,7 +117,7 @@ struct Loaded {
 
 Loaded loadFrom(std::span<std::uint8_t const> bytes, Setting const& setting) {
   qv::qvStreamLimits limits;
-  limits.m_maxFailedReads = 20'000;
+  limits.m_maxFailedReads = 2'000;
   qv::qvStreamGovernor governor(limits);
   qv::qvMemoryStream stream(std::as_bytes(bytes), setting.m_version);
   if (setting.m_isBounded) stream.SetGovernor(&governor);

@@ -22,16 +22,21 @@ void requireFullDump(std::string const& bytes) {
   require(next == bytes.size(), "the fields cover all bytes");
 }
 
+/// Four bytes of a document can announce a text of megabytes. To show it takes its time, and shows nothing
+/// new.
+constexpr std::size_t MaxShownBytes = 256 * 1024;
+
 }  // namespace
 
 void runTarget(InputCursor& input) {
+  std::size_t const liveBefore = MemoryFaults::getLiveBytes();
   std::string const bytes = input.takeRestAsText();
   requireFullDump(bytes);
   qvToolkit::OpenLimits limits;
-  limits.m_maxFailedReads = 20'000;
+  limits.m_maxFailedReads = 2'000;
   qvToolkit::Document const document = qvToolkit::readDocument(bytes, "input", limits);
   require(document.m_failure == qvToolkit::ExitDone || document.m_views.empty(), "a failure leaves no view");
-  requireReports(document);
+  if (MemoryFaults::getLiveBytes() - liveBefore <= MaxShownBytes) requireReports(document);
   for (qvToolkit::LoadedView const& loaded : document.m_views) {
     if (loaded.m_view == nullptr) return;
     requireEqualCopies(*loaded.m_view);
