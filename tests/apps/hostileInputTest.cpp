@@ -179,7 +179,7 @@ TEST_F(HostileInput, IsRefusedWithTheNameTheValueThePlaceAndTheOptionOfTheLimit)
        "[limit.memory, view/0, --max-memory]"},
       {qvHostile::makePhantoms(100, 0), "--max-failed-reads", "77",
        "byte 103: ", "[limit.failed-reads, --max-failed-reads]"},
-      {qvHostile::makeNestedStream(1000), "--max-stack", "65536", "byte ", "[limit.stack, --max-stack]"},
+      {qvHostile::makeNestedStream(1000), "--max-stack", "32768", "byte ", "[limit.stack, --max-stack]"},
       {qvHostile::makeNestedJson(10), "--max-json-depth", "12", "expected at most 12",
        "[json.too-deep, --max-json-depth]"},
       {makeDocument(), "--max-input", "100", "", "[input.too-large, --max-input]"},
