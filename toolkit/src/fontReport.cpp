@@ -126,6 +126,8 @@ FontReport reportFonts(std::vector<MigratedView> const& views) {
   FontCollector collector;
   for (MigratedView const& view : views) collector.addView(view);
   FontReport report = collector.takeReport();
+  report.m_viewsLeftOut =
+      static_cast<std::uint64_t>(std::ranges::count(views, nullptr, &MigratedView::m_view));
   findFamilyPackages(report);
   return report;
 }

@@ -63,7 +63,12 @@ std::string formatFontReport(Document const& document, FontReport const& report)
   std::string text = escapeTerminal(document.m_path) + ": ";
   if (document.m_failure != ExitDone) return text + "not read\n";
   std::size_t const asked = countAsked(report);
-  text += asked == 1 ? "1 font family asked for\n" : std::to_string(asked) + " font families asked for\n";
+  text += asked == 1 ? "1 font family asked for" : std::to_string(asked) + " font families asked for";
+  if (report.m_viewsLeftOut > 0) {
+    text += ", besides those of " + formatCount(report.m_viewsLeftOut, "view") +
+            (report.m_viewsLeftOut == 1 ? " that is" : " that are") + " not migrated";
+  }
+  text += '\n';
   if (!report.m_uses.empty()) {
     std::vector<TableRow> rows = {{"ASKED", "STYLE", "DRAWN WITH", "MATCH", "CHARACTERS", "FILE"}};
     for (FontUse const& use : report.m_uses) rows.push_back(makeRow(use));

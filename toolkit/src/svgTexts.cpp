@@ -15,10 +15,11 @@ namespace {
 /// of a PDF and could not be found there.
 constexpr char const* UnseenOpacity = "0.004";
 
-/// The font size of all live text, which is scaled to the item's size: renderers that lay text out in pixels
-/// round sizes and advances, and what they draw for a few pixels ends elsewhere. Larger ones would take the
-/// longest lines beyond the numbers that renderers count in.
-constexpr unsigned LiveSize = 100;
+/// The size of all text on the page, which is scaled to the item's size. Live text: renderers that lay text
+/// out in pixels round sizes and advances, and what they draw for a few pixels ends elsewhere. Larger ones
+/// would take the longest lines beyond the numbers that renderers count in. Outlines: some renderers draw
+/// nothing at all below a scale of 1/4096, which one step from font units to small letters would need.
+constexpr unsigned PageEm = 100;
 
 /// Unicode's controls that force a direction upon characters, and end it. Renderers agree on them, other than
 /// on the attributes that say the same.
@@ -38,12 +39,27 @@ std::string forceDirection(qv::svg::TextSpan const& span) {
   return ForceRightToLeft + span.m_text + (span.m_text.ends_with(' ') ? RightToLeftMark : "") + EndForce;
 }
 
+double getScale(qv::svg::Text const& text) {
+  return static_cast<double>(text.m_size / static_cast<float>(PageEm));
+}
+
 /// The item's y axis points up, but letters grow against y in SVG, so the text mirrors itself about its
 /// baseline.
-std::string formatBaseline(qv::svg::Text const& text, bool isSlanted) {
-  auto const scale = static_cast<double>(text.m_size / static_cast<float>(LiveSize));
+std::string formatLiveBaseline(qv::svg::Text const& text, bool isSlanted) {
+  double const scale = getScale(text);
   double const slant = isSlanted ? static_cast<double>(-qv::svg::FontSynthesis::SLANT) : 0.0;
   return formatTransform({scale, 0.0, slant * scale, -scale, 0.0, static_cast<double>(text.m_baseline)});
+}
+
+/// Outlines have y up like the item.
+std::string formatOutlineBaseline(qv::svg::Text const& text) {
+  double const scale = getScale(text);
+  return formatTransform({scale, 0.0, 0.0, scale, 0.0, static_cast<double>(text.m_baseline)});
+}
+
+/// Where the span begins in a text of the page's size.
+double getStart(qv::svg::Text const& text, qv::svg::TextSpan const& span) {
+  return toFontUnits(static_cast<double>(span.m_x) / static_cast<double>(text.m_size), PageEm);
 }
 
 }  // namespace
@@ -67,8 +83,10 @@ void SvgTexts::write(qv::svg::Text const& text, std::string const& fill) {
 }
 
 void SvgTexts::writeOutlines(qv::svg::Text const& text, std::string const& fill) {
+  std::string transform = formatItemTransform(text);
+  appendTransform(transform, formatOutlineBaseline(text));
   m_markup.open("g");
-  writeTransform(m_markup, formatItemTransform(text));
+  writeTransform(m_markup, transform);
   writePaint(m_markup, text);
   for (qv::svg::TextSpan const& span : text.m_spans) {
     if (!span.m_glyphs.empty()) writeOutline(text, span, fill);
@@ -76,15 +94,14 @@ void SvgTexts::writeOutlines(qv::svg::Text const& text, std::string const& fill)
   m_markup.close();
 }
 
-/// Font units, y up like the item.
+/// In font units.
 void SvgTexts::writeOutline(qv::svg::Text const& text, qv::svg::TextSpan const& span,
                             std::string const& fill) {
   unsigned const unitsPerEm = span.m_glyphSource->getUnitsPerEm();
   auto const size = static_cast<double>(text.m_size);
-  double const scale = size / unitsPerEm;
+  double const scale = static_cast<double>(PageEm) / unitsPerEm;
   m_markup.open("g");
-  writeTransform(m_markup, formatTransform({scale, 0.0, 0.0, scale, static_cast<double>(span.m_x),
-                                            static_cast<double>(text.m_baseline)}));
+  writeTransform(m_markup, formatTransform({scale, 0.0, 0.0, scale, getStart(text, span), 0.0}));
   if (span.m_synthesis.m_bold) {
     writeBoldStroke(fill, formatNumber(toFontUnits(static_cast<double>(qv::svg::FontSynthesis::BOLD_STROKE),
                                                    unitsPerEm)));
@@ -113,26 +130,25 @@ void SvgTexts::writeLive(qv::svg::Text const& text, std::string const& fill) {
 
 void SvgTexts::writeLine(qv::svg::Text const& text, Spans spans, std::string const& fill) {
   std::string transform = formatItemTransform(text);
-  appendTransform(transform, formatBaseline(text, isOblique(spans.front())));
+  appendTransform(transform, formatLiveBaseline(text, isOblique(spans.front())));
   m_markup.open("text");
   writeTransform(m_markup, transform);
   writePaint(m_markup, text);
   if (fill.empty()) m_markup.rawAttribute("fill-opacity", UnseenOpacity);
-  m_markup.rawAttribute("font-size", std::to_string(LiveSize)).rawAttribute("xml:space", "preserve");
+  m_markup.rawAttribute("font-size", std::to_string(PageEm)).rawAttribute("xml:space", "preserve");
   bool const isDirected = std::ranges::any_of(spans, &qv::svg::TextSpan::m_rightToLeft);
-  for (qv::svg::TextSpan const& span : spans) writeSpan(span, text.m_size, fill, isDirected);
+  for (qv::svg::TextSpan const& span : spans) writeSpan(text, span, fill, isDirected);
   m_markup.close();
 }
 
-void SvgTexts::writeSpan(qv::svg::TextSpan const& span, float size, std::string const& fill,
+void SvgTexts::writeSpan(qv::svg::Text const& text, qv::svg::TextSpan const& span, std::string const& fill,
                          bool isDirected) {
-  double const x = toFontUnits(static_cast<double>(span.m_x) / static_cast<double>(size), LiveSize);
-  m_markup.open("tspan").rawAttribute("x", formatNumber(x));
+  m_markup.open("tspan").rawAttribute("x", formatNumber(getStart(text, span)));
   m_markup.attribute("font-family", formatFontFamily(span.m_family));
   if (span.m_bold && !span.m_synthesis.m_bold) m_markup.rawAttribute("font-weight", "bold");
   if (span.m_italic && !span.m_synthesis.m_oblique) m_markup.rawAttribute("font-style", "italic");
   if (span.m_synthesis.m_bold && !fill.empty()) {
-    writeBoldStroke(fill, formatNumber(LiveSize * qv::svg::FontSynthesis::BOLD_STROKE));
+    writeBoldStroke(fill, formatNumber(PageEm * qv::svg::FontSynthesis::BOLD_STROKE));
   }
   m_markup.text(isDirected ? forceDirection(span) : span.m_text).close();
 }

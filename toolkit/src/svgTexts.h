@@ -33,7 +33,8 @@ class SvgTexts {
   void writeOutline(qv::svg::Text const& text, qv::svg::TextSpan const& span, std::string const& fill);
   void writeLive(qv::svg::Text const& text, std::string const& fill);
   void writeLine(qv::svg::Text const& text, Spans spans, std::string const& fill);
-  void writeSpan(qv::svg::TextSpan const& span, float size, std::string const& fill, bool isDirected);
+  void writeSpan(qv::svg::Text const& text, qv::svg::TextSpan const& span, std::string const& fill,
+                 bool isDirected);
   void writeBoldStroke(std::string const& fill, std::string const& width);
 
   TextMode m_mode;

@@ -20,8 +20,9 @@ constexpr std::string_view FALLBACK_FAMILY = "DejaVu Sans";
 /// Tried next: they hold the signs of drawings, but few letters.
 constexpr std::string_view SYMBOL_FAMILIES[] = {"Noto Sans Symbols", "Noto Sans Symbols2", "Noto Sans Math"};
 
-/// Drawn for a character that no font has; the first that some font has.
-constexpr char32_t REPLACEMENTS[] = {REPLACEMENT_CHARACTER, 0x25A1, U'?'};
+/// Drawn for a character that no font has; the first that some font has. No box is among them: in a drawing
+/// it would be read as the sign for a square.
+constexpr char32_t REPLACEMENTS[] = {REPLACEMENT_CHARACTER, U'?'};
 
 /// A bound for what hostile text can make a chain remember.
 constexpr std::size_t MAXIMUM_REMEMBERED = 50'000;
@@ -97,10 +98,12 @@ FontLink const* FontChain::getLink(std::size_t position) {
   return m_links[position].get();
 }
 
-FontLink const* FontChain::findFont(std::u32string_view cluster) {
+FontLink const* FontChain::findFont(std::u32string_view cluster, FontLink const* preferred) {
   if (m_primary != nullptr && hasCluster(*m_primary->m_face, cluster)) return m_primary;
   std::scoped_lock const lock(m_mutex);
-  return findOtherFont(cluster);
+  FontLink const* const font = findOtherFont(cluster);
+  bool const mayBeAny = font != nullptr && font->m_isLastResort;
+  return mayBeAny && preferred != nullptr && hasCluster(*preferred->m_face, cluster) ? preferred : font;
 }
 
 FontLink const* FontChain::findOtherFont(std::u32string_view cluster) {
@@ -131,6 +134,7 @@ FontLink const* FontChain::getLastResort(Candidate const& candidate) {
   for (std::unique_ptr<FontLink> const& known : m_lastResorts) {
     if (known->m_face == link->m_face) return known.get();
   }
+  link->m_isLastResort = true;
   return m_lastResorts.emplace_back(std::move(link)).get();
 }
 

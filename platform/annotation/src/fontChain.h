@@ -25,6 +25,7 @@ struct FontLink {
   std::string m_family;
   svg::FontMatch m_match = svg::FontMatch::Substitute;
   svg::FontSynthesis m_synthesis;
+  bool m_isLastResort = false;  ///< found for a single cluster that no font of the chain's order has
 };
 
 /// The fonts that serve one asked family and style, in the order in which they are tried: the family that the
@@ -43,9 +44,10 @@ class FontChain {
   /// The first font of the chain, which sets the measure of lines and blanks; null when no font can be
   /// loaded.
   FontLink const* getPrimary() const noexcept { return m_primary; }
-  /// The first font that has the base character and all marks of the cluster; null when there is none. Stays
-  /// valid as long as the chain.
-  FontLink const* findFont(std::u32string_view cluster);
+  /// The first font that has the base character and all marks of the cluster; null when there is none. Where
+  /// any font would do, `preferred` is taken if it has them, too; it may be null. Stays valid as long as the
+  /// chain.
+  FontLink const* findFont(std::u32string_view cluster, FontLink const* preferred);
 
   /// What is drawn for a character that no font has.
   struct Replacement {

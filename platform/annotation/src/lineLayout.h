@@ -31,7 +31,8 @@ struct LineLayout {
 /// leads to the next stop, counted from where the line begins: the right end when the line runs from right to
 /// left. Sub- and superscripts are reduced and shifted by the size of the normal run that they belong to: the
 /// nearest before them, else the nearest after them. Subscripts that directly follow superscripts stand below
-/// them, in one column, which keeps its place in the line as a whole.
+/// them, in one column, which keeps its place in the line as a whole. Each row of it is a line of its own,
+/// and the rows move apart where tall signs would touch.
 LineLayout layoutLine(std::vector<LineRun> const& runs, RunShaper& shaper);
 
 }  // namespace qv::text

@@ -17,9 +17,11 @@ class PieceList {
   PieceList(FontChain& chain, bool isRightToLeft) : m_chain(chain), m_isRightToLeft(isRightToLeft) {}
 
   void addCluster(std::u32string_view cluster) {
-    FontLink const* const font = chooseFont(cluster);
+    hb_script_t const script = getScript(cluster.front());
+    FontLink const* const font = chooseFont(cluster, script);
     if (font != nullptr) {
-      edit(*font, false, getScript(cluster.front())).m_text += cluster;
+      if (font->m_isLastResort && script != HB_SCRIPT_COMMON) m_lettersFont = font;
+      edit(*font, false, script).m_text += cluster;
     } else if (cluster.size() > 1) {
       for (char32_t const& character : cluster) addCluster({&character, 1});
     } else {
@@ -39,12 +41,14 @@ class PieceList {
 
  private:
   /// A blank inside right-to-left text keeps its neighbour's font, so that the words are shaped in one go.
-  FontLink const* chooseFont(std::u32string_view cluster) {
+  /// Signs that several scripts share, such as the danda or the ideographic comma, look and stand as in the
+  /// font of the letters before them; each font draws them for its own script.
+  FontLink const* chooseFont(std::u32string_view cluster, hb_script_t script) {
     if (m_isRightToLeft && cluster == U" " && !m_pieces.empty() && !m_pieces.back().m_isMissing &&
         m_pieces.back().m_font->m_face->hasGlyph(U' ')) {
       return m_pieces.back().m_font;
     }
-    return m_chain.findFont(cluster);
+    return m_chain.findFont(cluster, script == HB_SCRIPT_COMMON ? m_lettersFont : nullptr);
   }
 
   TextPiece& edit(FontLink const& font, bool isMissing, hb_script_t script) {
@@ -69,6 +73,7 @@ class PieceList {
 
   FontChain& m_chain;
   bool m_isRightToLeft;
+  FontLink const* m_lettersFont = nullptr;  // of the last letters that no font of the chain's order has
   std::vector<TextPiece> m_pieces;
 };
 

@@ -87,6 +87,16 @@ TEST(FontChoice, FindsTheFontOfAScriptThatNoListedFontHas) {
   EXPECT_EQ(spans[0].m_match, FontMatch::Substitute);
 }
 
+TEST(FontChoice, DrawsASignThatScriptsShareWithTheFontOfTheLettersBefore) {
+  constexpr char const* DANDA = "\u0964";
+  EXPECT_NE(layOutSpans(DANDA).at(0).m_family, "Noto Sans Devanagari");
+  EXPECT_EQ(layOutSpans(std::string("\u0928") + DANDA).size(), 1U);
+  std::vector<svg::TextSpan> const spans = layOutSpans(std::string("\u0928 12 ab ") + DANDA);
+  ASSERT_EQ(spans.size(), 3U);
+  EXPECT_EQ(spans[2].m_text, DANDA);
+  EXPECT_EQ(spans[2].m_family, "Noto Sans Devanagari");
+}
+
 TEST(FontChoice, ShowsTheReplacementGlyphForACharacterThatNoFontHas) {
   svg::Text const item = layOutRun(normal("a\xEE\x80\x80\xEE\x80\x81z"));
   ASSERT_EQ(item.m_spans.size(), 3U);

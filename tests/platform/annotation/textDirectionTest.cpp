@@ -112,6 +112,18 @@ TEST(TextDirection, DeviationsBehindANumberInARightToLeftLineFollowTheNumber) {
   EXPECT_FLOAT_EQ(items[2]->m_spans[0].m_x, getEnd(items[0]->m_spans[0]));
 }
 
+TEST(TextDirection, StackedDeviationsOfARightToLeftLineKeepTheirSignsBeforeTheirFigures) {
+  for (std::string const& base : {std::string(SHALOM), std::string(ALEF) + " 50 "}) {
+    auto const items = layOut({{normal(base), superscript("+0.1"), subscript("-0.25")}});
+    std::vector<svg::TextSpan> const& above = items.at(0)->m_spans;
+    std::vector<svg::TextSpan> const& below = items.at(1)->m_spans;
+    EXPECT_EQ(textsOf(above), (Texts{"+0.1"})) << base;
+    EXPECT_EQ(textsOf(below), (Texts{"-0.25"})) << base;
+    EXPECT_FALSE(above[0].m_rightToLeft || below[0].m_rightToLeft) << base;
+    EXPECT_FLOAT_EQ(getEnd(above[0]), getEnd(below[0])) << base;
+  }
+}
+
 TEST(TextDirection, ArabicLettersJoin) {
   svg::TextSpan const word = layOutSpans("\u0639\u0639\u0639").at(0);
   std::uint32_t const isolated = layOutSpans("\u0639")[0].m_glyphs[0].m_index;

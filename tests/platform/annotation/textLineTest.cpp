@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 #include "layOut.h"
 #include "tests/hostile/linearTime.h"
@@ -78,6 +80,27 @@ TEST(TextLine, StackedFiguresDoNotTouch) {
   auto const items = layOut({{normal("12"), superscript("8"), subscript("8")}});
   // Figures are at most 0.72 em high.
   EXPECT_GT(items[1]->m_baseline, items[2]->m_baseline + 0.72F * items[2]->m_size);
+}
+
+/// The lowest and the highest point of a text of one glyph with straight edges.
+std::pair<float, float> findInk(svg::Text const& text) {
+  svg::TextSpan const& span = text.m_spans.at(0);
+  std::pair<float, float> ink(INFINITY, -INFINITY);
+  for (svg::OutlineCommand const& command : span.m_glyphSource->getOutline(span.m_glyphs.at(0).m_index)) {
+    if (command.m_kind == svg::OutlineCommand::Kind::Close) continue;
+    float const y = text.m_baseline + command.m_points[0].Y() * text.m_size;
+    ink = {std::min(ink.first, y), std::max(ink.second, y)};
+  }
+  return ink;
+}
+
+TEST(TextLine, TallSignsMoveStackedRowsApartUntilTheyDoNotTouch) {
+  constexpr char const* PARALLEL = "\u2225";
+  auto const figures = layOut({{normal("12"), superscript("8"), subscript("8")}});
+  auto const signs = layOut({{normal("12"), superscript(PARALLEL), subscript(PARALLEL)}});
+  EXPECT_NEAR(findInk(*signs[1]).first - findInk(*signs[2]).second, 0.04F * signs[0]->m_size, 1e-4F);
+  EXPECT_FLOAT_EQ(signs[1]->m_baseline + signs[2]->m_baseline,
+                  figures[1]->m_baseline + figures[2]->m_baseline);
 }
 
 TEST(TextLine, SeveralRunsStandInEachRowOfAStack) {

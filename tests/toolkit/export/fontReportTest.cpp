@@ -72,6 +72,19 @@ TEST_F(FontReportTest, ListsMissingCharactersWithPackageAndAddresses) {
   EXPECT_EQ(fonts.m_missing[0].m_addresses, (std::vector<std::string>{"view/0/annot/0", "view/0/annot/1"}));
 }
 
+TEST_F(FontReportTest, TellsOfViewsWhoseFontsAreNotKnown) {
+  add(makeSpan("Arial", "Arial", FontMatch::Asked));
+  m_views.push_back(qvTest::makeView());
+  m_views.back().m_view = nullptr;
+  EXPECT_EQ(report().m_viewsLeftOut, 1U);
+  EXPECT_TRUE(formatFontReport(m_document, report())
+                  .starts_with("part.json: 1 font family asked for, besides those of 1 view that is not "
+                               "migrated\n"));
+  m_views[0].m_view = nullptr;
+  EXPECT_EQ(formatFontReport(m_document, report()),
+            "part.json: 0 font families asked for, besides those of 2 views that are not migrated\n");
+}
+
 TEST_F(FontReportTest, IsShownAsTables) {
   add(makeSpan("Arial", "Liberation Sans", FontMatch::MetricCompatible));
   qv::svg::TextSpan span = makeSpan("Arial", "Noto Sans Math", FontMatch::Missing);

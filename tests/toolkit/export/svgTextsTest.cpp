@@ -111,6 +111,16 @@ TEST_F(SvgTexts, DefineEachGlyphOfAFontOnceInFontUnits) {
   EXPECT_TRUE(page.getAll("text").empty());
 }
 
+TEST_F(SvgTexts, ReachSmallOutlinesInTwoStepsThatRenderersCanFollow) {
+  m_text.m_size = 0.3175F;
+  m_text.m_baseline = 2.0F;
+  m_text.m_spans[0].m_x = 0.635F;
+  XmlElement const page = write(TextMode::Outline);
+  auto const groups = page.getAll("g");
+  EXPECT_EQ(groups.at(groups.size() - 2)->getAttribute("transform"), "matrix(0.003175 0 0 0.003175 0 2)");
+  EXPECT_EQ(groups.back()->getAttribute("transform"), "matrix(0.1 0 0 0.1 200 0)");
+}
+
 TEST_F(SvgTexts, TellFontsApart) {
   m_text.m_spans.reserve(2);
   addSpan("x", 10).m_glyphSource = std::make_shared<Triangles>();

@@ -38,6 +38,7 @@ struct MissingCharacter {
 struct FontReport {
   std::vector<FontUse> m_uses;
   std::vector<MissingCharacter> m_missing;
+  std::uint64_t m_viewsLeftOut = 0;  ///< that are not migrated, so that their fonts are not known
 };
 
 FontReport reportFonts(std::vector<MigratedView> const& views);
