@@ -62,7 +62,8 @@ void release(void* memory) noexcept {
 
 }  // namespace
 
-// The standard library's other forms end in these.
+// The standard library's other forms end in these. Those of sanitizers do not, so that what is given back
+// here must be taken here.
 
 void* operator new(std::size_t size) {
   admit(size);
@@ -76,6 +77,22 @@ void* operator new(std::size_t size, std::align_val_t alignment) {
   return keepCount(posix_memalign(&memory, step, std::max<std::size_t>(size, 1)) == 0 ? memory : nullptr);
 }
 
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+  try {
+    return operator new(size);
+  } catch (std::bad_alloc const&) {
+    return nullptr;
+  }
+}
+
+void* operator new(std::size_t size, std::align_val_t alignment, std::nothrow_t const&) noexcept {
+  try {
+    return operator new(size, alignment);
+  } catch (std::bad_alloc const&) {
+    return nullptr;
+  }
+}
+
 void operator delete(void* memory) noexcept {
   release(memory);
 }
@@ -84,7 +101,19 @@ void operator delete(void* memory, std::size_t) noexcept {
   release(memory);
 }
 
+void operator delete(void* memory, std::nothrow_t const&) noexcept {
+  release(memory);
+}
+
 void operator delete(void* memory, std::align_val_t) noexcept {
+  release(memory);
+}
+
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
+  release(memory);
+}
+
+void operator delete(void* memory, std::align_val_t, std::nothrow_t const&) noexcept {
   release(memory);
 }
 

@@ -244,7 +244,7 @@ TEST_F(Encoder, CutsMetadataThatIsNestedTooDeep) {
 
 TEST_F(Encoder, WritesAndReadsDeepTreesWithoutCallStack) {
   qvAnnotationInterface* annotation = &add<qvAnnotationText>();
-  for (int level = 0; level < 2000; ++level) {
+  for (int level = 0; level < 1000; ++level) {
     auto* const child = new qvAnnotationText;
     annotation->editSubAnnots().emplace_back().m_annot = child;
     annotation = child;
