@@ -51,8 +51,13 @@ std::string readHeadSize(std::string const& text, float& size) {
   return isNumber ? std::string() : "'" + text + "' is no number; write it like 3 or 2.5";
 }
 
+/// A shell hands over an empty name where a variable is not set.
+std::string requireName(std::string const& path) {
+  return path.empty() ? "'' is no name of a file or folder" : std::string();
+}
+
 void addFiles(CLI::App& command, std::vector<std::string>& files) {
-  command.add_option("FILE", files, "Documents; '-' reads standard input")->type_name("");
+  command.add_option("FILE", files, "Documents; '-' reads standard input")->type_name("")->check(requireName);
 }
 
 void addStrict(CLI::App& command, bool& isStrict) {
@@ -145,6 +150,7 @@ void addFonts(CLI::App& command, qvToolkit::FontOptions& fonts) {
           "--font-dir", [&fonts](std::string const& folder) { fonts.m_directories.push_back(folder); },
           "Look for fonts in this folder first; may be repeated")
       ->type_name("DIR")
+      ->check(requireName)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->trigger_on_parse();
   command
@@ -173,6 +179,7 @@ void addMigrate(CLI::App& app, MigrateCommand& command) {
   addFiles(migrate, command.m_files);
   migrate.add_option("-o,--output", command.m_outputFolder, "Folder for the results; created when missing")
       ->type_name("DIR")
+      ->check(requireName)
       ->required();
   addDropFlag(migrate, "--drop-view-metadata", qvAnnotationMigration::DropViewMetadata, dropped,
               "Migrate views that carry metadata, without it");
@@ -190,7 +197,8 @@ void addMigrate(CLI::App& app, MigrateCommand& command) {
           "Size of leader heads and dimension arrows in mm (default 3)")
       ->type_name("X");
   migrate.add_option("--rasters", command.m_options.m_rasterFolder, "Folder of the images that rasters name")
-      ->type_name("DIR");
+      ->type_name("DIR")
+      ->check(requireName);
   addTextMode(migrate, command.m_textMode);
   addConversion(migrate, command.m_conversion);
   addFonts(migrate, command.m_options.m_fonts);
@@ -207,7 +215,10 @@ void addFontReport(CLI::App& app, FontsCommand& command) {
 }
 
 void addFile(CLI::App& command, std::string& file) {
-  command.add_option("FILE", file, "Document; '-' reads standard input")->type_name("")->required();
+  command.add_option("FILE", file, "Document; '-' reads standard input")
+      ->type_name("")
+      ->check(requireName)
+      ->required();
 }
 
 CLI::Option* addStreamVersion(CLI::App& command, qvToolkit::EncodingOptions& options) {

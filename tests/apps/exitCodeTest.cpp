@@ -50,6 +50,11 @@ TEST_F(ExitCodes, Are2ForABadCommandLine) {
                                              {"migrate", m_plain, "-o", out, "--shiny"},
                                              {"migrate", m_plain, "-o", out, "--head-size", "three"},
                                              {"migrate", m_plain, "-o", out, "--head-size", "1e999"},
+                                             {"migrate", m_plain, "-o", ""},
+                                             {"migrate", m_plain, "-o", out, "--rasters", ""},
+                                             {"migrate", m_plain, "-o", out, "--font-dir", ""},
+                                             {"inspect", m_plain, ""},
+                                             {"dump", ""},
                                              {"inspect", m_plain, "--full"},
                                              {"inspect", m_plain, "--\x1b[31m"}}) {
     ToolRun const run = runTool(arguments);
