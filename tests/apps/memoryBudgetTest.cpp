@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <list>
@@ -29,7 +30,7 @@ class Budget {
 
 TEST(MemoryBudget, CountsWhatIsAllocatedAndFreed) {
   std::uint64_t const before = getAllocatedBytes();
-  auto memory = std::make_unique<char[]>(5000);
+  auto memory = std::make_unique<std::array<char, 5000>>();
   EXPECT_GE(getAllocatedBytes(), before + 5000);
   EXPECT_LT(getAllocatedBytes(), before + 6000);
   memory.reset();
@@ -78,9 +79,10 @@ TEST(MemoryBudget, ServesAgainWhatWasFreed) {
 TEST(MemoryBudget, OpensAReserveForThoseWhoTellOfIt) {
   Budget const budget(MiB);
   EXPECT_THROW(std::string(2 * MiB, 'x'), qv::qvResourceLimit);
-  std::vector<std::unique_ptr<char[]>> used;
+  using Piece = std::array<char, 1000>;
+  std::vector<std::unique_ptr<Piece>> used;
   used.reserve(5000);
-  EXPECT_THROW(for (;;) used.push_back(std::make_unique<char[]>(1000)), qv::qvResourceLimit);
+  EXPECT_THROW(for (;;) used.push_back(std::make_unique<Piece>()), qv::qvResourceLimit);
   EXPECT_GT(used.size(), 1100U) << "256 KiB beyond the budget";
   EXPECT_LT(used.size(), 1400U);
 }

@@ -160,7 +160,7 @@ TEST_F(MigrateFormat, LeavesNothingOfAKilledProcessNorOfWhatItStarted) {
 TEST_F(MigrateFormat, TellsWhatTheInputWasThatAProcessDiedOf) {
   std::string const input = m_place.write("known.json", makeDocument("\"x\":1,"));
   ToolRun const run =
-      runTool({"migrate", input, "-o", m_out, "--format", "png"}, replaceProgram("kill -SEGV $PPID"));
+      runTool({"migrate", input, "-o", m_out, "--format", "png"}, replaceProgram("kill -ABRT $PPID"));
   std::string const content = m_place.read("known.json");
   std::uint64_t hash = 0xCBF29CE484222325U;
   for (unsigned char const byte : content) hash = (hash ^ byte) * 0x100000001B3U;
