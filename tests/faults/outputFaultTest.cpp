@@ -143,6 +143,9 @@ std::uint32_t hitEachCall(Scenario const& scenario, SystemCallFault fault) {
 class OutputFault : public testing::TestWithParam<SystemCallFault> {};
 
 TEST_P(OutputFault, AtAnyCallLeavesOutputsWholeOrAbsent) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the leak check traces the process itself, which then cannot be traced by another";
+#endif
   std::uint32_t calls = 0;
   for (Scenario const& scenario : listScenarios()) calls += hitEachCall(scenario, GetParam());
   EXPECT_GT(calls, 60U);
