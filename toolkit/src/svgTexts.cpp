@@ -23,8 +23,8 @@ constexpr unsigned PageEm = 100;
 
 /// Unicode's controls that force a direction upon characters, and end it. Renderers agree on them, other than
 /// on the attributes that say the same.
-constexpr char const* ForceLeftToRight = "\u202D";
-constexpr char const* ForceRightToLeft = "\u202E";
+constexpr char const* ForceLeftToRight = "\u202D";  // NOLINT(misc-misleading-bidirectional): meant
+constexpr char const* ForceRightToLeft = "\u202E";  // NOLINT(misc-misleading-bidirectional): meant
 constexpr char const* EndForce = "\u202C";
 /// Blanks at the end would go to the other side without it.
 constexpr char const* RightToLeftMark = "\u200F";

@@ -85,7 +85,7 @@ void place(Pieces& pieces, bool isRightToLeft) {
   putIntoVisualOrder(pieces);
   float passed = 0.0F;
   if (isRightToLeft) {
-    for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) pass(*piece, passed);
+    std::for_each(pieces.rbegin(), pieces.rend(), [&passed](LinePiece& piece) { pass(piece, passed); });
   } else {
     for (LinePiece& piece : pieces) pass(piece, passed);
   }
