@@ -126,10 +126,16 @@ TEST(Worker, HasNoStandardInputButThatOfItsDocument) {
             qvToolkit::ExitDone);
 }
 
-TEST(Worker, CannotAllocateMuchMoreThanItsLimitInSmallPieces) {
+class WorkerMemory : public testing::Test {
+ protected:
+  void SetUp() override {
 #if defined(__SANITIZE_ADDRESS__)
-  GTEST_SKIP() << "the sanitizer needs its address space";
+    GTEST_SKIP() << "the sanitizer needs its address space";
 #endif
+  }
+};
+
+TEST_F(WorkerMemory, CannotGrowMuchMoreThanItsLimitInSmallPieces) {
   auto const allocate = [] {
     limitWorkerMemory(std::uint64_t{64} << 20);
     std::size_t bytes = 0;
@@ -140,10 +146,7 @@ TEST(Worker, CannotAllocateMuchMoreThanItsLimitInSmallPieces) {
   EXPECT_EQ(runWorker(allocate).m_exitCode, qvToolkit::ExitDone);
 }
 
-TEST(Worker, CannotMapMoreMemoryThanItsLimit) {
-#if defined(__SANITIZE_ADDRESS__)
-  GTEST_SKIP() << "the sanitizer needs its address space";
-#endif
+TEST_F(WorkerMemory, CannotBeMappedBeyondItsLimit) {
   auto const allocate = [] {
     limitWorkerMemory(std::uint64_t{64} << 20);
     void* const memory = std::malloc(std::size_t{300} << 20);

@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include "samplePage.h"
+#include "tests/toolkit/stringSink.h"
 #include "toolkit/pageConverter.h"
 #include "toolkit/src/childProcess.h"
 
@@ -10,14 +11,6 @@ namespace {
 
 using namespace qvTest;
 using namespace qvToolkit;
-
-struct StringSink : OutputSink {
-  bool write(std::string_view bytes) override {
-    m_text += bytes;
-    return true;
-  }
-  std::string m_text;
-};
 
 std::string convert(std::string const& svg, PageFormat format, unsigned resolution = 150) {
   StringSink sink;

@@ -6,8 +6,8 @@
 #include "modelComparison.h"
 #include "modelReduction.h"
 #include "streamTest.h"
+#include "tests/toolkit/stringSink.h"
 #include "toolkit/migrationSession.h"
-#include "toolkit/outputSink.h"
 #include "toolkit/svgPage.h"
 
 namespace qvStreamTest {
@@ -16,21 +16,12 @@ namespace {
 
 using std::filesystem::path;
 
-class StringSink : public OutputSink {
- public:
-  bool write(std::string_view bytes) override {
-    m_text += bytes;
-    return true;
-  }
-  std::string m_text;
-};
-
 /// The pages of a document, one after the other, and what the migration logged.
 std::string migrate(Document const& document) {
   MigrationOptions options;
   options.m_dropped = -1;
   MigrationSession session(options);
-  StringSink sink;
+  qvTest::StringSink sink;
   for (MigratedView const& view : session.migrate(document)) {
     sink.m_text += "view " + view.m_name + '\n';
     for (std::string const& record : view.m_log) sink.m_text += record + '\n';

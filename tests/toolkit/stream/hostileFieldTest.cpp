@@ -7,6 +7,7 @@
 #include "streamTest.h"
 #include "tests/hostile/hostileDocuments.h"
 #include "tests/toolkit/export/xmlReader.h"
+#include "tests/toolkit/stringSink.h"
 #include "toolkit/inspection.h"
 #include "toolkit/migratedJson.h"
 #include "toolkit/streamDump.h"
@@ -16,15 +17,6 @@
 namespace qvStreamTest {
 
 namespace {
-
-class StringSink : public OutputSink {
- public:
-  bool write(std::string_view bytes) override {
-    m_text += bytes;
-    return true;
-  }
-  std::string m_text;
-};
 
 /// Sends documents through everything that reads them, and looks at what comes out.
 class HostileField : public StreamTest {
@@ -73,7 +65,7 @@ class HostileField : public StreamTest {
     for (MigratedView const& view : views) {
       for (Finding const& finding : view.m_findings) expectPlain(formatFinding("f", finding));
       if (view.m_view == nullptr) continue;
-      StringSink page;
+      qvTest::StringSink page;
       static_cast<void>(writeSvgPage(view, session.getRasters(), page));
       expectPageIsSound(page.m_text);
     }
