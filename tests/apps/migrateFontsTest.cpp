@@ -9,7 +9,7 @@ namespace {
 
 using namespace qvToolkit;
 
-constexpr char const* Dejavu = "/usr/share/fonts/truetype/dejavu";
+constexpr char const* Dejavu = QVA_TEST_FONTS "/dejavu";
 
 class MigrateFonts : public testing::Test {
  protected:

@@ -68,11 +68,11 @@ TEST_F(MigrateFormat, DrawsMorePixelsAtAHigherResolution) {
 
 TEST_F(MigrateFormat, GivesTheProgramTheFontsOfTheCommandLine) {
   std::vector<std::string> const options = {
-      "--no-system-fonts", "--font-dir", "/usr/share/fonts/truetype/dejavu", "--format", "png", "--force"};
+      "--no-system-fonts", "--font-dir", QVA_TEST_FONTS "/dejavu", "--format", "png", "--force"};
   EXPECT_EQ(migrate(options).m_exitCode, ExitDone);
   std::string const live = m_place.read("out/plain.view-0000.png");
   ToolRun const run = migrate(
-      options, replaceProgram("while read line; do case $line in *'<dir>/usr/share/fonts/truetype/dejavu<'*) "
+      options, replaceProgram("while read line; do case $line in *'<dir>" QVA_TEST_FONTS "/dejavu<'*) "
                               "printf found;; esac; done <\"$FONTCONFIG_FILE\""));
   EXPECT_EQ(run.m_exitCode, ExitDone) << run.m_errors;
   EXPECT_EQ(m_place.read("out/plain.view-0000.png"), "found");
@@ -144,7 +144,7 @@ TEST_F(MigrateFormat, LeavesNothingOfAKilledProcessNorOfWhatItStarted) {
     setting.m_input = makeDocument();
     std::vector<std::string> const arguments = {
         "migrate",    isStandardInput ? "-" : m_plain,    "-o",       m_out,
-        "--font-dir", "/usr/share/fonts/truetype/dejavu", "--format", "png"};
+        "--font-dir", QVA_TEST_FONTS "/dejavu", "--format", "png"};
     ToolRun const run = runTool(arguments, setting);
     EXPECT_EQ(run.m_exitCode, ExitLimit);
     EXPECT_NE(run.m_errors.find("[worker.killed]"), std::string::npos) << run.m_errors;

@@ -33,8 +33,23 @@ std::string readExample() {
 /// What became of a migration to a disk of its own. Exit codes of the process that has the disk.
 enum DiskEnd : int { Whole = 0, Absent = 1, Half = 2, NoDisk = 3 };
 
+bool writeFile(char const* path, std::string const& text) {
+  std::ofstream file(path);
+  file << text << std::flush;
+  return file.good();
+}
+
+/// A user other than root may mount in a namespace of users only, and has no files there until that knows it.
+bool leaveUsers() {
+  std::string const user = std::to_string(getuid());
+  std::string const group = std::to_string(getgid());
+  return unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && writeFile("/proc/self/setgroups", "deny") &&
+         writeFile("/proc/self/uid_map", user + ' ' + user + " 1") &&
+         writeFile("/proc/self/gid_map", group + ' ' + group + " 1");
+}
+
 bool mountDisk(std::string const& path, std::size_t bytes) {
-  bool const isApart = unshare(CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
+  bool const isApart = unshare(CLONE_NEWNS) == 0 || leaveUsers();
   std::string const options = "size=" + std::to_string(bytes);
   return isApart && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
          mount("tmpfs", path.c_str(), "tmpfs", 0, options.c_str()) == 0;

@@ -9,6 +9,7 @@ import pathlib
 import re
 import subprocess
 import sys
+import tempfile
 
 FLAGS = "-std=c++20 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fsyntax-only -x c++".split()
 
@@ -31,6 +32,11 @@ def headers_in(folders):
         for folder in folders
         for path in sorted(pathlib.Path(folder).rglob("*.h"))
     ]
+
+
+def folder_problems(folders):
+    """A folder that is not there would be checked without a complaint."""
+    return [f"'{folder}' is no folder with headers in it" for folder in folders if not headers_in([folder])]
 
 
 def foreign_includes(text, public):
@@ -59,6 +65,9 @@ def self_check(compiler):
         problems.append("the check itself overlooks a third-party header")
     if not compile_alone(compiler, "inline int cut(long value) { return value; }\n", []):
         problems.append("the check itself overlooks a warning")
+    with tempfile.TemporaryDirectory() as empty:
+        if len(folder_problems([empty, f"{empty}/missing"])) != 2:
+            problems.append("the check itself overlooks a folder without headers")
     return problems
 
 
@@ -67,9 +76,9 @@ def main():
     compiler, split = sys.argv[1], arguments.index("--")
     checked, folders = arguments[:split], arguments[:split] + arguments[split + 1 :]
     headers, public = headers_in(checked), set(headers_in(folders))
-    problems = self_check(compiler)
-    if not headers:
-        problems.append(f"no header found in {checked}")
+    problems = self_check(compiler) + folder_problems(folders)
+    if not checked:
+        problems.append("no folder to check")
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         for found in pool.map(lambda header: check_header(compiler, header, folders, public), headers):
             problems += found

@@ -1,13 +1,17 @@
-// Which font draws what. The fonts that are named here belong to the packages that the tests require.
+// Which font draws what. The fonts that are named here are those of tests/environment.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <array>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "layOut.h"
+#include "fontFolders.h"
 
 namespace qv::text {
 namespace {
@@ -147,9 +151,45 @@ TEST(FontChoice, UsesTheBoldAndItalicFacesOfTheFamily) {
 }
 
 TEST(FontChoice, NamesTheFamilyUnderWhichTheFaceWasAskedFor) {
-  svg::TextSpan const condensed = drawIn("DejaVu Sans Condensed", "mmmm");
-  EXPECT_EQ(condensed.m_family, "DejaVu Sans Condensed");
-  EXPECT_LT(condensed.m_advance, drawIn("DejaVu Sans", "mmmm").m_advance);
+  // One file has both names.
+  for (char const* const name : {"Noto Sans CanAborig", "Noto Sans Canadian Aboriginal"}) {
+    svg::TextSpan const span = drawIn(name, "\u1401");
+    EXPECT_EQ(span.m_family, name);
+    EXPECT_EQ(span.m_match, FontMatch::Asked);
+  }
+}
+
+constexpr std::size_t WIDTH_IN_OS2 = 6;
+constexpr char CONDENSED = 3;
+
+/// The bytes of a TrueType file with another width class in its table of metrics; the glyphs stay as they are.
+std::string withWidthClass(std::string font, char width) {
+  std::size_t const record = font.find("OS/2");
+  std::size_t table = 0;
+  for (std::size_t i = 8; i < 12; ++i) table = table << 8 | static_cast<unsigned char>(font.at(record + i));
+  font.at(table + WIDTH_IN_OS2 + 1) = width;
+  return font;
+}
+
+std::string readFile(std::filesystem::path const& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(FontChoice, PrefersAFaceOfTheUsualWidth) {
+  std::filesystem::path const folder = testing::TempDir() + "fontsOfTwoWidths." + std::to_string(getpid());
+  std::filesystem::create_directory(folder);
+  std::string const usual = readFile(std::string(LIBERATION_FOLDER) + "/LiberationSans-Regular.ttf");
+  std::ofstream(folder / "a.ttf", std::ios::binary) << withWidthClass(usual, CONDENSED);
+  std::ofstream(folder / "b.ttf", std::ios::binary) << usual;
+  {
+    WithFonts const scope(onlyFontsOf({folder}));
+    EXPECT_EQ(layOutAnew("A").at(0).m_glyphSource->getFontFile(), folder / "b.ttf");
+    std::filesystem::remove(folder / "b.ttf");
+  }
+  WithFonts const scope(onlyFontsOf({folder}));
+  EXPECT_EQ(layOutAnew("A").at(0).m_glyphSource->getFontFile(), folder / "a.ttf");
+  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdlib>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,10 +11,10 @@
 
 namespace qv::text {
 
-// Where the packages that the tests require put their fonts.
-constexpr char const* LIBERATION_FOLDER = "/usr/share/fonts/truetype/liberation2";
-constexpr char const* DEJAVU_FOLDER = "/usr/share/fonts/truetype/dejavu";
-constexpr char const* NOTO_FOLDER = "/usr/share/fonts/truetype/noto";
+// The fonts of tests/environment, by family.
+constexpr char const* LIBERATION_FOLDER = QVA_TEST_FONTS "/liberation2";
+constexpr char const* DEJAVU_FOLDER = QVA_TEST_FONTS "/dejavu";
+constexpr char const* NOTO_FOLDER = QVA_TEST_FONTS "/noto";
 
 /// Font options that hold until they go out of scope.
 class WithFonts {
@@ -21,6 +23,28 @@ class WithFonts {
   ~WithFonts() { setFontOptions({}); }
   WithFonts(WithFonts const&) = delete;
   WithFonts& operator=(WithFonts const&) = delete;
+};
+
+/// A variable of the environment that holds until it goes out of scope.
+class WithVariable {
+ public:
+  WithVariable(char const* name, std::string const& value) : m_name(name) {
+    if (char const* const before = std::getenv(name)) m_before = before;
+    setenv(name, value.c_str(), 1);
+  }
+  ~WithVariable() {
+    if (m_before) {
+      setenv(m_name, m_before->c_str(), 1);
+    } else {
+      unsetenv(m_name);
+    }
+  }
+  WithVariable(WithVariable const&) = delete;
+  WithVariable& operator=(WithVariable const&) = delete;
+
+ private:
+  char const* m_name;
+  std::optional<std::string> m_before;
 };
 
 /// Options for the fonts of the folders and no others.

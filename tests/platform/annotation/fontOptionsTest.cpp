@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -34,10 +33,9 @@ TEST(FontOptions, WithoutSystemFontsOnlyTheGivenFoldersAreUsed) {
 }
 
 TEST(FontOptions, WithoutSystemFontsNoConfigurationIsRead) {
-  setenv("FONTCONFIG_FILE", "/no/such/file", 1);
+  WithVariable const configuration("FONTCONFIG_FILE", "/no/such/file");
   WithFonts const scope(onlyFontsOf({LIBERATION_FOLDER}));
   EXPECT_EQ(layOutAnew("A").at(0).m_family, "Liberation Sans");
-  unsetenv("FONTCONFIG_FILE");
 }
 
 TEST(FontOptions, ASignThatNoFontOfTheFoldersHasIsReplacedVisibly) {
@@ -73,7 +71,7 @@ TEST(FontOptions, SayWhichFamiliesAreThere) {
 }
 
 TEST(FontOptions, ARelativeFolderIsNamedInFull) {
-  WithFonts const scope(onlyFontsOf({std::string("/usr/share/../share/fonts/truetype/liberation2")}));
+  WithFonts const scope(onlyFontsOf({std::string(DEJAVU_FOLDER) + "/../liberation2"}));
   EXPECT_EQ(layOutAnew("A").at(0).m_glyphSource->getFontFile(),
             std::string(LIBERATION_FOLDER) + "/LiberationSans-Regular.ttf");
 }

@@ -6,11 +6,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "layOut.h"
+#include "fontFolders.h"
 
 namespace qv {
 namespace {
@@ -24,11 +25,11 @@ class OnlyFontsOf {
     std::string const file = m_folder / "fonts.conf";
     std::ofstream(file) << "<fontconfig><dir>" << fonts << "</dir><cachedir>" << m_folder.string()
                         << "</cachedir></fontconfig>";
-    setenv("FONTCONFIG_FILE", file.c_str(), 1);
+    m_configuration.emplace("FONTCONFIG_FILE", file);
     forgetFonts();
   }
   ~OnlyFontsOf() {
-    unsetenv("FONTCONFIG_FILE");
+    m_configuration.reset();
     forgetFonts();
     std::filesystem::remove_all(m_folder);
   }
@@ -42,6 +43,7 @@ class OnlyFontsOf {
   }
 
   std::filesystem::path m_folder;
+  std::optional<text::WithVariable> m_configuration;
 };
 
 text::TextArea makeArea(std::string const& content) {
@@ -64,7 +66,7 @@ TEST(AnnotationLibrary, ConverterFailsWithoutAnyFont) {
 }
 
 TEST(AnnotationLibrary, SignsThatNoInstalledFontHasAreReplacedVisibly) {
-  OnlyFontsOf const fonts("/usr/share/fonts/truetype/liberation2");
+  OnlyFontsOf const fonts(text::LIBERATION_FOLDER);
   text::TextSegmentToSvgConverter converter;
   svg::Node node;
   ASSERT_TRUE(converter.convertTextAreaToSvg(makeArea("\u2300 12"), node, nullptr, ""));
@@ -76,7 +78,7 @@ TEST(AnnotationLibrary, SignsThatNoInstalledFontHasAreReplacedVisibly) {
 }
 
 TEST(AnnotationLibrary, AnyInstalledFontServesWhenTheUsualOnesAreNot) {
-  OnlyFontsOf const fonts("/usr/share/fonts/truetype/noto");
+  OnlyFontsOf const fonts(text::NOTO_FOLDER);
   text::TextSegmentToSvgConverter converter;
   svg::Node node;
   ASSERT_TRUE(converter.convertTextAreaToSvg(makeArea("A"), node, nullptr, ""));

@@ -1,24 +1,18 @@
-#include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "jsonReader.h"
 #include "openTest.h"
+#include "tests/toolkit/corpus.h"
 #include "toolkit/inspection.h"
 #include "variantLookup.h"
 
 namespace {
 
 using namespace qvToolkit;
-
-std::filesystem::path findCorpus() {
-  char const* const folder = std::getenv("QVA_CORPUS");
-  return std::filesystem::path(folder != nullptr ? folder : QVA_CORPUS_DEFAULT) / "nist";
-}
 
 qv::qvVariant parse(std::string text) {
   JsonReading reading = readJson(text, 1000);
@@ -29,8 +23,10 @@ qv::qvVariant parse(std::string text) {
 class CorpusTest : public OpenTest {
  protected:
   void SetUp() override {
-    if (std::filesystem::exists(m_folder / "expected.jsonl")) return;
-    std::cout << "note: no documents in " << m_folder << "; set QVA_CORPUS to their folder\n";
+    if (m_folder.empty()) GTEST_SKIP() << qvTest::NoCorpus;
+    std::ifstream rows(m_folder / "expected.jsonl");
+    for (std::string row; std::getline(rows, row);) m_rows.push_back(parse(row));
+    ASSERT_FALSE(m_rows.empty()) << "no rows in " << m_folder / "expected.jsonl";
   }
 
   /// What the tool prints for a document, parsed; each document is read once.
@@ -43,31 +39,30 @@ class CorpusTest : public OpenTest {
     return findList(entry->second.toMap(), "files")->at(0).toMap();
   }
 
-  std::filesystem::path const m_folder = findCorpus();
+  std::filesystem::path const m_folder = qvTest::findCorpus();
+  std::vector<qv::qvVariant> m_rows;
   std::map<std::string, qv::qvVariant> m_inspections;
 };
 
 TEST_F(CorpusTest, AgreesWithTheIndependentCheckerInEveryRow) {
-  std::ifstream rows(m_folder / "expected.jsonl");
-  for (std::string row; std::getline(rows, row);) {
-    qv::qvVariant const expectedRow = parse(row);
-    VariantMap const& expected = expectedRow.toMap();
-    VariantMap const& file = inspect(findText(expected, "file"));
+  for (qv::qvVariant const& row : m_rows) {
+    VariantMap const& expected = row.toMap();
+    std::string const name = findText(expected, "file");
+    VariantMap const& file = inspect(name);
     auto const index = static_cast<std::size_t>(findValue(expected, "view")->toInteger());
     VariantList const& views = *findList(file, "views");
-    ASSERT_LT(index, views.size()) << row;
+    ASSERT_LT(index, views.size()) << name;
     VariantMap const& view = views[index].toMap();
     for (char const* const key : {"counts", "messages", "name", "ok", "version", "view"}) {
       ASSERT_NE(findValue(view, key), nullptr) << key;
-      EXPECT_EQ(*findValue(view, key), *findValue(expected, key)) << key << ": " << row;
+      EXPECT_EQ(*findValue(view, key), *findValue(expected, key)) << key << ": " << name << ", view " << index;
     }
   }
 }
 
 TEST_F(CorpusTest, HasARowForEveryViewAndNothingThatIsLost) {
-  std::ifstream rows(m_folder / "expected.jsonl");
   std::map<std::string, std::size_t> counts;
-  for (std::string row; std::getline(rows, row);) ++counts[findText(parse(row).toMap(), "file")];
+  for (qv::qvVariant const& row : m_rows) ++counts[findText(row.toMap(), "file")];
   for (auto const& [name, count] : counts) {
     Document const document = openDocument(m_folder / name);
     EXPECT_EQ(document.m_views.size(), count) << name;

@@ -1,11 +1,10 @@
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <iostream>
 
 #include "modelComparison.h"
 #include "modelReduction.h"
 #include "streamTest.h"
+#include "tests/toolkit/corpus.h"
 #include "tests/toolkit/stringSink.h"
 #include "toolkit/migrationSession.h"
 #include "toolkit/svgPage.h"
@@ -40,11 +39,6 @@ std::vector<path> findDocuments(path const& folder) {
   return documents;
 }
 
-path findCorpus() {
-  char const* const folder = std::getenv("QVA_CORPUS");
-  return path(folder != nullptr ? folder : QVA_CORPUS_DEFAULT) / "nist";
-}
-
 class Agreement : public StreamTest {
  protected:
   /// Holds the document that was read from JSON against the one that went through an object stream.
@@ -68,7 +62,9 @@ class Agreement : public StreamTest {
   }
 
   static void checkAll(path const& folder) {
-    for (path const& file : findDocuments(folder)) {
+    std::vector<path> const documents = findDocuments(folder);
+    ASSERT_FALSE(documents.empty()) << "no documents in " << folder;
+    for (path const& file : documents) {
       std::string const pages = migrate(openDocument(file));
       for (std::uint32_t const version : getVersions()) {
         SCOPED_TRACE(file.filename().string() + " at 6." + std::to_string(version & 0xFFFF));
@@ -80,18 +76,16 @@ class Agreement : public StreamTest {
 };
 
 TEST_F(Agreement, HoldsForEveryExample) {
-  ASSERT_FALSE(findDocuments(QVA_EXAMPLES).empty());
   checkAll(QVA_EXAMPLES);
 }
 
 TEST_F(Agreement, HoldsForEveryDocumentOfTheCorpus) {
-  if (!std::filesystem::exists(findCorpus())) {
-    std::cout << "note: no documents in " << findCorpus() << "; set QVA_CORPUS to their folder\n";
-  }
-  checkAll(findCorpus());
+  if (qvTest::findCorpus().empty()) GTEST_SKIP() << qvTest::NoCorpus;
+  checkAll(qvTest::findCorpus());
 }
 
 TEST_F(Agreement, OfTheSameContentAtItsOwnVersionIsComplete) {
+  ASSERT_FALSE(findDocuments(QVA_EXAMPLES).empty());
   for (path const& file : findDocuments(QVA_EXAMPLES)) {
     Document const json = openDocument(file);
     EncodedDocument const encoded = encode(json, json.m_views.at(0).m_version.GetPacked());
