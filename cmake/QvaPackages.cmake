@@ -12,8 +12,7 @@ set(CPACK_PACKAGE_VENDOR "qvAnnotationLegacy project")
 set(CPACK_PACKAGE_CONTACT "qvAnnotationLegacy project <maintainers@qvannotationlegacy.invalid>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/folderModes.cmake)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
@@ -82,11 +81,17 @@ This package holds the headers of the library and of its platform, with what
 CMake and pkg-config need to find them."
   DEPENDS "${qva_library_package} (= ${qva_version_with_release})"
   COMPONENTS platform_development library_development)
-install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/docs/embedding.md ${PROJECT_SOURCE_DIR}/docs/limits.md
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libqvannotationlegacy-dev COMPONENT headers_documents EXCLUDE_FROM_ALL)
+set(documents ${CMAKE_INSTALL_DATADIR}/doc/libqvannotationlegacy-dev)
+file(
+  GLOB_RECURSE pages
+  RELATIVE ${PROJECT_SOURCE_DIR}
+  CONFIGURE_DEPENDS docs/*.md)
+qva_install_pages(${documents} headers_documents README.md CHANGELOG.md ${pages})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/pictures DESTINATION ${documents}/docs COMPONENT headers_documents
+        EXCLUDE_FROM_ALL)
 install(
   DIRECTORY ${PROJECT_SOURCE_DIR}/examples/
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libqvannotationlegacy-dev/examples
+  DESTINATION ${documents}/examples
   COMPONENT headers_documents EXCLUDE_FROM_ALL
   FILES_MATCHING
   PATTERN "*.cpp"

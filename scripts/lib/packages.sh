@@ -1,5 +1,7 @@
 # Sourced by the scripts: which Debian packages the project needs, and how they get onto the machine.
 
+. "$(dirname "${BASH_SOURCE[0]}")/checkout.sh"
+
 # What it takes to build the library and the tool, and to look at what they draw.
 demo_packages="g++ cmake ninja-build pkg-config libharfbuzz-dev libfribidi-dev libfontconfig-dev libsimdjson-dev libcli11-dev
   librsvg2-bin fonts-liberation2 fonts-dejavu-core fonts-noto-core"
@@ -8,7 +10,7 @@ demo_packages="g++ cmake ninja-build pkg-config libharfbuzz-dev libfribidi-dev l
 package_packages="dpkg-dev file"
 
 # What the tests need beside that.
-test_packages="$package_packages lintian libgtest-dev librapidcheck-dev libeigen3-dev libwildmagic-dev libbenchmark-dev libglm-dev python3 locales
+test_packages="$package_packages lintian libgtest-dev librapidcheck-dev libeigen3-dev libwildmagic-dev python3 locales
   abigail-tools clang-16 doxygen
   chromium poppler-utils libpng-dev"
 
@@ -30,28 +32,36 @@ missing_packages() {
 ensure_packages() {
   local missing
   missing=$(missing_packages "$@")
+  missing=${missing% }
   [ -z "$missing" ] && return 0
-  if ! command -v apt-get >/dev/null || [ "${QVA_NO_INSTALL:-0}" = 1 ]; then
-    echo "Missing Debian packages: $missing" >&2
-    echo "Install them, then run this command again: apt-get install $missing" >&2
-    return 1
-  fi
-  local as_root=
-  if [ "$(id -u)" != 0 ]; then
-    if ! command -v sudo >/dev/null || ! sudo -v; then
-      echo "Missing Debian packages: $missing" >&2
-      echo "Installing them takes root: run 'apt-get install $missing' as root, then this command again." >&2
-      return 1
-    fi
-    as_root=sudo
-  fi
-  echo "Installing Debian packages: $missing"
-  $as_root apt-get update -qq
+  echo "These Debian packages are missing: $missing"
   # shellcheck disable=SC2086 # a list of names
-  $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing
+  may_install && install_packages $missing && return 0
+  echo "Install them, then run this command again. As root:" >&2
+  echo "  apt-get update && apt-get install --no-install-recommends $missing" >&2
+  return 1
 }
 
-# Objects of earlier builds are reused where ccache happens to be there.
-launcher_option() {
-  command -v ccache >/dev/null && printf '%s' -DCMAKE_CXX_COMPILER_LAUNCHER=ccache || true
+# Sets `as_root` to what the commands of root begin with; false when there is no way.
+may_install() {
+  as_root=
+  [ "${QVA_NO_INSTALL:-0}" != 1 ] && command -v apt-get >/dev/null || return 1
+  [ "$(id -u)" = 0 ] && return 0
+  as_root=sudo
+  command -v sudo >/dev/null || return 1
+  sudo -n true 2>/dev/null && return 0
+  echo "Installing them takes root: sudo may ask for your password now, to run 'apt-get update' and 'apt-get install' with"
+  echo "these packages. To install them yourself, press Ctrl-C."
+}
+
+install_packages() { # NAME...
+  local log=build/packages.log cost
+  ensure_own_files build && mkdir -p build || return 1
+  echo "Fetching the lists of packages"
+  run_quietly $log $as_root apt-get update || return 1
+  cost=$(LC_ALL=C apt-get install --assume-no -o Debug::NoLocking=1 --no-install-recommends "$@" 2>/dev/null |
+    sed -n 's/^Need to get \(.*\) of archives\.$/\1 to fetch/p; s/^After this operation, \(.*\) of additional.*/\1 on the disk/p' |
+    paste -sd, | sed 's/,/, /') || true
+  echo "Installing them and what they need${cost:+: $cost}"
+  run_quietly $log $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "$@"
 }

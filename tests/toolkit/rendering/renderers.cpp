@@ -79,7 +79,7 @@ Rendering renderByChromium(std::string const& svg, std::size_t width, std::size_
                             "--force-device-scale-factor=1", "--user-data-dir=" + folder.getPath("profile"),
                             "--window-size=" + size, "--screenshot=" + folder.getPath("page.png"),
                             "file://" + folder.getPath("page.html")},
-                           {}},
+                           {"HOME=" + folder.getPath("home")}},
                           {});
   return judge(run, readFile(folder.getPath("page.png")));
 }
