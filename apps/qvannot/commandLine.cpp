@@ -270,11 +270,12 @@ struct TransformOption {
 
 constexpr TransformOption TransformOptions[] = {
     {"--matrix", qvToolkit::TransformKind::Matrix, "M00 ... M23",
-     "Three rows of four numbers for column vectors, or all 16"},
-    {"--translate", qvToolkit::TransformKind::Translate, "X Y Z", "Move by a vector"},
-    {"--scale", qvToolkit::TransformKind::Scale, "S | X Y Z", "Scale about the origin"},
+     "Three rows of four numbers for column vectors, or all 16: a turn times one scale, and a move"},
+    {"--translate", qvToolkit::TransformKind::Translate, "X Y Z", "Move by a vector of model space"},
+    {"--scale", qvToolkit::TransformKind::Scale, "S",
+     "Scale places about the origin by a number above 0; texts keep their size"},
     {"--rotate", qvToolkit::TransformKind::Rotate, "AXIS DEG",
-     "Turn about the axis x, y or z, counter-clockwise"},
+     "Turn about the axis x, y or z of model space, counter-clockwise"},
 };
 
 constexpr char const* TransformGroup = "Transformation";

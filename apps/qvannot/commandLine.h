@@ -11,9 +11,9 @@
 #include "toolkit/fontSettings.h"
 #include "toolkit/migrationSession.h"
 #include "toolkit/pageConverter.h"
+#include "toolkit/similarity.h"
 #include "toolkit/streamEncoder.h"
 #include "toolkit/svgPage.h"
-#include "transform/qvGenericTransformation.h"
 
 namespace qvannot {
 
@@ -50,7 +50,7 @@ struct EncodeCommand {
 
 /// "qvannot transform FILE -o OUT --translate X Y Z": a moved document, written like an encoded one
 struct TransformCommand : EncodeCommand {
-  qv::qvGenericTransformation<float> m_transformation;
+  qvToolkit::Similarity m_transformation;
 };
 
 /// "qvannot dump FILE"

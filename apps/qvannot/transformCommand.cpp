@@ -13,7 +13,9 @@ void transformFile(TransformCommand const& command, Reporter& reporter) {
   if (auto const refusal = checkTrees(document, command.m_limits.getTreeLimits())) {
     return reporter.report(document.m_path, {*refusal});
   }
-  transformDocument(document, command.m_transformation);
+  auto const outcome = transformDocument(document, command.m_transformation);
+  reporter.report(document.m_path, outcome.m_findings);
+  if (!outcome.m_isMoved) return reporter.count(qvToolkit::ExitOutputFailed);
   writeEncoded(document, command, reporter);
 }
 

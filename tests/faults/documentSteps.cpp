@@ -121,9 +121,9 @@ StepResult transform(std::string const& bytes) {
     FaultPause const pause;
     return qvToolkit::readDocument(bytes, Path);
   }();
-  qv::qvGenericTransformation<float> transformation;
+  qvToolkit::Similarity transformation;
   static_cast<void>(qvToolkit::readTransform(qvToolkit::TransformKind::Rotate, {"z", "90"}, transformation));
-  qvToolkit::transformDocument(document, transformation);
+  static_cast<void>(qvToolkit::transformDocument(document, transformation));
   FaultPause const pause;
   return {describe(document)};
 }

@@ -66,6 +66,10 @@ enum class FindingCode : std::uint8_t {
   // encoding
   EncodingLoss,   ///< something that the asked stream version cannot hold
   EncodingOrder,  ///< a view's texts were moved in front of its rasters
+  // moving
+  TransformSizeKept,   ///< places were scaled, texts, images, frames and heads were not
+  TransformPlaneKept,  ///< a view stayed where it was, since a number of its plane is not finite
+  TransformOverflow,   ///< a moved number would be larger than single precision holds
   // limits
   LimitMemory,       ///< the document needs more memory than it may have
   LimitFailedReads,  ///< too many reads behind the end of the data

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+#include "annotationLegacy/platform.h"
+
+namespace qvToolkit {
+
+/// A turn about the origin, then one scale for all axes, then a move: what keeps the shape of a drawing. The
+/// point p of model space becomes scale * (rotation * p) + translation. The identity by default.
+struct Similarity {
+  Wm4::Matrix3<double> m_rotation = Wm4::Matrix3<double>::IDENTITY;  ///< orthonormal, determinant 1
+  double m_scale = 1;                                                ///< from `MinScale` to `MaxScale`
+  Wm4::Vector3<double> m_translation = Wm4::Vector3<double>::ZERO;   ///< finite
+};
+
+/// Scales beyond these are mistakes, and leave too little of single precision.
+inline constexpr double MinScale = 1e-12;
+inline constexpr double MaxScale = 1e12;
+/// How far a number of a matrix may lie from those of the turn times scale that it stands for, as a part of
+/// the scale. Seven significant digits are near enough.
+inline constexpr double MatrixTolerance = 3e-6;
+
+/// What is wrong with one scale for all axes; the empty string when nothing is.
+std::string checkScale(double scale);
+
+/// Takes a linear part for column vectors apart into rotation and scale; the translation stays as it is. What
+/// is no proper turn times one positive scale, to `MatrixTolerance`, is refused: returns whether it is
+/// singular, mirrors, scales the axes differently or shears, and what to give instead; `similarity` stays as
+/// it was then.
+std::string takeApart(Wm4::Matrix3<double> const& linear, Similarity& similarity);
+
+}  // namespace qvToolkit
