@@ -33,13 +33,11 @@ void run(InspectCommand const& command, Reporter& reporter) {
   if (command.m_asJson) {
     return runJson({command.m_files, command.m_limits, makeEntry, makeFailedEntry}, reporter);
   }
-  Progress const progress(command.m_files.size());
-  for (std::size_t i = 0; i < command.m_files.size(); ++i) {
+  auto const makeJob = [&](std::size_t i) -> Job {
     std::string const& path = command.m_files[i];
-    progress.show(i, path);
-    Job const job{path, command.m_limits, [&] { inspectFile(command, path, reporter); }, {}, {}};
-    if (!run(job, reporter, progress)) return;
-  }
+    return {path, command.m_limits, [&] { inspectFile(command, path, reporter); }, {}, {}};
+  };
+  static_cast<void>(runAll(command.m_files, makeJob, reporter));
 }
 
 }  // namespace qvannot

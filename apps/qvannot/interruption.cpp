@@ -22,6 +22,8 @@ void installSignalHandling() {
   sigaction(SIGTERM, &action, nullptr);
   signal(SIGPIPE, SIG_IGN);
   signal(SIGXFSZ, SIG_IGN);
+  // Where the caller ignores it, nobody learns how a process ended.
+  signal(SIGCHLD, SIG_DFL);
 }
 
 volatile int const* getInterruption() {

@@ -64,6 +64,18 @@ bool run(Job const& job, Reporter& reporter, Progress const& progress) {
   return false;
 }
 
+bool runAll(std::vector<std::string> const& paths, std::function<Job(std::size_t)> const& makeJob,
+            Reporter& reporter) {
+  Progress const progress(paths.size());
+  for (std::size_t i = 0; i < paths.size() && *getInterruption() == 0; ++i) {
+    Job const job = makeJob(i);
+    if (!reporter.flush() && !job.m_writesFiles) return true;
+    progress.show(i, paths[i]);
+    if (!run(job, reporter, progress)) return false;
+  }
+  return true;
+}
+
 qvToolkit::Document openInput(std::string const& path, Limits const& limits, Reporter& reporter) {
   setMemoryBudget(limits.get(Limit::Memory));
   qvToolkit::OpenLimits open = limits.getOpenLimits();

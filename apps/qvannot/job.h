@@ -2,8 +2,10 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "limits.h"
 #include "reporter.h"
@@ -22,10 +24,17 @@ struct Job {
   std::function<void(Spool const&, qvToolkit::ExitCode)> m_relay;
   /// Follows a worker that died; gets its process and why.
   std::function<void(pid_t, qvToolkit::Finding const&)> m_afterDeath;
+  /// It has results beside what it prints.
+  bool m_writesFiles = false;
 };
 
 /// Does the work and reports how it went. False in the worker itself: there all is done then.
 [[nodiscard]] bool run(Job const& job, Reporter& reporter, Progress const& progress);
+
+/// Does the jobs of several inputs in order, until the tool is interrupted. Once standard output takes no
+/// more, only jobs that write files are done. False in a worker.
+[[nodiscard]] bool runAll(std::vector<std::string> const& paths,
+                          std::function<Job(std::size_t)> const& makeJob, Reporter& reporter);
 
 /// Opens an input under the limits, and has the budgets of memory and output follow from its size.
 qvToolkit::Document openInput(std::string const& path, Limits const& limits, Reporter& reporter);

@@ -1,7 +1,9 @@
 #include "jsonFiles.h"
 
+#include <cstddef>
 #include <new>
 
+#include "interruption.h"
 #include "jsonList.h"
 #include "toolkit/limitFinding.h"
 
@@ -18,20 +20,17 @@ class JsonRun {
       : m_files(files), m_reporter(reporter), m_list(reporter) {}
 
   void run() {
-    Progress const progress(m_files.m_files.size());
-    for (std::size_t i = 0; i < m_files.m_files.size(); ++i) {
-      progress.show(i, m_files.m_files[i]);
-      if (!runFile(m_files.m_files[i], progress)) return;
-    }
-    m_list.finish();
+    auto const make = [this](std::size_t i) { return makeJob(m_files.m_files[i]); };
+    bool const isDone = runAll(m_files.m_files, make, m_reporter);
+    // What was interrupted must not look whole.
+    if (isDone && *getInterruption() == 0) m_list.finish();
   }
 
  private:
-  bool runFile(std::string const& path, Progress const& progress) {
-    Job const job{path, m_files.m_limits, [&] { work(path); },
-                  [&](Spool const& entry, ExitCode code) { relay(path, entry, code); },
-                  [&](pid_t, Finding const& death) { addFailed(path, death); }};
-    return qvannot::run(job, m_reporter, progress);
+  Job makeJob(std::string const& path) {
+    return {path, m_files.m_limits, [&] { work(path); },
+            [&](Spool const& entry, ExitCode code) { relay(path, entry, code); },
+            [&](pid_t, Finding const& death) { addFailed(path, death); }};
   }
 
   void work(std::string const& path) {

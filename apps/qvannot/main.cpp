@@ -5,6 +5,7 @@
 #include "commandLine.h"
 #include "commands.h"
 #include "interruption.h"
+#include "standardStreams.h"
 #include "toolLog.h"
 #include "toolkit/librarySession.h"
 #include "toolkit/textEscape.h"
@@ -15,12 +16,14 @@ namespace {
 using qvannot::Reporter;
 
 int execute(qvannot::Answer const& answer) {
-  bool const isError = answer.m_exitCode != qvToolkit::ExitDone;
-  std::FILE* const sink = isError ? stderr : stdout;
-  bool const isWritten =
-      std::fwrite(answer.m_text.data(), 1, answer.m_text.size(), sink) == answer.m_text.size() &&
-      std::fflush(sink) == 0;
-  return isWritten || isError ? answer.m_exitCode : qvToolkit::ExitOutputFailed;
+  if (answer.m_exitCode != qvToolkit::ExitDone) {
+    std::fwrite(answer.m_text.data(), 1, answer.m_text.size(), stderr);
+    return answer.m_exitCode;
+  }
+  Reporter reporter(false);
+  reporter.expectNoViews();
+  reporter.print(answer.m_text);
+  return reporter.finish();
 }
 
 template <class Work>
@@ -34,6 +37,7 @@ int execute(Work const& command) {
 
 int runTool(int count, char const* const* arguments) {
   try {
+    qvannot::reserveStandardStreams();
     qvannot::installSignalHandling();
     qvannot::Command const command = qvannot::parseCommandLine(count, arguments);
     int const exitCode = std::visit([](auto const& chosen) { return execute(chosen); }, command);

@@ -154,19 +154,18 @@ bool checkRasterFolder(std::string const& folder, Reporter& reporter) {
 void run(MigrateCommand const& command, Reporter& reporter) {
   if (!checkRasterFolder(command.m_options.m_rasterFolder, reporter)) return;
   if (!chooseFonts(command.m_options.m_fonts, reporter)) return;
-  Progress const progress(command.m_files.size());
   std::vector<std::string> const stems = qvToolkit::makeStems(command.m_files);
-  for (std::size_t i = 0; i < command.m_files.size() && *getInterruption() == 0; ++i) {
-    progress.show(i, command.m_files[i]);
-    auto const work = [&] { migrateFile(command, i, stems[i], reporter); };
-    auto const cleanUp = [&](pid_t process, qvToolkit::Finding const&) {
-      qvToolkit::removeTemporaryFiles(command.m_outputFolder, process);
-      // The converter's fonts.
-      std::error_code error;
-      qvToolkit::removeTemporaryFiles(std::filesystem::temp_directory_path(error), process);
-    };
-    if (!run({command.m_files[i], command.m_limits, work, {}, cleanUp}, reporter, progress)) return;
-  }
+  auto const cleanUp = [&](pid_t process, qvToolkit::Finding const&) {
+    qvToolkit::removeTemporaryFiles(command.m_outputFolder, process);
+    // The converter's fonts.
+    std::error_code error;
+    qvToolkit::removeTemporaryFiles(std::filesystem::temp_directory_path(error), process);
+  };
+  auto const makeJob = [&](std::size_t i) -> Job {
+    auto const work = [&, i] { migrateFile(command, i, stems[i], reporter); };
+    return {command.m_files[i], command.m_limits, work, {}, cleanUp, true};
+  };
+  static_cast<void>(runAll(command.m_files, makeJob, reporter));
 }
 
 }  // namespace qvannot

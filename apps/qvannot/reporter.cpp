@@ -98,6 +98,11 @@ void Reporter::print(Spool const& spool, std::uint64_t begin, std::uint64_t end)
   }
 }
 
+bool Reporter::flush() {
+  if (!m_isBroken && std::fflush(stdout) != 0) failToPrint(errno);
+  return !m_isBroken;
+}
+
 void Reporter::failToPrint(int error) {
   if (m_isWorker && error == EFBIG) {
     rlimit limit{};
@@ -105,9 +110,10 @@ void Reporter::failToPrint(int error) {
     return refuseOutput(limit.rlim_cur, "--max-output-file");
   }
   m_isBroken = true;
+  if (!m_isWorker && error == EPIPE) return count(qvToolkit::ExitOutputFailed);
   fail(qvToolkit::ExitOutputFailed,
        (m_isWorker ? "cannot keep the result: " : "cannot write to standard output: ") +
-           std::generic_category().message(error));
+           (error == EBADF ? "it is closed" : std::generic_category().message(error)));
   withdraw();
 }
 
@@ -132,6 +138,11 @@ void Reporter::withdraw() {
 
 void Reporter::beginWorker() {
   m_isWorker = true;
+  // Its streams are others: what the tool's could not take is not for them.
+  __fpurge(stdout);
+  std::clearerr(stdout);
+  std::clearerr(stderr);
+  m_isBroken = false;
   m_hasViews = false;
   m_exitCode = qvToolkit::ExitDone;
 }
@@ -163,7 +174,7 @@ void Reporter::relayErrors(Spool const& errors, bool hasDied) {
 }
 
 qvToolkit::ExitCode Reporter::finish() {
-  if (!m_isBroken && std::fflush(stdout) != 0) failToPrint(errno);
+  static_cast<void>(flush());
   if (std::ferror(stderr) != 0) count(qvToolkit::ExitOutputFailed);
   // An input that could not be read has its own code; whether it held views is not known.
   if (!m_hasViews && m_exitCode <= qvToolkit::ExitFindings) {

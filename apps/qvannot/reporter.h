@@ -29,8 +29,12 @@ class Reporter {
   /// Writes "qvannot: TEXT" to standard error and counts the code.
   void fail(qvToolkit::ExitCode code, std::string_view text);
   void count(qvToolkit::ExitCode code);
-  /// Writes a result to standard output; a failure is an output that cannot be written.
+  /// Writes a result to standard output; a failure is an output that cannot be written. A reader who has gone
+  /// away wants no more, and so gets no message either.
   void print(std::string_view text);
+  /// Passes on what was printed so far. False when standard output takes no more: work whose only result goes
+  /// there is in vain.
+  [[nodiscard]] bool flush();
   /// Bytes that may be printed or written from now on; more is a limit that was hit.
   void setOutputBudget(std::uint64_t bytes) { m_outputBudget = m_outputLeft = bytes; }
   std::uint64_t getOutputBudget() const noexcept { return m_outputBudget; }

@@ -6,13 +6,13 @@
 #include <string.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -47,6 +47,12 @@ constexpr std::uint64_t RoomForFonts = std::uint64_t{128} << 20;
 constexpr std::uint64_t RoomForHoles = std::uint64_t{8} << 20;
 constexpr std::uint64_t RoomForTelling = std::uint64_t{1} << 20;
 
+using Clock = std::chrono::steady_clock;
+/// Between two looks at a worker: short where it is about to end.
+using Pause = std::chrono::nanoseconds;
+constexpr Pause FirstPause = std::chrono::microseconds(20);
+constexpr Pause LongestPause = std::chrono::milliseconds(100);
+
 /// Where a worker tells its result; -1 in the tool itself.
 int resultPipe = -1;
 
@@ -75,6 +81,26 @@ void connect(char const* path, int number) noexcept {
   if (file < 0) return;
   dup2(file, number);
   close(file);
+}
+
+/// The time by the clock that goes with a limit of processor time.
+std::chrono::seconds getClockTime(std::uint64_t seconds) {
+  constexpr std::uint64_t MostSeconds = 1'000'000;
+  return std::chrono::seconds(ClockFactor * std::min(seconds, MostSeconds));
+}
+
+/// Leaves the process to be waited for, so that its number stays its own.
+bool hasEnded(pid_t process) noexcept {
+  siginfo_t info{};
+  return waitid(P_PID, static_cast<id_t>(process), &info, WEXITED | WNOHANG | WNOWAIT) != 0 ||
+         info.si_pid == process;
+}
+
+/// Until the event has come, a signal, or the end of the pause; an event that has come wakes no more.
+void sleepOn(pollfd& event, Pause pause) noexcept {
+  auto const seconds = std::chrono::duration_cast<std::chrono::seconds>(pause);
+  timespec const time{seconds.count(), (pause - seconds).count()};
+  ppoll(&event, event.revents == 0 ? 1 : 0, &time, nullptr);
 }
 
 Finding makeDeath(FindingCode code, std::string text, char const* option = "") {
@@ -108,8 +134,8 @@ bool isKnown(int exitCode) {
 
 Worker::Worker(std::string const& path, Limits const& limits) : m_limits(limits), m_parent(getpid()) {
   std::array<int, 2> ends = {-1, -1};
-  bool const isReady =
-      m_output.getDescriptor() >= 0 && m_errors.getDescriptor() >= 0 && pipe2(ends.data(), O_CLOEXEC) == 0;
+  bool const isReady = m_output.getDescriptor() >= 0 && m_errors.getDescriptor() >= 0 &&
+                       pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) == 0;
   // What waits in a buffer would be written by both.
   std::fflush(nullptr);
   if (isReady) m_process = fork();
@@ -147,21 +173,26 @@ void Worker::become(std::string const& path, int result) {
 }
 
 /// True when the worker has ended within its time.
+///
+/// The tool sleeps on the pipe, which the system closes with the process. The pipe may close before, though,
+/// or stay open in a process that the worker has started, so that only the process itself tells its end: it
+/// is looked at again and again.
 bool Worker::waitForExit() const {
-  auto const process = static_cast<int>(syscall(SYS_pidfd_open, m_process, 0));
-  std::uint64_t const seconds = m_limits.get(Limit::Time);
-  constexpr std::uint64_t MostSeconds = 1'000'000;
-  auto const timeout = static_cast<int>(ClockFactor * 1000 * std::min(seconds, MostSeconds));
-  pollfd event{process, POLLIN, 0};
-  int count = 0;
-  while ((count = poll(&event, 1, timeout)) < 0 && errno == EINTR) {
-    if (*getInterruption() != 0) kill(m_process, *getInterruption());
+  auto const end = Clock::now() + getClockTime(m_limits.get(Limit::Time));
+  pollfd event{m_result, POLLIN, 0};
+  Pause pause = FirstPause;
+  for (bool isTold = false; !hasEnded(m_process);) {
+    auto const left = std::chrono::duration_cast<Pause>(end - Clock::now());
+    if (left <= Pause::zero()) return false;
+    if (!isTold && *getInterruption() != 0) isTold = kill(m_process, *getInterruption()) == 0;
+    bool const isOpen = event.revents == 0;
+    sleepOn(event, std::min(left, isOpen ? LongestPause : pause));
+    if (!isOpen) pause = std::min(2 * pause, LongestPause);
   }
-  if (process >= 0) close(process);
-  return count > 0;
+  return true;
 }
 
-/// The byte that a worker leaves as its last act.
+/// The byte that a worker leaves as its last act; the pipe is not waited for, as somebody may hold it open.
 std::optional<int> Worker::readResult() const {
   std::array<unsigned char, 2> bytes{};
   ssize_t const count = read(m_result, bytes.data(), bytes.size());

@@ -60,6 +60,8 @@ InputFile readAll(int descriptor, std::uint64_t expectedBytes, std::uint64_t max
     ssize_t const count = ::read(descriptor, bytes.data() + size, ChunkSize);
     bytes.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     if (count == 0) return input;
+    bool const isClosed = descriptor == STDIN_FILENO && count < 0 && errno == EBADF;
+    if (isClosed) return failToRead("cannot read: standard input is closed");
     if (count < 0 && errno != EINTR) return failByErrno("cannot read");
     if (bytes.size() > maxBytes) return failBySize(maxBytes);
   }
