@@ -18,7 +18,6 @@ std::string getFolder(EncodeCommand const& command) {
 bool writeOutput(EncodeCommand const& command, std::string const& bytes, Reporter const& reporter,
                  qvToolkit::OutputSet& outputs) {
   outputs.limit(reporter.getOutputBudget(), command.m_limits.get(Limit::OutputFile));
-  outputs.protect(command.m_file);
   std::string const name = std::filesystem::path(command.m_output).filename();
   return outputs.open(name) && outputs.write(bytes) && outputs.commit();
 }
@@ -30,7 +29,9 @@ void writeEncoded(qvToolkit::Document const& document, EncodeCommand const& comm
     return reporter.report(document.m_path, {*refusal});
   }
   qvToolkit::EncodedDocument encoded = encodeDocument(document, command.m_options);
+  qvToolkit::FileIdentities const input({command.m_file});
   qvToolkit::OutputSet outputs(getFolder(command), command.m_force, getInterruption());
+  outputs.protect(input);
   bool const isWritten = writeOutput(command, encoded.m_bytes, reporter, outputs);
   if (!isWritten) {
     encoded.m_findings.push_back(outputs.getProblem());

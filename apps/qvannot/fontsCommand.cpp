@@ -47,7 +47,7 @@ std::string makeFailedEntry(qvToolkit::Document const& document) {
 }  // namespace
 
 void run(FontsCommand const& command, Reporter& reporter) {
-  if (!chooseFonts(command.m_fonts, reporter)) return;
+  if (!chooseFonts(command.m_fonts, command.m_files.size(), reporter)) return;
   auto const makeEntry = [&](std::string const& path) { return makeReport(command, path, reporter); };
   if (command.m_asJson) {
     return runJson({command.m_files, command.m_limits, makeEntry, makeFailedEntry}, reporter);

@@ -43,17 +43,26 @@ qvToolkit::PageConversion getConversion(MigrateCommand const& command) {
   return conversion;
 }
 
+/// What all inputs have to do with each one's outputs.
+struct InputNames {
+  explicit InputNames(std::vector<std::string> const& paths)
+      : m_stems(qvToolkit::makeStems(paths)), m_files(paths) {}
+
+  std::vector<std::string> m_stems;   ///< of the names of their outputs
+  qvToolkit::FileIdentities m_files;  ///< none of them is replaced
+};
+
 /// Writes the outputs of one document.
 class DocumentWriter {
  public:
   DocumentWriter(MigrateCommand const& command, qvToolkit::MigrationSession const& session,
-                 std::uint64_t outputBudget)
+                 qvToolkit::FileIdentities const& inputs, std::uint64_t outputBudget)
       : m_command(command),
         m_session(session),
         m_outputs(command.m_outputFolder, command.m_force, getInterruption()),
         m_converter(getConversion(command), command.m_options.m_fonts) {
     m_outputs.limit(outputBudget, command.m_limits.get(Limit::OutputFile));
-    for (std::string const& input : command.m_files) m_outputs.protect(input);
+    m_outputs.protect(inputs);
   }
 
   [[nodiscard]] bool write(qvToolkit::Document const& document,
@@ -127,14 +136,14 @@ bool checkViews(MigrateCommand const& command, qvToolkit::Document const& docume
   return false;
 }
 
-void migrateFile(MigrateCommand const& command, std::size_t index, std::string const& stem,
+void migrateFile(MigrateCommand const& command, std::size_t index, InputNames const& inputs,
                  Reporter& reporter) {
   qvToolkit::Document const document = openInput(command.m_files[index], command.m_limits, reporter);
   if (!reporter.reportOpened(document) || !checkViews(command, document, reporter)) return;
   qvToolkit::MigrationSession session(getOptions(command));
   std::vector<qvToolkit::MigratedView> const views = session.migrate(document);
-  DocumentWriter writer(command, session, reporter.getOutputBudget());
-  bool const isWritten = writer.write(document, views, stem);
+  DocumentWriter writer(command, session, inputs.m_files, reporter.getOutputBudget());
+  bool const isWritten = writer.write(document, views, inputs.m_stems[index]);
   if (!isWritten) reporter.count(writer.getFailure());
   reporter.report(document.m_path, writer.getFindings());
   if (!isWritten) return;
@@ -153,8 +162,8 @@ bool checkRasterFolder(std::string const& folder, Reporter& reporter) {
 
 void run(MigrateCommand const& command, Reporter& reporter) {
   if (!checkRasterFolder(command.m_options.m_rasterFolder, reporter)) return;
-  if (!chooseFonts(command.m_options.m_fonts, reporter)) return;
-  std::vector<std::string> const stems = qvToolkit::makeStems(command.m_files);
+  if (!chooseFonts(command.m_options.m_fonts, command.m_files.size(), reporter)) return;
+  InputNames const inputs(command.m_files);
   auto const cleanUp = [&](pid_t process, qvToolkit::Finding const&) {
     qvToolkit::removeTemporaryFiles(command.m_outputFolder, process);
     // The converter's fonts.
@@ -162,7 +171,7 @@ void run(MigrateCommand const& command, Reporter& reporter) {
     qvToolkit::removeTemporaryFiles(std::filesystem::temp_directory_path(error), process);
   };
   auto const makeJob = [&](std::size_t i) -> Job {
-    auto const work = [&, i] { migrateFile(command, i, stems[i], reporter); };
+    auto const work = [&, i] { migrateFile(command, i, inputs, reporter); };
     return {command.m_files[i], command.m_limits, work, {}, cleanUp, true};
   };
   static_cast<void>(runAll(command.m_files, makeJob, reporter));

@@ -21,6 +21,10 @@ void applyFontOptions(FontOptions const& options) {
   qv::text::setFontOptions(options);
 }
 
+void findFonts() {
+  static_cast<void>(qv::text::hasFontFamily({}));
+}
+
 std::string findFontFolderProblem(FontOptions const& options) {
   for (std::string const& folder : options.m_directories) {
     std::error_code error;

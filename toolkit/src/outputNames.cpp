@@ -1,5 +1,7 @@
 #include <algorithm>
-#include <set>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
 
 #include "toolkit/outputSet.h"
 
@@ -37,12 +39,15 @@ std::string makeStem(std::string const& inputPath) {
 
 std::vector<std::string> makeStems(std::vector<std::string> const& inputPaths) {
   std::vector<std::string> stems;
-  std::set<std::string> used;
+  std::unordered_set<std::string> used;
+  // Of each stem that was asked for again: the numbers below are taken, and are not tried once more.
+  std::unordered_map<std::string, std::size_t> nextNumbers;
   for (std::string const& path : inputPaths) {
-    std::string const base = makeStem(path);
-    std::string stem = base;
-    for (std::size_t number = 2; !used.insert(foldCase(stem)).second; ++number) {
-      stem = base + "-" + std::to_string(number);
+    std::string stem = makeStem(path);
+    if (std::string const folded = foldCase(stem); !used.insert(folded).second) {
+      std::size_t& number = nextNumbers.try_emplace(folded, 2).first->second;
+      while (!used.insert(folded + "-" + std::to_string(number)).second) ++number;
+      stem += "-" + std::to_string(number++);
     }
     stems.push_back(std::move(stem));
   }

@@ -71,11 +71,6 @@ void OutputSet::limit(std::uint64_t allBytes, std::uint64_t fileBytes) {
   m_maxFileBytes = fileBytes;
 }
 
-void OutputSet::protect(std::string const& path) {
-  struct stat status {};
-  if (stat(path.c_str(), &status) == 0) m_protected.emplace(status.st_dev, status.st_ino);
-}
-
 bool OutputSet::open(std::string const& name) {
   return !m_hasFailed && endFile() && openFolder() && mayCreate(name) && openTemporary(name);
 }
@@ -160,7 +155,7 @@ bool OutputSet::mayCreate(std::string const& name) {
     if (fstatat(m_folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return true;
   }
   std::string const path = m_folderPath + "/" + name;
-  if (m_protected.contains({status.st_dev, status.st_ino})) {
+  if (m_protected != nullptr && m_protected->contains(status)) {
     return fail(FindingCode::OutputFailed,
                 "'" + path + "' is an input and is not replaced; name another folder");
   }

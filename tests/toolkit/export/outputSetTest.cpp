@@ -91,8 +91,10 @@ TEST_F(OutputSetTest, TakesBackWhatItNamedWhenALaterNameIsTakenMeanwhile) {
 TEST_F(OutputSetTest, NeverReplacesAnInput) {
   m_outer.writeFile("out/a.svg", "input");
   ASSERT_EQ(link(out("a.svg").c_str(), m_outer.getPath("other-name").c_str()), 0);
+  FileIdentities const inputs({m_outer.getPath("nowhere"), m_outer.getPath("other-name")});
   OutputSet set(out(), true);
-  set.protect(m_outer.getPath("other-name"));
+  set.protect(inputs);
+  EXPECT_TRUE(set.open("b.svg"));
   EXPECT_FALSE(set.open("a.svg"));
   EXPECT_EQ(set.getProblem().m_code, FindingCode::OutputFailed);
   EXPECT_EQ(qvTest::readFile(out("a.svg")), "input");

@@ -3,12 +3,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
+#include "toolkit/fileIdentities.h"
 #include "toolkit/finding.h"
 #include "toolkit/outputSink.h"
 
@@ -33,8 +32,8 @@ class OutputSet : public OutputSink {
   /// From here on one file may have at most `fileBytes`, all of them together at most `allBytes`; at first
   /// nothing is limited. What is larger is a problem, `FindingCode::LimitOutput`.
   void limit(std::uint64_t allBytes, std::uint64_t fileBytes);
-  /// Names a file that must not be replaced.
-  void protect(std::string const& path);
+  /// From here on none of these files is replaced; they must outlive the set.
+  void protect(FileIdentities const& files) { m_protected = &files; }
 
   /// Begins the next file, ending the one before; `name` is a plain file name. Fails when a file of that name
   /// exists and may not be replaced.
@@ -67,7 +66,7 @@ class OutputSet : public OutputSink {
   std::string m_folderPath;
   bool m_force;
   volatile int const* m_interrupted;
-  std::set<std::pair<std::uint64_t, std::uint64_t>> m_protected;  ///< device and inode
+  FileIdentities const* m_protected = nullptr;
   int m_folder = -1;
   int m_file = -1;
   std::vector<File> m_files;
