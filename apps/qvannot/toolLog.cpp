@@ -8,6 +8,13 @@
 
 namespace qvannot {
 
+namespace {
+
+/// As of the messages among the findings.
+constexpr std::size_t MaxShownText = 2000;
+
+}  // namespace
+
 ToolLog::ToolLog() : m_previous(std::exchange(msInstance, this)) {
   SetTypeEnabled(qv::qvLogTrace, false);
   SetTypeEnabled(qv::qvLogDebug, false);
@@ -19,7 +26,8 @@ ToolLog::~ToolLog() {
 
 void ToolLog::Write(LogEntry& entry, bool) {
   entry.computeLogPrefix(false);
-  std::string const line = qvToolkit::escapeTerminal(entry.m_prefix + entry.m_text) + '\n';
+  std::string const line =
+      qvToolkit::escapeTerminal(entry.m_prefix + qvToolkit::shortenText(entry.m_text, MaxShownText)) + '\n';
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "jsonPointer.h"
+#include "toolkit/textEscape.h"
 
 namespace qvToolkit {
 
@@ -56,8 +57,8 @@ void addViewsOfMap(DocumentShape& shape, qv::qvVariant const& root) {
     if (key == "views") continue;
     std::string pointer;
     appendPointerKey(pointer, key);
-    report(shape, FindingCode::KeyIgnored, Severity::Info, "the key '" + key + "' beside 'views' is not read",
-           std::move(pointer));
+    report(shape, FindingCode::KeyIgnored, Severity::Info,
+           "the key '" + shortenText(key) + "' beside 'views' is not read", std::move(pointer));
   }
 }
 

@@ -10,6 +10,9 @@ namespace qvToolkit {
 
 namespace {
 
+/// Messages of the library hold texts of the document in full.
+constexpr std::size_t MaxShownText = 2000;
+
 struct CodeText {
   FindingCode m_code;
   std::string_view m_text;
@@ -132,7 +135,7 @@ std::string formatFinding(std::string_view file, Finding const& finding) {
   appendNumber(line, finding.m_place.m_column);
   if (!line.empty()) line += " ";
   line += getSeverityText(finding.m_severity);
-  line += ": " + escapeTerminal(finding.m_text);
+  line += ": " + escapeTerminal(shortenText(finding.m_text, MaxShownText));
 
   std::string notes;
   appendNote(notes, getCodeText(finding.m_code));

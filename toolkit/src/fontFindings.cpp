@@ -5,6 +5,7 @@
 
 #include "characterName.h"
 #include "qvAnnotation/fontOptions.h"
+#include "toolkit/textEscape.h"
 #include "utf8.h"
 
 namespace qvToolkit {
@@ -24,7 +25,7 @@ std::string foldName(std::string_view name) {
 
 /// "'DejaVu Sans' (/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf)".
 std::string nameFont(qv::svg::TextSpan const& span) {
-  std::string text = "'" + span.m_family + "'";
+  std::string text = "'" + shortenText(span.m_family) + "'";
   if (span.m_glyphSource != nullptr) text += " (" + span.m_glyphSource->getFontFile() + ")";
   return text;
 }
@@ -69,7 +70,8 @@ void reportMissingReplacement(qv::svg::TextSpan const& span, std::string const& 
 }
 
 void reportMatch(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
-  std::string const fonts = "text in font '" + span.m_askedFamily + "' is drawn with " + nameFont(span);
+  std::string const fonts =
+      "text in font '" + shortenText(span.m_askedFamily) + "' is drawn with " + nameFont(span);
   reportMissingReplacement(span, fonts, address, findings);
   switch (span.m_match) {
     case qv::svg::FontMatch::Asked:

@@ -16,6 +16,7 @@
 #include "jsonPointer.h"
 #include "jsonString.h"
 #include "textPosition.h"
+#include "toolkit/textEscape.h"
 
 namespace qvToolkit {
 
@@ -121,8 +122,10 @@ simdjson::error_code VariantBuilder::stepMap(Level& level) {
   auto const [entry, isNew] = level.m_map->try_emplace(level.m_key);
   if (!isNew) {
     entry->second = qv::qvVariant();
-    report(FindingCode::JsonDuplicateKey,
-           "the key '" + level.m_key + "' appears again in the same object; the last value counts", place);
+    report(
+        FindingCode::JsonDuplicateKey,
+        "the key '" + shortenText(level.m_key) + "' appears again in the same object; the last value counts",
+        place);
   }
   return readValue(field.value(), entry->second);
 }

@@ -68,7 +68,7 @@ std::string listKeys(qv::qvVariant::qvVariantMapImpl const& metadata) {
   std::size_t listed = 0;
   for (auto const& [key, value] : metadata) {
     if (listed == MaxListed) return list + ", and " + std::to_string(metadata.size() - listed) + " more";
-    list += (listed++ == 0 ? "'" : ", '") + key + "'";
+    list += (listed++ == 0 ? "'" : ", '") + shortenText(key) + "'";
   }
   return list;
 }
@@ -136,7 +136,7 @@ void reportRastersUnder(qvAnnotationInterface const& annotation, std::string con
                         RasterFolder const& rasters, FindingList& findings) {
   if (auto const* raster = dynamic_cast<qvAnnotationRaster const*>(&annotation)) {
     if (std::string const* problem = rasters.findProblem(raster->m_rasterName)) {
-      std::string text = "image '" + raster->m_rasterName + "' is not available: " + *problem;
+      std::string text = "image '" + shortenText(raster->m_rasterName) + "' is not available: " + *problem;
       if (!hasFolder) text += "; name the folder that holds it with --rasters";
       bool const isTooLarge = rasters.isTooLarge(raster->m_rasterName);
       findings.add(isTooLarge ? FindingCode::LimitRaster : FindingCode::RasterUnavailable, Severity::Error,

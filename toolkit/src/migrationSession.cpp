@@ -5,6 +5,7 @@
 
 #include "migrationFindings.h"
 #include "qvAnnotation/fontOptions.h"
+#include "toolkit/textEscape.h"
 
 namespace qvToolkit {
 
@@ -38,7 +39,7 @@ std::string describeRefusal(LoadedView const& loaded) {
 
 void addFailure(MigratedView const& view, std::string const& reason, std::string options,
                 FindingList& findings) {
-  std::string text = "view '" + view.m_name + "' is not migrated: " + reason;
+  std::string text = "view '" + shortenText(view.m_name) + "' is not migrated: " + reason;
   if (!options.empty()) text += "; drop it with " + options;
   findings.add(FindingCode::ViewNotMigrated, Severity::Error, getViewAddress(view.m_index), std::move(text),
                std::move(options));
@@ -106,7 +107,8 @@ MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t
     addFailure(view, describeRefusal(loaded), {}, findings);
   } else if (auto const refusal = checkTrees(*loaded.m_view, getViewAddress(index), m_options.m_trees)) {
     findings.add(refusal->m_code, refusal->m_severity, refusal->m_address,
-                 "view '" + view.m_name + "' is not migrated: " + refusal->m_text, refusal->m_option);
+                 "view '" + shortenText(view.m_name) + "' is not migrated: " + refusal->m_text,
+                 refusal->m_option);
   } else {
     migrateModel(loaded.m_view, view, findings);
   }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "countText.h"
+#include "toolkit/textEscape.h"
 
 namespace qvToolkit {
 
@@ -28,10 +29,10 @@ void PassedOver::report(qv::qvStreamVersion version, std::string const& address,
     std::string const record(getRecordName(kind));
     std::string text;
     if (!value.empty()) {
-      text =
-          "the value '" + value + "' of '" + key + "' of " + record + " is not known; the default was taken";
+      text = "the value '" + shortenText(value) + "' of '" + shortenText(key) + "' of " + record +
+             " is not known; the default was taken";
     } else {
-      text = "the key '" + key + "' of " + record + " is not read";
+      text = "the key '" + shortenText(key) + "' of " + record + " is not read";
       if (isKnownKey(kind, key)) text += " here at version " + version.toString();
     }
     if (occurrences.m_records > 0) {

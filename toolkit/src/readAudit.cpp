@@ -13,6 +13,7 @@
 #include "jsonPointer.h"
 #include "passedOver.h"
 #include "readRules.h"
+#include "toolkit/textEscape.h"
 
 namespace qvToolkit {
 
@@ -109,7 +110,7 @@ void ViewAudit::checkRefusedView() {
   for (char const* const key : {"textannotations", "rasterannotations", "annotations"}) {
     if (VariantList const* const list = findList(m_read.m_map, key)) count += countRecords(*list);
   }
-  std::string text = "the view '" + findText(m_read.m_map, "name") + "' was not read";
+  std::string text = "the view '" + shortenText(findText(m_read.m_map, "name")) + "' was not read";
   if (count > 0) text += "; " + formatCount(count, "annotation record") + " went with it";
   reportLost(Severity::Error, std::move(text));
 }
@@ -361,7 +362,7 @@ void ViewAudit::reportLost(Severity severity, std::string text) {
 void ViewAudit::reportRefused(qv::qvVariant const& record, std::string_view reason) {
   std::string const name = findText(record.toMap(), "name");
   std::string text =
-      "the annotation " + (name.empty() ? "without name" : "'" + name + "'") + " was not read: ";
+      "the annotation " + (name.empty() ? "without name" : "'" + shortenText(name) + "'") + " was not read: ";
   text += reason;
   std::size_t const descendants = m_read.m_version < gates::OneList ? 0 : countDescendants(record.toMap());
   if (descendants > 0) text += "; " + formatCount(descendants, "sub-annotation record") + " went with it";

@@ -160,4 +160,11 @@ std::string escapeTerminal(std::string_view bytes) {
   return text;
 }
 
+std::string shortenText(std::string_view bytes, std::size_t maxBytes) {
+  if (bytes.size() <= maxBytes) return std::string(bytes);
+  std::size_t end = 0;
+  for (std::size_t next = 0; next <= maxBytes; next += decodeUtf8(bytes.substr(next)).m_length) end = next;
+  return std::string(bytes.substr(0, end)) + "... (" + std::to_string(bytes.size()) + " bytes)";
+}
+
 }  // namespace qvToolkit

@@ -118,7 +118,8 @@ std::string_view getCodeText(FindingCode code);
 std::string_view getSeverityText(Severity severity);
 
 /// "FILE:LINE:COLUMN: error: TEXT [CODE, ADDRESS, OPTION]" on one line, safe for a terminal: control
-/// characters and invalid bytes are shown as escapes. Parts that are not known are left out.
+/// characters and invalid bytes are shown as escapes, and of the text at most 2,000 bytes. Parts that are not
+/// known are left out.
 std::string formatFinding(std::string_view file, Finding const& finding);
 
 /// The heaviest severity in the list; nothing for an empty one.

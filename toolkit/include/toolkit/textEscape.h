@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -22,5 +23,9 @@ std::string quoteJson(std::string_view bytes);
 /// One line for a terminal: control characters, bidirectional controls and invalid bytes as \x1b, \u202e and
 /// the like, backslashes doubled.
 std::string escapeTerminal(std::string_view bytes);
+
+/// A text of a document for within a sentence: whole when it has at most `maxBytes`, or else its beginning,
+/// cut at the end of a character, and its size: "Liberat... (4194304 bytes)".
+std::string shortenText(std::string_view bytes, std::size_t maxBytes = 200);
 
 }  // namespace qvToolkit
