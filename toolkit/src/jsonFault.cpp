@@ -219,7 +219,7 @@ bool FaultFinder::scanNumber() {
   if (!atEnd() && isWordCharacter(current()))
     return failHere("',' or the end of the number's object or array");
   std::string_view const number = m_text.substr(start, m_offset - start);
-  if (isBeyondDouble(number))
+  if (!readReal(number).has_value())
     return fail(start, "the number " + quoted(number), "a number of at most 1.8e308");
   return true;
 }

@@ -34,19 +34,43 @@ std::int64_t findMagnitude(std::string_view mantissa) {
   return first < point ? distance : distance + 1;
 }
 
-}  // namespace
-
-bool isIntegerText(std::string_view number) {
-  return number.find_first_of(".eE") == std::string_view::npos;
+bool takeAnyOf(std::string_view& text, std::string_view characters) {
+  if (text.empty() || characters.find(text.front()) == std::string_view::npos) return false;
+  text.remove_prefix(1);
+  return true;
 }
 
-bool isBeyondDouble(std::string_view number) {
+/// Takes the digits in front; false when there is none.
+bool takeDigits(std::string_view& text) {
+  auto const isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  auto const end = std::find_if_not(text.begin(), text.end(), isDigit);
+  bool const hasDigits = end != text.begin();
+  text.remove_prefix(static_cast<std::size_t>(end - text.begin()));
+  return hasDigits;
+}
+
+}  // namespace
+
+NumberForm getNumberForm(std::string_view text) {
+  takeAnyOf(text, "-");
+  if (!takeAnyOf(text, "0") && !takeDigits(text)) return NumberForm::None;
+  NumberForm const form = text.empty() ? NumberForm::Integer : NumberForm::Real;
+  if (takeAnyOf(text, ".") && !takeDigits(text)) return NumberForm::None;
+  if (takeAnyOf(text, "eE")) {
+    takeAnyOf(text, "+-");
+    if (!takeDigits(text)) return NumberForm::None;
+  }
+  return text.empty() ? form : NumberForm::None;
+}
+
+std::optional<double> readReal(std::string_view number) {
   double value = 0.0;
   auto const result = std::from_chars(number.data(), number.data() + number.size(), value);
-  if (result.ec != std::errc::result_out_of_range) return false;
+  if (result.ec != std::errc::result_out_of_range) return value;
   // Out of range at either end; the magnitudes of the two ends are hundreds of digits apart.
   std::string_view const mantissa = number.substr(0, number.find_first_of("eE"));
-  return findMagnitude(mantissa) + readExponent(number) > 0;
+  if (findMagnitude(mantissa) + readExponent(number) > 0) return std::nullopt;
+  return number.front() == '-' ? -0.0 : 0.0;
 }
 
 }  // namespace qvToolkit

@@ -1,14 +1,18 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 namespace qvToolkit {
 
-/// True for digits with an optional minus sign: no fraction, no exponent.
-bool isIntegerText(std::string_view number);
+enum class NumberForm { None, Integer, Real };
 
-/// True when a well-formed JSON number is too large for a double. One that is too small is not: it becomes
-/// zero.
-bool isBeyondDouble(std::string_view number);
+/// The form of a text that is, as a whole, one number of JSON: an integer has neither fraction nor exponent.
+/// None for all that only other number parsers take, such as "-inf", "01", "1." and "0x1".
+NumberForm getNumberForm(std::string_view text);
+
+/// The double that is nearest to a number of JSON; nothing when it is too large for a double. One that is too
+/// small becomes zero.
+std::optional<double> readReal(std::string_view number);
 
 }  // namespace qvToolkit

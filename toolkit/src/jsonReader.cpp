@@ -29,6 +29,14 @@ using VariantMap = qv::qvVariant::qvVariantMapImpl;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t MaxShownDigits = 40;
 
+/// False when 64 bits do not hold the integer.
+bool readInteger(std::string_view digits, qv::qvVariant& target) {
+  std::int64_t number = 0;
+  if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc()) return false;
+  target = number;
+  return true;
+}
+
 /// Fills a variant from a parsed document, container by container from a stack of its own, so that depth
 /// costs no call stack.
 class VariantBuilder {
@@ -70,7 +78,7 @@ class VariantBuilder {
   simdjson::error_code readBool(ondemand::value value, qv::qvVariant& target);
   simdjson::error_code readNull(ondemand::value value);
   simdjson::error_code readNumber(ondemand::value value, qv::qvVariant& target);
-  simdjson::error_code readBigInteger(ondemand::value value, qv::qvVariant& target);
+  void reportBigInteger(std::string_view number);
 
   void report(FindingCode code, std::string text, char const* place);
   std::string makePointer() const;
@@ -216,42 +224,27 @@ simdjson::error_code VariantBuilder::readNull(ondemand::value value) {
   return isNull ? simdjson::SUCCESS : simdjson::N_ATOM_ERROR;
 }
 
+/// Not by the parser's own numbers: it reads a real of more than 19 digits as another one. A value that was
+/// not asked for is stepped over by the list or map that holds it.
 simdjson::error_code VariantBuilder::readNumber(ondemand::value value, qv::qvVariant& target) {
-  ondemand::number number;
-  if (value.get_number().get(number) != simdjson::SUCCESS) return readBigInteger(value, target);
-  switch (number.get_number_type()) {
-    case ondemand::number_type::signed_integer:
-      target = number.get_int64();
-      break;
-    case ondemand::number_type::unsigned_integer:
-      return readBigInteger(value, target);
-    case ondemand::number_type::floating_point_number:
-      target = number.get_double();
-      break;
-  }
+  std::string_view token = value.raw_json_token();
+  token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+  NumberForm const form = getNumberForm(token);
+  if (form == NumberForm::None) return simdjson::NUMBER_ERROR;
+  if (form == NumberForm::Integer && readInteger(token, target)) return simdjson::SUCCESS;
+  std::optional<double> const number = readReal(token);
+  if (!number.has_value()) return simdjson::NUMBER_ERROR;
+  if (form == NumberForm::Integer) reportBigInteger(token);
+  target = *number;
   return simdjson::SUCCESS;
 }
 
-/// What the parser takes for no number or for an unsigned one: an integer beyond the 64 bits of the integer
-/// kind, or a fault.
-simdjson::error_code VariantBuilder::readBigInteger(ondemand::value value, qv::qvVariant& target) {
-  std::string_view token = value.raw_json_token();
-  token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
-  if (!isIntegerText(token)) return simdjson::NUMBER_ERROR;
-  double number = 0.0;
-  auto const result = std::from_chars(token.data(), token.data() + token.size(), number);
-  if (result.ec != std::errc() || result.ptr != token.data() + token.size()) return simdjson::NUMBER_ERROR;
-  std::size_t const firstDigit = token.front() == '-' ? 1 : 0;
-  if (token[firstDigit] == '0') return simdjson::NUMBER_ERROR;
-
-  std::string const shown(token.substr(0, MaxShownDigits));
+void VariantBuilder::reportBigInteger(std::string_view number) {
+  std::string const shown(number.substr(0, MaxShownDigits));
   report(FindingCode::JsonBigInteger,
-         "the integer " + shown + (token.size() > MaxShownDigits ? "..." : "") +
+         "the integer " + shown + (number.size() > MaxShownDigits ? "..." : "") +
              " does not fit into 64 bits; it was read as a real number",
-         token.data());
-  target = number;
-  // The parser has refused the token, so the list or map steps over it as over any value not asked for.
-  return simdjson::SUCCESS;
+         number.data());
 }
 
 void VariantBuilder::report(FindingCode code, std::string text, char const* place) {

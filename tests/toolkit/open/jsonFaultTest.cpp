@@ -113,16 +113,16 @@ TEST(JsonFault, AllowsExactlyTheStatedNumberOfContainers) {
 }
 
 TEST(JsonNumber, IsBeyondADoubleOnlyAtTheLargeEnd) {
-  EXPECT_TRUE(isBeyondDouble("1e999"));
-  EXPECT_TRUE(isBeyondDouble("-1e999"));
-  EXPECT_TRUE(isBeyondDouble("1e99999999999999999999"));
-  EXPECT_TRUE(isBeyondDouble("1" + std::string(400, '0')));
-  EXPECT_TRUE(isBeyondDouble("0." + std::string(400, '0') + "1e800"));
-  EXPECT_FALSE(isBeyondDouble("1e-999"));
-  EXPECT_FALSE(isBeyondDouble("1e-99999999999999999999"));
-  EXPECT_FALSE(isBeyondDouble("0." + std::string(400, '0') + "1"));
-  EXPECT_FALSE(isBeyondDouble("1" + std::string(400, '0') + "e-800"));
-  EXPECT_FALSE(isBeyondDouble("1.7976931348623157e308"));
+  EXPECT_FALSE(readReal("1e999").has_value());
+  EXPECT_FALSE(readReal("-1e999").has_value());
+  EXPECT_FALSE(readReal("1e99999999999999999999").has_value());
+  EXPECT_FALSE(readReal("1" + std::string(400, '0')).has_value());
+  EXPECT_FALSE(readReal("0." + std::string(400, '0') + "1e800").has_value());
+  EXPECT_TRUE(readReal("1e-999").has_value());
+  EXPECT_TRUE(readReal("1e-99999999999999999999").has_value());
+  EXPECT_TRUE(readReal("0." + std::string(400, '0') + "1").has_value());
+  EXPECT_TRUE(readReal("1" + std::string(400, '0') + "e-800").has_value());
+  EXPECT_TRUE(readReal("1.7976931348623157e308").has_value());
 }
 
 }  // namespace
