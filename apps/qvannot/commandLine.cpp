@@ -1,13 +1,10 @@
 #include "commandLine.h"
 
 #include <CLI/CLI.hpp>
-#include <charconv>
-#include <optional>
-#include <string_view>
-#include <system_error>
 
 #include "annotationLegacy/version.h"
 #include "limitOptions.h"
+#include "optionNumbers.h"
 #include "toolkit/documentTransform.h"
 #include "toolkit/textEscape.h"
 
@@ -44,13 +41,6 @@ constexpr char const* Footer =
 limit was hit, such as memory; 7 nothing to do; 70 a bug. The highest that happened counts.
 Findings go to standard error, one line each; results go to standard output.)";
 
-/// A number as in a document: no sign "+", no blanks, nothing behind it. Not bound to a locale.
-std::string readHeadSize(std::string const& text, float& size) {
-  auto const result = std::from_chars(text.data(), text.data() + text.size(), size);
-  bool const isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size();
-  return isNumber ? std::string() : "'" + text + "' is no number; write it like 3 or 2.5";
-}
-
 /// A shell hands over an empty name where a variable is not set.
 std::string requireName(std::string const& path) {
   return path.empty() ? "'' is no name of a file or folder" : std::string();
@@ -76,17 +66,6 @@ void addInspect(CLI::App& app, InspectCommand& command) {
 void addDropFlag(CLI::App& command, std::string const& name, int bit, int& bits, std::string const& help) {
   command.add_flag_callback(
       name, [bit, &bits] { bits |= bit; }, help);
-}
-
-/// Decimal, or hexadecimal behind "0x"; nothing else may stand in the text.
-std::optional<std::uint64_t> readOffset(std::string_view text) {
-  bool const isHexadecimal = text.starts_with("0x");
-  if (isHexadecimal) text.remove_prefix(2);
-  std::uint64_t offset = 0;
-  auto const result =
-      std::from_chars(text.data(), text.data() + text.size(), offset, isHexadecimal ? 16 : 10);
-  bool const isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size();
-  return isNumber ? std::optional(offset) : std::nullopt;
 }
 
 struct TextModeWord {
@@ -133,14 +112,16 @@ void addConversion(CLI::App& command, qvToolkit::PageConversion& conversion) {
       .add_option_function<std::string>(
           "--dpi",
           [&conversion](std::string const& text) {
-            auto const number = readOffset(text);
-            if (!number || *number < PageConversion::MinResolution ||
-                *number > PageConversion::MaxResolution) {
-              throw CLI::ValidationError("--dpi", "'" + text + "' is no number from 10 to 2400");
+            constexpr CountRange Resolutions{PageConversion::MinResolution, PageConversion::MaxResolution};
+            auto const number = readCount(text, Resolutions);
+            if (!number.has_value()) {
+              throw CLI::ValidationError("--dpi",
+                                         refuseNumber(text, "number", std::to_string(Resolutions.m_least),
+                                                      std::to_string(Resolutions.m_most)));
             }
             conversion.m_resolution = static_cast<unsigned>(*number);
           },
-          "Resolution of PNG pages in pixels per inch (default 150)")
+          "Resolution of PNG pages in pixels per inch, from 10 to 2400 (default 150)")
       ->type_name("N");
 }
 
@@ -191,10 +172,16 @@ void addMigrate(CLI::App& app, MigrateCommand& command) {
       .add_option_function<std::string>(
           "--head-size",
           [&headSize](std::string const& text) {
-            std::string const problem = readHeadSize(text, headSize);
-            if (!problem.empty()) throw CLI::ValidationError("--head-size", problem);
+            auto const size = readLength(text, HeadSizes);
+            if (!size.has_value()) {
+              throw CLI::ValidationError("--head-size",
+                                         refuseNumber(text, "number", formatLength(HeadSizes.m_least),
+                                                      formatLength(HeadSizes.m_most)) +
+                                             "; write it like 3 or 2.5");
+            }
+            headSize = *size;
           },
-          "Size of leader heads and dimension arrows in mm (default 3)")
+          "Size of leader heads and dimension arrows in mm, from 0.001 to 1000 (default 3)")
       ->type_name("X");
   migrate.add_option("--rasters", command.m_options.m_rasterFolder, "Folder of the images that rasters name")
       ->type_name("DIR")
@@ -226,14 +213,14 @@ CLI::Option* addStreamVersion(CLI::App& command, qvToolkit::EncodingOptions& opt
       .add_option_function<std::string>(
           "--stream-version",
           [&options](std::string const& text) {
-            std::uint32_t const version = qv::qvStreamVersion(text).GetPacked();
-            bool const isWritable =
-                version >= qvToolkit::OldestWritableVersion && version <= qvToolkit::NewestWritableVersion;
-            if (!isWritable) {
-              throw CLI::ValidationError("--stream-version",
-                                         "'" + text + "' cannot be written; choose from 6.13 to 6.27");
+            qv::qvStreamVersion const version(text);
+            constexpr NumberRange<std::uint32_t> Writable{qvToolkit::OldestWritableVersion,
+                                                          qvToolkit::NewestWritableVersion};
+            // Spelled as versions are, so that nobody takes 6.022 for an older one.
+            if (!Writable.holds(version.GetPacked()) || version.toString() != text) {
+              throw CLI::ValidationError("--stream-version", refuseNumber(text, "version", "6.13", "6.27"));
             }
-            options.m_version = version;
+            options.m_version = version.GetPacked();
           },
           "Version of the object stream, from 6.13 to 6.27")
       ->type_name("X.Y");
@@ -319,7 +306,8 @@ void addDump(CLI::App& app, DumpCommand& command) {
           [&command](std::string const& text) {
             command.m_at = readOffset(text);
             if (command.m_at.has_value()) return;
-            throw CLI::ValidationError("--at", "'" + text + "' is no offset; write it like 288 or 0x120");
+            throw CLI::ValidationError("--at", refuseNumber(text, "offset", "0", "18446744073709551615") +
+                                                   "; write it like 288 or 0x120");
           },
           "Show only the field that holds this byte, and its neighbours")
       ->type_name("OFFSET");

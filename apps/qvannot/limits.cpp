@@ -58,8 +58,7 @@ std::uint64_t Limits::getOutput(std::uint64_t inputBytes) const {
 qvToolkit::OpenLimits Limits::getOpenLimits() const {
   qvToolkit::OpenLimits open;
   open.m_maxInputBytes = get(Limit::Input);
-  // The parser keeps one entry per level, so even a trusted document has some end.
-  open.m_maxContainers = static_cast<std::size_t>(std::min(get(Limit::JsonDepth), std::uint64_t{1'000'000}));
+  open.m_maxContainers = static_cast<std::size_t>(std::min(get(Limit::JsonDepth), MostContainers));
   open.m_maxFailedReads = get(Limit::FailedReads);
   open.m_maxStackBytes = get(Limit::Stack);
   open.m_maxMilliseconds = multiply(get(Limit::Time), 2000);

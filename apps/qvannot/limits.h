@@ -32,6 +32,8 @@ constexpr std::size_t LimitCount = 12;
 class Limits {
  public:
   static constexpr std::uint64_t Unlimited = std::numeric_limits<std::uint64_t>::max();
+  /// The parser keeps one entry per level of JSON, so even a trusted document has some end.
+  static constexpr std::uint64_t MostContainers = 1'000'000;
 
   void set(Limit limit, std::uint64_t value) { m_set[static_cast<std::size_t>(limit)] = value; }
   /// No limit but those that options set; documents are worked on in the tool's own process.

@@ -3,8 +3,8 @@
 #include "apps/qvannot/commandLine.h"
 
 #include <algorithm>
-#include <cmath>
 
+#include "apps/qvannot/optionNumbers.h"
 #include "support/target.h"
 
 namespace qvFuzz {
@@ -27,7 +27,7 @@ void check(InspectCommand const& command) {
 
 void check(MigrateCommand const& command) {
   require(!command.m_files.empty() && !command.m_outputFolder.empty(), "there are files and a folder");
-  require(std::isfinite(command.m_options.m_headSize), "heads have a size");
+  require(HeadSizes.holds(command.m_options.m_headSize), "heads have a size that can be seen");
   require(command.m_options.m_dropped >= 0 && command.m_options.m_dropped < 8, "options are known bits");
 }
 

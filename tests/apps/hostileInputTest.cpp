@@ -171,6 +171,8 @@ TEST_F(HostileInput, IsRefusedWithTheNameTheValueThePlaceAndTheOptionOfTheLimit)
   auto const counted = qvHostile::makeCountedDocument(qvHostile::v6_22);
   auto const isLeaders = [](auto const& field) { return field.m_name == "leaders"; };
   auto const leaders = std::ranges::find_if(counted.m_counts, isLeaders);
+  std::string const document = makeDocument();
+  std::string const view = document.substr(10, document.size() - 12);
   Case const cases[] = {
       {qvHostile::cutBehindCount(counted, *leaders, 0x0FFFFFFF), "--max-memory", "33554432",
        ": error: byte " + std::to_string(leaders->m_offset + 4) + ": the document needs more memory",
@@ -187,8 +189,8 @@ TEST_F(HostileInput, IsRefusedWithTheNameTheValueThePlaceAndTheOptionOfTheLimit)
        "[limit.depth, view/0/annot/0, --max-depth]"},
       {qvHostile::makeManyTexts(9), "--max-nodes", "8", "more than 8 annotations",
        "[limit.nodes, view/0, --max-nodes]"},
-      {"[" + makeDocument().substr(10, makeDocument().size() - 12) + "]", "--max-views", "0", "has 1 views",
-       "[limit.views, view/0, --max-views]"},
+      {"[" + view + "," + view + "]", "--max-views", "1", "has 2 views",
+       "[limit.views, view/1, --max-views]"},
       {makeDocument(), "--max-output", "500", "", "[limit.output, --max-output]"},
       {makeDocument(), "--max-output-file", "500", "'", "[limit.output, --max-output-file]"},
   };
