@@ -1,0 +1,80 @@
+"""Compares what the oracle expects of a document with what the tool told of it."""
+
+from dataclasses import dataclass
+
+from inspection import Real, Single, Teller
+
+# Findings on the document itself; the others are about what a reader lost, which the messages and the model show.
+READING = ("json.", "stream.", "document.", "input.", "text.repaired", "limit.")
+
+
+UNKNOWN = -1
+
+
+class Place(tuple):
+    """Code, severity and byte offset of a finding."""
+
+    def __new__(cls, code, severity, offset):
+        return super().__new__(cls, (code, severity, UNKNOWN if offset is None else offset))
+
+    @classmethod
+    def of(cls, finding):
+        return cls(finding["code"], finding["severity"], finding.get("byteOffset"))
+
+    def meets(self, found):
+        return self[:2] == found[:2] and self[2] in (UNKNOWN, found[2])
+
+
+@dataclass
+class Difference:
+    """One place where both differ, as a path into the tool's answer."""
+
+    path: str
+    expected: object
+    found: object
+
+    def __str__(self):
+        return f"{self.path}: expected {self.expected!r}, found {self.found!r}"
+
+
+def differences(document, answer, rules):
+    """Every difference between a model.Document and the tool's object of the file."""
+    yield from compare("format", document.format, answer.get("format"))
+    yield from compare("readable", document.readable, answer.get("readable"))
+    teller = Teller(rules)
+    expected = [teller.view(index, view) for index, view in enumerate(document.views)]
+    yield from compare("views", expected, answer.get("views"))
+    yield from compare_findings(document.findings, answer)
+
+
+def first_difference(document, answer, rules):
+    return next(differences(document, answer, rules), None)
+
+
+def compare_findings(expected, answer):
+    """Findings have an order of their own; a place that the oracle does not know is not compared."""
+    found = sorted(map(Place.of, (finding for finding in answer["findings"] if finding["code"].startswith(READING))))
+    expected = sorted(Place(finding.code, finding.severity, finding.offset) for finding in expected)
+    if len(expected) != len(found) or any(not one.meets(other) for one, other in zip(expected, found)):
+        yield Difference("findings", expected, found)
+
+
+def compare(path, expected, found):
+    if isinstance(expected, (Single, Real)):
+        if not expected.equals(found):
+            yield Difference(path, expected, found)
+    elif isinstance(expected, dict) and isinstance(found, dict):
+        yield from compare_members(path, expected, found)
+    elif isinstance(expected, list) and isinstance(found, list) and len(expected) == len(found):
+        for index, pair in enumerate(zip(expected, found)):
+            yield from compare(f"{path}/{index}", *pair)
+    elif type(expected) is not type(found) or expected != found:
+        yield Difference(path, expected, found)
+
+
+def compare_members(path, expected, found):
+    if list(expected) != list(found):
+        yield Difference(path, f"the members {list(expected)}", list(found))
+    for key in expected:
+        if key in found:
+            yield from compare(f"{path}/{key}", expected[key], found[key])

@@ -1,0 +1,210 @@
+"""Reads JSON text as the variant form wants it: kinds kept apart, equal keys and repaired texts noticed.
+
+Python's own reader is not used: it takes `NaN`, does not tell where something stands, and knows no half surrogates.
+Values are Python's: None, int (integer), float (real), str, bool, dict (map) and list.
+"""
+
+import re
+from dataclasses import dataclass, field
+
+BLANKS = re.compile(rb"[ \t\n\r]*")
+NUMBER = re.compile(rb"-?(0|[1-9][0-9]*)(\.[0-9]+)?([eE][+-]?[0-9]+)?")
+PLAIN = re.compile(rb'[^"\\\x00-\x1f]*')
+WORD = re.compile(rb"[-+.0-9A-Za-z_]*")
+ESCAPES = {b'"': '"', b"\\": "\\", b"/": "/", b"b": "\b", b"f": "\f", b"n": "\n", b"r": "\r", b"t": "\t"}
+CONSTANTS = {b"true": True, b"false": False, b"null": None}
+BYTE_ORDER_MARK = b"\xef\xbb\xbf"
+INTEGERS = range(-(2**63), 2**63)
+
+
+class Broken(Exception):
+    """The text is no readable JSON; says the code of the finding and the byte offset."""
+
+    def __init__(self, code, offset):
+        super().__init__(f"{code} at byte {offset}")
+        self.code = code
+        self.offset = offset
+
+
+@dataclass
+class Text:
+    """A JSON text that was read: its value, and what was noticed on the way as (code, byte offset)."""
+
+    value: object = None
+    findings: list = field(default_factory=list)
+
+
+def read_json(data, depth):
+    """Reads the text. Raises Broken where it is no readable JSON; more than `depth` levels are none either."""
+    reader = _Reader(data, depth)
+    return Text(reader.document(), reader.findings)
+
+
+class _Reader:
+    def __init__(self, data, depth):
+        self.data = data
+        self.at = 0
+        self.left = depth
+        self.findings = []
+        self.repaired = False
+
+    def document(self):
+        if self.data.startswith(BYTE_ORDER_MARK):
+            self.findings.append(("json.byte-order-mark", 0))
+            self.at = len(BYTE_ORDER_MARK)
+        self.skip_blanks()
+        if self.at == len(self.data):
+            raise Broken("input.unknown-format", self.at)
+        self.check_encoding()
+        value = self.value()
+        self.skip_blanks()
+        if self.at < len(self.data):
+            raise Broken("json.broken", self.at)
+        return value
+
+    def check_encoding(self):
+        try:
+            self.data.decode("utf-8")
+        except UnicodeDecodeError as error:
+            raise Broken("json.broken", error.start) from error
+
+    def skip_blanks(self):
+        self.at = BLANKS.match(self.data, self.at).end()
+
+    def expect(self, byte):
+        if self.data[self.at : self.at + 1] != byte:
+            raise Broken("json.broken", self.at)
+        self.at += 1
+
+    def accept(self, byte):
+        if self.data[self.at : self.at + 1] != byte:
+            return False
+        self.at += 1
+        return True
+
+    def value(self):
+        first = self.data[self.at : self.at + 1]
+        if first == b"{":
+            return self.nested(self.map)
+        if first == b"[":
+            return self.nested(self.list)
+        if first == b'"':
+            return self.string()
+        word = WORD.match(self.data, self.at).group()
+        if word in CONSTANTS:
+            self.at += len(word)
+            return CONSTANTS[word]
+        return self.number(word)
+
+    def nested(self, read):
+        if self.left == 0:
+            raise Broken("json.too-deep", self.at)
+        self.left -= 1
+        self.at += 1
+        value = read()
+        self.left += 1
+        return value
+
+    def map(self):
+        entries = {}
+        self.skip_blanks()
+        if self.accept(b"}"):
+            return entries
+        while True:
+            self.skip_blanks()
+            place = self.at
+            if self.data[self.at : self.at + 1] != b'"':
+                raise Broken("json.broken", self.at)
+            key = self.string()
+            if key in entries:
+                self.findings.append(("json.duplicate-key", place))
+            self.skip_blanks()
+            self.expect(b":")
+            self.skip_blanks()
+            entries[key] = self.value()
+            self.skip_blanks()
+            if self.accept(b"}"):
+                return entries
+            self.expect(b",")
+
+    def list(self):
+        values = []
+        self.skip_blanks()
+        if self.accept(b"]"):
+            return values
+        while True:
+            self.skip_blanks()
+            values.append(self.value())
+            self.skip_blanks()
+            if self.accept(b"]"):
+                return values
+            self.expect(b",")
+
+    def number(self, word):
+        match = NUMBER.fullmatch(word)
+        if not match:
+            raise Broken("json.broken", self.at)
+        place = self.at
+        self.at += len(word)
+        if match.group(2) or match.group(3):
+            return self.real(word, place)
+        integer = int(word)
+        if integer in INTEGERS:
+            return integer
+        self.findings.append(("json.big-integer", place))
+        return self.real(word, place)
+
+    def real(self, word, place):
+        real = float(word)
+        if real in (float("inf"), float("-inf")):
+            raise Broken("json.broken", place)
+        return real
+
+    def string(self):
+        """A string; however many halves of surrogate pairs it has, they are one finding at its opening quote."""
+        place = self.at
+        self.expect(b'"')
+        pieces = []
+        self.repaired = False
+        while True:
+            plain = PLAIN.match(self.data, self.at)
+            pieces.append(plain.group().decode("utf-8"))
+            self.at = plain.end()
+            if self.accept(b'"'):
+                break
+            if not self.accept(b"\\"):
+                raise Broken("json.broken", self.at)
+            pieces.append(self.escape())
+        if self.repaired:
+            self.findings.append(("text.repaired", place))
+        return "".join(pieces)
+
+    def escape(self):
+        letter = self.data[self.at : self.at + 1]
+        self.at += 1
+        if letter in ESCAPES:
+            return ESCAPES[letter]
+        if letter != b"u":
+            raise Broken("json.broken", self.at - 2)
+        return self.unicode(self.at - 2)
+
+    def unicode(self, place):
+        unit = self.hexadecimal(place)
+        if 0xD800 <= unit < 0xDC00 and self.data[self.at : self.at + 2] == b"\\u":
+            back = self.at
+            self.at += 2
+            low = self.hexadecimal(back)
+            if 0xDC00 <= low < 0xE000:
+                return chr(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00))
+            self.at = back
+        if 0xD800 <= unit < 0xE000:
+            self.repaired = True
+            return "\ufffd"
+        return chr(unit)
+
+    def hexadecimal(self, place):
+        digits = self.data[self.at : self.at + 4]
+        if not re.fullmatch(rb"[0-9A-Fa-f]{4}", digits):
+            raise Broken("json.broken", place)
+        self.at += 4
+        return int(digits, 16)
