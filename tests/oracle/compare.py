@@ -2,7 +2,7 @@
 
 from dataclasses import dataclass
 
-from inspection import Real, Single, Teller
+from inspection import Real, Single, Teller, Text
 
 # Findings on the document itself; the others are about what a reader lost, which the messages and the model show.
 READING = ("json.", "stream.", "document.", "input.", "text.repaired", "limit.")
@@ -60,7 +60,7 @@ def compare_findings(expected, answer):
 
 
 def compare(path, expected, found):
-    if isinstance(expected, (Single, Real)):
+    if isinstance(expected, (Real, Single, Text)):
         if not expected.equals(found):
             yield Difference(path, expected, found)
     elif isinstance(expected, dict) and isinstance(found, dict):

@@ -3,6 +3,7 @@
 A text stands for itself and for its `Hex` member, a list of singles for itself and for its `Bits` member.
 """
 
+import re
 from dataclasses import dataclass
 
 from model import TEXT
@@ -16,6 +17,10 @@ def name_of(names, number):
     return names[number] if number < len(names) else None
 
 
+def shortened(text):
+    return re.sub("\ufffd+", "\ufffd", text)
+
+
 @dataclass
 class Text:
     """A text; where it is no UTF-8 its bytes stand in a member of their own."""
@@ -23,10 +28,15 @@ class Text:
     data: bytes
 
     def members(self, key):
-        shown = self.data.decode("utf-8", "replace")
-        yield key, shown
-        if self.data.decode("utf-8", "ignore").encode("utf-8") != self.data:
+        try:
+            yield key, self.data.decode("utf-8")
+        except UnicodeDecodeError:
+            yield key, self
             yield key + "Hex", self.data.hex()
+
+    def equals(self, found):
+        """How many U+FFFD stand for invalid bytes is not told, since all bytes stand beside them."""
+        return isinstance(found, str) and shortened(found) == shortened(self.data.decode("utf-8", "replace"))
 
 
 @dataclass

@@ -150,16 +150,6 @@ def _element_keys():
 
 
 def _layouts():
-    shared = [
-        Field("name", "string"),
-        Field("leaders", "leaders"),
-        Field("measures", "measures", since="measures"),
-        Field("position", "point"),
-        Field("color", "color"),
-        Field("style", "byte"),
-        Field("children", "children", since="children"),
-        Field("metadata", "map", since="metadata"),
-    ]
     return {
         "view": [
             Field("name", "string"),
@@ -172,7 +162,17 @@ def _layouts():
             Field("rasters", "rasters", since="shared"),
             Field("metadata", "map", since="viewMetadata"),
         ],
-        "text": shared + [Field("properties", "properties"), Field("lines", "lines")],
+        "shared": [
+            Field("name", "string"),
+            Field("leaders", "leaders"),
+            Field("measures", "measures", since="measures"),
+            Field("position", "point"),
+            Field("color", "color"),
+            Field("style", "byte"),
+            Field("children", "children", since="children"),
+            Field("metadata", "map", since="metadata"),
+        ],
+        "text": [Field("", "shared"), Field("properties", "properties"), Field("lines", "lines")],
         "olderText": [
             Field("name", "string", since="names"),
             Field("properties", "properties"),
@@ -183,7 +183,7 @@ def _layouts():
             Field("style", "byte", since="names"),
             Field("style", "frame", until="names"),
         ],
-        "raster": shared + [Field("raster_name", "string"), Field("size", "size")],
+        "raster": [Field("", "shared"), Field("raster_name", "string"), Field("size", "size")],
         "leader": [Field("position", "point"), Field("head", "byte", since="heads")],
         "measure": [
             Field("point_a", "point"),

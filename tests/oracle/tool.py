@@ -6,7 +6,7 @@ import tempfile
 from pathlib import Path
 
 # In one process, with the limits that the oracle knows.
-OPTIONS = ["--limits", "none", "--max-json-depth", "1000", "--max-failed-reads", "20000"]
+OPTIONS = ["--limits", "none", "--max-json-depth", "1000", "--max-failed-reads", "20000", "--max-memory", "512M"]
 SOUND_CODES = {0, 1, 4, 6}
 
 
