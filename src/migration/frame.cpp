@@ -6,12 +6,13 @@
 #include "migration/color.h"
 #include "migration/frameGeometry.h"
 #include "ports/svg.h"
+#include "rules/frames.h"
 
 namespace qvLegacy {
 
 namespace {
 
-using migration::FrameRule;
+using rules::FrameRule;
 
 std::shared_ptr<ports::SvgItem> createRectangle(qv::svg::BoundingBox const& box) {
   return std::make_shared<qv::svg::Rect>(box.getMinPoint(), box.getSize());
@@ -51,7 +52,7 @@ bool qvAnnotationMigration::createFrame(int shape, qv::svg::BoundingBox const& c
                                         Wm4::Vector3<unsigned char> const& color,
                                         Wm4::Vector3<unsigned char> const& /*contrastColor*/) {
   frameBox = contentBox;
-  FrameRule const* const rule = migration::findFrameRule(shape);
+  FrameRule const* const rule = rules::findFrameRule(shape);
   if (rule == nullptr) return false;
   std::shared_ptr<ports::SvgItem> const item = createOutline(*rule, frameBox);
   if (item == nullptr) return false;

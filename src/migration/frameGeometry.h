@@ -6,18 +6,6 @@
 
 namespace qvLegacy::migration {
 
-/// How a frame shape is drawn.
-struct FrameRule {
-  enum class Outline { Box, Square, Flag, Parallelogram };
-  Outline outline = Outline::Box;
-  bool border = true;
-  bool pointLeft = false;   ///< flags only
-  bool pointRight = false;  ///< flags only
-};
-
-/// The rule of a `FrameShape` value; null for a value that has none.
-[[nodiscard]] FrameRule const* findFrameRule(int shape);
-
 /// A box in SVG coordinates, y down.
 struct Extent {
   Wm4::Vector2<float> min;

@@ -13,12 +13,12 @@ namespace {
 
 constexpr float fullTurn = Wm4::Math<float>::WM4_PI + Wm4::Math<float>::WM4_PI;
 
-void drawLines(migration::HeadRule const& rule, float size, qv::svg::PathBuilder& builder) {
+void drawLines(rules::HeadRule const& rule, float size, qv::svg::PathBuilder& builder) {
   for (migration::HeadLine const& line : migration::headLines(rule, size))
     builder.appendLine(line.from, line.to);
 }
 
-void drawContour(migration::HeadRule const& rule, float size, Wm4::Vector2<float> const& direction,
+void drawContour(rules::HeadRule const& rule, float size, Wm4::Vector2<float> const& direction,
                  qv::svg::PathBuilder& builder) {
   if (rule.corners.empty() && !rule.circle) return;
   builder.startContour(false);
@@ -33,7 +33,7 @@ void drawContour(migration::HeadRule const& rule, float size, Wm4::Vector2<float
 
 /// Line heads are stroked and not filled, contour heads filled without a border. A node without children: no
 /// head.
-std::shared_ptr<qv::svg::Node> createHead(migration::HeadRule const& rule, float size,
+std::shared_ptr<qv::svg::Node> createHead(rules::HeadRule const& rule, float size,
                                           Wm4::Vector2<float> const& direction) {
   qv::svg::PathBuilder contours;
   qv::svg::PathBuilder lines;
@@ -60,7 +60,7 @@ bool qvAnnotationMigration::createLeaders(std::vector<qvAnnotationInterface::Lea
   for (qvAnnotationInterface::Leader const& leader : leaders) {
     ports::appendLineSegment(cad, leader.m_position, origin);
     ports::appendLeaderAnchor(cad, origin, offset);
-    migration::HeadRule const* const rule = migration::findHeadRule(leader.m_head);
+    rules::HeadRule const* const rule = rules::findHeadRule(leader.m_head);
     if (rule == nullptr) {
       migration::report("Unhandled leader head");
       continue;

@@ -1,12 +1,12 @@
 #include "annotationLegacy/qvAnnotationMigration.h"
 #include "migration/fail.h"
-#include "migration/knownMetadata.h"
+#include "rules/knownMetadata.h"
 
 namespace qvLegacy {
 
 bool qvAnnotationMigration::screenMetadata(qvAnnotationInterface const& annotation) const {
   for (auto const& [key, value] : annotation.m_metadata) {
-    bool const known = migration::isKnownMetadataKey(key);
+    bool const known = rules::isKnownMetadataKey(key);
     if (known && (m_options & DropKnownMetadata) == 0) {
       // KEEP: no blank after the key. Whoever searches logs knows the text as it is.
       return migration::fail("Found CT metadata " + key + "in annotation");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/geometry.h"
+#include "rules/directions.h"
 
 namespace qvLegacy::migration {
 
@@ -11,7 +12,8 @@ namespace qvLegacy::migration {
 
 /// True when the vector is too short to have a direction, or its length is not a number.
 [[nodiscard]] inline bool isDirectionless(Wm4::Vector2<float> const& v) {
-  return !(v.Length() > Wm4::Math<float>::ZERO_TOLERANCE);
+  static_assert(rules::shortestDirection == Wm4::Math<float>::ZERO_TOLERANCE);
+  return !rules::hasDirection(v.X(), v.Y());
 }
 
 /// The vector at length 1; zero when it has no direction.

@@ -1,5 +1,4 @@
 #include <memory>
-#include <string_view>
 #include <utility>
 
 #include "annotationLegacy/qvAnnotationMigration.h"
@@ -8,6 +7,7 @@
 #include "migration/units.h"
 #include "ports/svg.h"
 #include "ports/text.h"
+#include "rules/values.h"
 
 namespace qvLegacy {
 
@@ -34,10 +34,8 @@ qv::text::TextSegment::SegmentType convertType(LegacySegment::SegmentType legacy
   }
 }
 
-/// True when there is nothing but blanks; a tab is text.
 bool isBlank(LegacySegment const& segment) {
-  return std::string_view(segment.getText(), segment.m_length).find_first_not_of(' ') ==
-         std::string_view::npos;
+  return rules::isBlankRun({segment.getText(), segment.m_length});
 }
 
 qv::text::TextSegment convertSegment(LegacySegment const& legacy) {

@@ -1,6 +1,5 @@
-#include <algorithm>
-
 #include "annotationLegacy/qvAnnotationText.h"
+#include "rules/values.h"
 
 namespace qvLegacy {
 
@@ -11,9 +10,7 @@ qvAnnotationText::TextProperties::TextProperties(std::string const& font, float 
 }
 
 std::uint16_t qvAnnotationText::TextProperties::quantizeHeight(float height) {
-  if (!(height > 0.0F)) return 0;  // NaN as well
-  // KEEP: 655.35 is not exact in single precision, so the largest result is 65534.
-  return static_cast<std::uint16_t>(std::min(height, 655.35F) * 100.0F);
+  return rules::toHundredths(height).value;
 }
 
 }  // namespace qvLegacy

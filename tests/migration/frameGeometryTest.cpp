@@ -9,38 +9,8 @@ namespace {
 
 using migrationTest::expectPoints;
 using migrationTest::Point;
-using Outline = FrameRule::Outline;
 
 constexpr Extent wideBox{{-5, -2}, {5, 2}, {10, 4}};
-
-TEST(FrameGeometry, OnlyFiveShapesHaveAGeometryOfTheirOwn) {
-  for (int shape = 0; shape <= 14; ++shape) {
-    FrameRule const* const rule = findFrameRule(shape);
-    ASSERT_NE(rule, nullptr) << shape;
-    Outline const expected = shape == 2                 ? Outline::Square
-                             : shape >= 5 && shape <= 7 ? Outline::Flag
-                             : shape == 8               ? Outline::Parallelogram
-                                                        : Outline::Box;
-    EXPECT_EQ(rule->outline, expected) << shape;
-  }
-}
-
-TEST(FrameGeometry, OnlyNoFrameHasNoBorder) {
-  EXPECT_FALSE(findFrameRule(0)->border);
-  for (int shape = 1; shape <= 14; ++shape) EXPECT_TRUE(findFrameRule(shape)->border) << shape;
-}
-
-TEST(FrameGeometry, FlagsPointWhereTheirNamesSay) {
-  EXPECT_TRUE(!findFrameRule(5)->pointLeft && findFrameRule(5)->pointRight);
-  EXPECT_TRUE(findFrameRule(6)->pointLeft && !findFrameRule(6)->pointRight);
-  EXPECT_TRUE(findFrameRule(7)->pointLeft && findFrameRule(7)->pointRight);
-}
-
-TEST(FrameGeometry, ShapesOutsideTheTableHaveNoRule) {
-  EXPECT_EQ(findFrameRule(15), nullptr);
-  EXPECT_EQ(findFrameRule(16), nullptr);
-  EXPECT_EQ(findFrameRule(-1), nullptr);
-}
 
 TEST(FrameGeometry, ASquareGrowsTheShorterSide) {
   EXPECT_EQ(marginToSquare({10, 4}), Point(0, 3));

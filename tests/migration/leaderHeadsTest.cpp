@@ -13,6 +13,7 @@ namespace {
 using migrationTest::expectPoint;
 using migrationTest::expectPoints;
 using migrationTest::Point;
+using rules::findHeadRule;
 
 constexpr Point alongX(1, 0);
 constexpr Point slanted(0.6F, 0.8F);
@@ -28,24 +29,6 @@ void expectLines(std::uint8_t head, float size, std::vector<HeadLine> const& exp
     expectPoint(lines[i].from, expected[i].from);
     expectPoint(lines[i].to, expected[i].to);
   }
-}
-
-TEST(LeaderHeads, ThereAreSevenKinds) {
-  for (std::uint8_t head = 0; head <= 6; ++head) EXPECT_NE(findHeadRule(head), nullptr) << int{head};
-  EXPECT_EQ(findHeadRule(7), nullptr);
-  EXPECT_EQ(findHeadRule(255), nullptr);
-}
-
-TEST(LeaderHeads, HeadZeroDrawsNothing) {
-  HeadRule const& rule = *findHeadRule(0);
-  EXPECT_TRUE(rule.corners.empty());
-  EXPECT_TRUE(rule.lines.empty());
-  EXPECT_FALSE(rule.circle);
-}
-
-TEST(LeaderHeads, OnlyHeadTwoIsACircle) {
-  for (std::uint8_t head = 0; head <= 6; ++head)
-    EXPECT_EQ(findHeadRule(head)->circle, head == 2) << int{head};
 }
 
 TEST(LeaderHeads, ASquareIsAlignedWithTheLeader) {

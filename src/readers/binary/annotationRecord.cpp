@@ -5,7 +5,7 @@
 namespace qvLegacy {
 
 using readers::RecordReader;
-using readers::Since;
+using rules::Since;
 
 namespace {
 
@@ -41,7 +41,7 @@ bool readChildren(RecordReader& in, qv::qvBaseStream& stream, qvAnnotationInterf
 void qvAnnotationInterface::Leader::load(qv::qvBaseStream& stream) {
   RecordReader in(stream);
   in.vector(m_position);
-  if (in.has(Since::heads)) in.byte(m_head);
+  if (in.has(rules::leader::head)) in.byte(m_head);
 }
 
 void qvAnnotationInterface::MeasureLeader::load(qv::qvBaseStream& stream) {
@@ -49,7 +49,7 @@ void qvAnnotationInterface::MeasureLeader::load(qv::qvBaseStream& stream) {
   in.vector(m_pointA);
   in.vector(m_pointB);
   in.vector(m_offset);
-  if (in.has(Since::arrowDirections)) in.byte(m_arrowDir);
+  if (in.has(rules::measure::arrowDirection)) in.byte(m_arrowDir);
 }
 
 void qvAnnotationInterface::load(qv::qvBaseStream& stream) {
@@ -57,7 +57,7 @@ void qvAnnotationInterface::load(qv::qvBaseStream& stream) {
   if (!in.has(Since::sharedRecord)) return;
   in.text(m_name);
   in.records(m_leaders);
-  if (in.has(Since::measures)) in.records(m_measures);
+  if (in.has(rules::annotation::measures)) in.records(m_measures);
   in.vector(m_position);
   in.byte(m_color.X());
   in.byte(m_color.Y());
@@ -65,8 +65,8 @@ void qvAnnotationInterface::load(qv::qvBaseStream& stream) {
   in.byte(m_style);
   // KEEP: an unknown child kind ends this record alone. A text or raster goes on with its own fields at the
   // next byte.
-  if (in.has(Since::children) && !readChildren(in, stream, *this)) return;
-  if (in.has(Since::annotationMetadata)) in.metadata(m_metadata);
+  if (in.has(rules::annotation::children) && !readChildren(in, stream, *this)) return;
+  if (in.has(rules::annotation::metadata)) in.metadata(m_metadata);
 }
 
 }  // namespace qvLegacy

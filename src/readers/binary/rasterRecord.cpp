@@ -5,7 +5,7 @@ namespace qvLegacy {
 
 void qvAnnotationRaster::load(qv::qvBaseStream& stream) {
   readers::RecordReader in(stream);
-  if (!in.has(readers::Since::rasters)) return in.fail();
+  if (!in.has(rules::Since::rasters)) return in.fail();
   qvAnnotationInterface::load(stream);
   in.text(m_rasterName);
   in.vector(m_size);

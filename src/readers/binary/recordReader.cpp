@@ -1,12 +1,6 @@
 #include "readers/binary/recordReader.h"
 
-#include "ports/stream.h"
-
 namespace qvLegacy::readers {
-
-bool RecordReader::has(Since gate) const noexcept {
-  return reaches(ports::version(m_stream), gate);
-}
 
 void RecordReader::fail() {
   m_stream.setStreamError();

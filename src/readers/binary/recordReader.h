@@ -5,7 +5,8 @@
 #include <string>
 
 #include "annotationLegacy/platform.h"
-#include "readers/since.h"
+#include "ports/stream.h"
+#include "rules/fields.h"
 
 namespace qvLegacy::readers {
 
@@ -18,8 +19,10 @@ class RecordReader {
  public:
   explicit RecordReader(qv::qvBaseStream& stream) noexcept : m_stream(stream) {}
 
-  /// Whether the stream's version has what `gate` names.
-  bool has(Since gate) const noexcept;
+  /// Whether the stream's version has what `since` names.
+  bool has(rules::Since since) const noexcept { return rules::reaches(ports::version(m_stream), since); }
+  /// Whether the stream's version has the field.
+  bool has(rules::Field const& field) const noexcept { return has(field.inStreams); }
   /// Marks the stream as failed.
   void fail();
 

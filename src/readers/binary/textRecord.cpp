@@ -4,7 +4,7 @@
 namespace qvLegacy {
 
 using readers::RecordReader;
-using readers::Since;
+using rules::Since;
 
 namespace {
 

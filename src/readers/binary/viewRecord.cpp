@@ -6,7 +6,7 @@
 namespace qvLegacy {
 
 using readers::RecordReader;
-using readers::Since;
+using rules::Since;
 
 namespace {
 
@@ -48,9 +48,9 @@ void qvAnnotationView::Load(qv::qvBaseStream& stream) {
   in.vector(m_planeNormal);
   in.vector(m_planeXAxis);
   std::uint32_t const texts = in.count();
-  std::uint32_t const rasters = in.has(Since::rasters) ? in.count() : 0;
+  std::uint32_t const rasters = in.has(rules::view::rasters) ? in.count() : 0;
   appendAnnotations(stream, texts, rasters, m_annotations);
-  if (in.has(Since::viewMetadata)) in.metadata(m_metadata);
+  if (in.has(rules::view::metadata)) in.metadata(m_metadata);
 }
 
 }  // namespace qvLegacy

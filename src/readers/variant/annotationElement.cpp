@@ -1,7 +1,5 @@
 #include "readers/variant/annotationElement.h"
 
-#include "readers/variant/nameTables.h"
-
 namespace qvLegacy::readers {
 
 AnnotationPointer readAnnotation(FieldReader const& owner, ports::VariantMap const& element,
@@ -12,10 +10,10 @@ AnnotationPointer readAnnotation(FieldReader const& owner, ports::VariantMap con
 }
 
 AnnotationPointer readTypedAnnotation(FieldReader& owner, ports::VariantMap const& element) {
-  TextForm const name(ports::at(element, "type"));
-  auto const type = valueOf(annotationTypes, name.text(), qvAnnotationInterface::Unknown);
+  TextForm const name(ports::at(element, rules::annotation::type.key));
+  auto const type = static_cast<qvAnnotationInterface::Type>(rules::annotationTypes.valueOf(name.text()));
   if (type == qvAnnotationInterface::Unknown) {
-    owner.invalid("invalid annotation type");
+    owner.invalid(rules::messages::invalidType);
     return nullptr;
   }
   return readAnnotation(owner, element, type);

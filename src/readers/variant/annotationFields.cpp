@@ -1,8 +1,9 @@
+#include <array>
+
 #include "annotationLegacy/qvAnnotationInterface.h"
 #include "readers/variant/annotationElement.h"
-#include "readers/variant/color.h"
 #include "readers/variant/fieldReader.h"
-#include "readers/variant/nameTables.h"
+#include "rules/values.h"
 
 namespace qvLegacy {
 
@@ -12,20 +13,20 @@ namespace {
 
 /// A list of leaders or of measure leaders, and the messages about it.
 struct RecordListField {
-  std::string_view key;
-  char const* invalid;
-  char const* invalidContent;
+  rules::Field const& list;
+  rules::Message const& invalid;
+  rules::Message const& invalidContent;
 };
 
-constexpr RecordListField leadersField{"leaders", "invalid 'leaders' field",
-                                       "invalid 'leaders' field content"};
-constexpr RecordListField measuresField{"measures", "invalid 'measures' field",
-                                        "invalid 'measures' field content"};
+constexpr RecordListField leadersField{rules::annotation::leaders, rules::messages::invalidLeaders,
+                                       rules::messages::invalidLeadersContent};
+constexpr RecordListField measuresField{rules::annotation::measures, rules::messages::invalidMeasures,
+                                        rules::messages::invalidMeasuresContent};
 
 /// Appends the elements of the list; the first one that fails ends it.
 template <class Record>
 void readRecords(FieldReader& fields, RecordListField const& field, std::vector<Record>& records) {
-  ports::Variant const* const list = fields.find(field.key);
+  ports::Variant const* const list = fields.find(field.list);
   if (list == nullptr) return;
   if (!ports::isList(*list)) {
     fields.invalid(field.invalid);
@@ -42,52 +43,52 @@ void readRecords(FieldReader& fields, RecordListField const& field, std::vector<
 }
 
 void readColor(FieldReader& fields, Wm4::Vector3<unsigned char>& color) {
-  ports::Variant const* const value = fields.find("color");
+  ports::Variant const* const value = fields.find(rules::annotation::color);
   if (value == nullptr) return;
-  if (auto const parsed = parseColor(TextForm(*value).text())) {
-    color = *parsed;
+  if (auto const parsed = rules::toColor(TextForm(*value).text())) {
+    auto const [red, green, blue] = parsed->value;
+    color = {red, green, blue};
   } else {
-    fields.invalid("invalid 'color' field");
+    fields.invalid(rules::messages::invalidColor);
   }
 }
 
 struct StyleFlag {
-  std::string_view key;
+  rules::Field const& field;
   std::uint8_t bit;
 };
 
 constexpr std::array<StyleFlag, 3> styleFlags{{
-    {"isframelocked", Annotation::FrameLocked},
-    {"isscalelocked", Annotation::ScaleLocked},
-    {"isignoreztest", Annotation::IgnoreZTest},
+    {rules::annotation::frameLocked, qvAnnotationInterface::FrameLocked},
+    {rules::annotation::scaleLocked, qvAnnotationInterface::ScaleLocked},
+    {rules::annotation::ignoreZTest, qvAnnotationInterface::IgnoreZTest},
 }};
 
 /// The style byte, made of the flags and the frame shape alone.
 std::uint8_t readStyle(FieldReader const& fields) {
-  TextForm const shape(fields.at("frameshape"));
-  unsigned style = valueOf(frameShapes, shape.text(), Annotation::Rectangle);
+  TextForm const shape(fields.at(rules::annotation::frameShape));
+  unsigned style = rules::frameShapes.valueOf(shape.text());
   for (StyleFlag const& flag : styleFlags) {
-    if (fields.isTrue(flag.key)) style |= flag.bit;
+    if (fields.isTrue(flag.field)) style |= flag.bit;
   }
   return static_cast<std::uint8_t>(style);
 }
 
-/// The list of children. "childs" is the key that the first documents with children have; it counts only
-/// where the other one is absent.
+/// The list of children; the older key counts only where the other one is absent.
 ports::Variant const* findChildren(FieldReader const& fields) {
-  ports::Variant const* const children = fields.find("children");
-  return children != nullptr ? children : fields.find("childs");
+  ports::Variant const* const children = fields.find(rules::annotation::children);
+  return children != nullptr ? children : fields.find(rules::annotation::childs);
 }
 
 /// Reads one child and appends it; one that cannot be read is dropped.
 void readChild(FieldReader& fields, ports::VariantMap const& element, qvAnnotationInterface& parent) {
   AnnotationPointer const child = readTypedAnnotation(fields, element);
   if (child.get() == nullptr) return;
-  std::string const& anchor = ports::ownText(ports::at(element, "anchorloc"));
+  std::string const& anchor = ports::ownText(ports::at(element, rules::annotation::anchor.key));
   qvAnnotationInterface::SubAnnot& node = parent.editSubAnnots().emplace_back();
   node.m_annot = child;
   // KEEP: a child without a known anchor is free here, while a new node's own default is bottom left.
-  node.m_anchor = valueOf(anchors, anchor, Annotation::Free);
+  node.m_anchor = rules::anchors.valueOf(anchor);
 }
 
 /// False, without a message, as soon as an element is no map.
@@ -106,13 +107,14 @@ bool readChildren(FieldReader& fields, qvAnnotationInterface& parent) {
 
 bool qvAnnotationInterface::Leader::loadFromVariant(qv::qvVariant const& value,
                                                     qv::qvStreamVersion const& version) {
-  if (!reaches(ports::packed(version), Since::heads)) return readVector(&value, m_position);
+  if (!rules::reaches(ports::packed(version), rules::leader::head.inVariants))
+    return readVector(&value, m_position);
   if (!ports::isMap(value)) return false;
   Wm4::Vector3<float> position = Wm4::Vector3<float>::ZERO;
   // KEEP: a leader whose position is missing or malformed runs to the origin.
-  static_cast<void>(readVector(ports::find(value.toMap(), "pos"), position));
+  static_cast<void>(readVector(ports::find(value.toMap(), rules::leader::position.key), position));
   m_position = position;
-  m_head = valueOf(leaderHeads, ports::ownText(ports::at(value.toMap(), "head")), NoHead);
+  m_head = rules::leaderHeads.valueOf(ports::ownText(ports::at(value.toMap(), rules::leader::head.key)));
   return true;
 }
 
@@ -120,26 +122,29 @@ bool qvAnnotationInterface::MeasureLeader::loadFromVariant(qv::qvVariant const& 
                                                            qv::qvStreamVersion const& version) {
   if (!ports::isMap(value)) return false;
   ports::VariantMap const& map = value.toMap();
-  if (reaches(ports::packed(version), Since::arrowDirections)) {
-    m_arrowDir = valueOf(arrowDirections, ports::ownText(ports::at(map, "arrowdir")), NoDirection);
+  if (rules::reaches(ports::packed(version), rules::measure::arrowDirection.inVariants)) {
+    m_arrowDir =
+        rules::arrowDirections.valueOf(ports::ownText(ports::at(map, rules::measure::arrowDirection.key)));
   }
-  return readVector(ports::find(map, "A"), m_pointA) && readVector(ports::find(map, "B"), m_pointB) &&
-         readVector(ports::find(map, "V"), m_offset);
+  return readVector(ports::find(map, rules::measure::pointA.key), m_pointA) &&
+         readVector(ports::find(map, rules::measure::pointB.key), m_pointB) &&
+         readVector(ports::find(map, rules::measure::offset.key), m_offset);
 }
 
 bool qvAnnotationInterface::loadFromVariant(qv::qvVariant::qvVariantMapImpl const& map,
                                             qv::qvStreamVersion const& version,
                                             std::vector<std::string>& errors) {
   FieldReader fields(map, version, errors);
-  if (!fields.has(Since::variantMaps)) return fields.invalid("invalid version for annotation interface");
-  SetName(TextForm(fields.at("name")).text());
+  if (!fields.has(rules::Since::variantMaps))
+    return fields.invalid(rules::messages::invalidAnnotationVersion);
+  SetName(TextForm(fields.at(rules::annotation::name)).text());
   readColor(fields, m_color);
-  if (!fields.vector("position", m_position, "invalid 'position' field")) return false;
+  if (!fields.vector(rules::annotation::position, m_position, rules::messages::invalidPosition)) return false;
   readRecords(fields, leadersField, m_leaders);
   readRecords(fields, measuresField, m_measures);
   m_style = readStyle(fields);
-  if (fields.has(Since::children) && !readChildren(fields, *this)) return false;
-  if (fields.has(Since::annotationMetadata)) m_metadata = fields.at("metadata").toMap();
+  if (fields.has(rules::annotation::children) && !readChildren(fields, *this)) return false;
+  if (fields.has(rules::annotation::metadata)) m_metadata = fields.at(rules::annotation::metadata).toMap();
   return true;
 }
 

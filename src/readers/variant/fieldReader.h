@@ -6,8 +6,9 @@
 
 #include "annotationLegacy/platform.h"
 #include "ports/variant.h"
-#include "readers/since.h"
 #include "readers/variant/values.h"
+#include "rules/fields.h"
+#include "rules/messages.h"
 
 namespace qvLegacy::readers {
 
@@ -18,26 +19,28 @@ class FieldReader {
               std::vector<std::string>& errors) noexcept
       : m_map(map), m_version(version), m_errors(errors) {}
 
-  /// Whether the document's version has what `gate` names.
-  bool has(Since gate) const noexcept { return reaches(ports::packed(m_version), gate); }
+  /// Whether the document's version has what `since` names.
+  bool has(rules::Since since) const noexcept { return rules::reaches(ports::packed(m_version), since); }
+  /// Whether the document's version has the field.
+  bool has(rules::Field const& field) const noexcept { return has(field.inVariants); }
 
-  /// The value under `key`, null when the key is absent.
-  ports::Variant const* find(std::string_view key) const { return ports::find(m_map, key); }
-  /// The value under `key`, the null variant when the key is absent.
-  ports::Variant const& at(std::string_view key) const { return ports::at(m_map, key); }
-  /// Whether the key is there and true.
-  bool isTrue(std::string_view key) const { return at(key).toBool(); }
+  /// The value of the field, null when its key is absent.
+  ports::Variant const* find(rules::Field const& field) const { return ports::find(m_map, field.key); }
+  /// The value of the field, the null variant when its key is absent.
+  ports::Variant const& at(rules::Field const& field) const { return ports::at(m_map, field.key); }
+  /// Whether the field is there and true.
+  bool isTrue(rules::Field const& field) const { return at(field).toBool(); }
 
   /// Appends `message` and yields false: `return fields.invalid(...)` stops the reading, without `return` it
   /// goes on.
-  bool invalid(char const* message) {
-    m_errors.emplace_back(message);
+  bool invalid(rules::Message const& message) {
+    m_errors.emplace_back(message.text);
     return false;
   }
-  /// Stores the vector under `key`; an absent key is no problem, a malformed value is reported with
+  /// Stores the vector of the field; an absent key is no problem, a malformed value is reported with
   /// `message`.
-  bool vector(std::string_view key, Wm4::Vector3<float>& vector, char const* message) {
-    ports::Variant const* const value = find(key);
+  bool vector(rules::Field const& field, Wm4::Vector3<float>& vector, rules::Message const& message) {
+    ports::Variant const* const value = find(field);
     return value == nullptr || readVector(value, vector) || invalid(message);
   }
 

@@ -1,5 +1,6 @@
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "readers/variant/fieldReader.h"
+#include "rules/values.h"
 
 namespace qvLegacy {
 
@@ -9,13 +10,13 @@ namespace {
 
 /// Width and height. The elements need not be numbers: every kind has a real form.
 bool readSize(FieldReader& fields, Wm4::Vector2<float>& size) {
-  ports::Variant const* const value = fields.find("sizeem");
+  ports::Variant const* const value = fields.find(rules::raster::size);
   if (value == nullptr) return true;
-  if (!ports::isList(*value)) return fields.invalid("invalid 'sizeem' field");
+  if (!ports::isList(*value)) return fields.invalid(rules::messages::invalidSize);
   ports::VariantList const& elements = ports::elements(*value);
-  if (elements.size() != 2) return fields.invalid("invalid 'sizeem' length");
-  size.X() = static_cast<float>(elements[0].toReal());
-  size.Y() = static_cast<float>(elements[1].toReal());
+  if (elements.size() != 2) return fields.invalid(rules::messages::invalidSizeLength);
+  size.X() = rules::toSingle(elements[0].toReal()).value;
+  size.Y() = rules::toSingle(elements[1].toReal()).value;
   return true;
 }
 
@@ -26,10 +27,9 @@ bool qvAnnotationRaster::loadFromVariant(qv::qvVariant::qvVariantMapImpl const& 
                                          std::vector<std::string>& errors) {
   if (!qvAnnotationInterface::loadFromVariant(map, version, errors)) return false;
   FieldReader fields(map, version, errors);
-  // KEEP: rasters have always reported the text's message, and hosts know it word for word.
-  if (!fields.has(Since::variantMaps)) return fields.invalid("invalid version for text annotation");
+  if (!fields.has(rules::Since::variantMaps)) return fields.invalid(rules::messages::invalidTextVersion);
   if (!readSize(fields, m_size)) return false;
-  m_rasterName = TextForm(fields.at("rastername")).text();
+  m_rasterName = TextForm(fields.at(rules::raster::name)).text();
   return true;
 }
 

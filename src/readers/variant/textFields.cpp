@@ -1,6 +1,6 @@
 #include "annotationLegacy/qvAnnotationText.h"
 #include "readers/variant/fieldReader.h"
-#include "readers/variant/nameTables.h"
+#include "rules/values.h"
 
 namespace qvLegacy {
 
@@ -12,9 +12,9 @@ using TextProperties = qvAnnotationText::TextProperties;
 using TextSegment = qvAnnotationText::TextSegment;
 
 /// Sets or clears one style bit where the key is present.
-void readStyleFlag(ports::VariantMap const& map, std::string_view key, TextProperties::StyleFlag flag,
+void readStyleFlag(ports::VariantMap const& map, rules::Field const& field, TextProperties::StyleFlag flag,
                    std::uint16_t& flags) {
-  ports::Variant const* const value = ports::find(map, key);
+  ports::Variant const* const value = ports::find(map, field.key);
   if (value == nullptr) return;
   flags = static_cast<std::uint16_t>(value->toBool() ? flags | flag : flags & ~flag);
 }
@@ -26,11 +26,12 @@ bool areEqual(TextProperties const& a, TextProperties const& b) {
 /// Reads a run on top of the annotation's default properties; it keeps its own only where they differ from
 /// these.
 void readSegment(FieldReader const& fields, TextProperties const& defaults, TextSegment& segment) {
-  segment.setText(TextForm(fields.at("text")).text());
+  segment.setText(TextForm(fields.at(rules::run::text)).text());
   TextProperties properties(defaults);
   properties.loadFromVariant(fields.map(), fields.version());
   if (!areEqual(properties, defaults)) segment.setTextProperties(properties);
-  segment.m_type = valueOf(segmentTypes, TextForm(fields.at("type")).text(), TextSegment::Normal);
+  segment.m_type = static_cast<TextSegment::SegmentType>(
+      rules::segmentTypes.valueOf(TextForm(fields.at(rules::run::type)).text()));
 }
 
 /// Reads the elements of one line; one that is no map is reported and leaves no run behind.
@@ -38,7 +39,7 @@ void readLine(FieldReader& fields, ports::VariantList const& elements, TextPrope
               qvAnnotationText::Line& line) {
   for (ports::Variant const& element : elements) {
     if (!ports::isMap(element)) {
-      fields.invalid("invalid segment");
+      fields.invalid(rules::messages::invalidSegment);
       continue;
     }
     // Filled in place: a copied run would end at its first zero character.
@@ -51,7 +52,7 @@ void readLine(FieldReader& fields, ports::VariantList const& elements, TextPrope
 void readLines(FieldReader& fields, ports::VariantList const& elements, qvAnnotationText& text) {
   for (ports::Variant const& element : elements) {
     if (!ports::isList(element)) {
-      fields.invalid("invalid line");
+      fields.invalid(rules::messages::invalidLine);
       continue;
     }
     readLine(fields, ports::elements(element), text.m_defaultTextProperties, text.m_lines.emplace_back());
@@ -59,12 +60,12 @@ void readLines(FieldReader& fields, ports::VariantList const& elements, qvAnnota
 }
 
 void readDefaultProperties(FieldReader& fields, TextProperties& properties) {
-  ports::Variant const* const value = fields.find("defaulttextprop");
+  ports::Variant const* const value = fields.find(rules::text::defaultProperties);
   if (value == nullptr) return;
   if (ports::isMap(*value)) {
     properties.loadFromVariant(value->toMap(), fields.version());
   } else {
-    fields.invalid("invalid 'defaulttextprop' field");
+    fields.invalid(rules::messages::invalidDefaultProperties);
   }
 }
 
@@ -72,14 +73,14 @@ void readDefaultProperties(FieldReader& fields, TextProperties& properties) {
 
 void qvAnnotationText::TextProperties::loadFromVariant(qv::qvVariant::qvVariantMapImpl const& map,
                                                        qv::qvStreamVersion const&) {
-  ports::Variant const* const height = ports::find(map, "heightem");
+  ports::Variant const* const height = ports::find(map, rules::properties::height.key);
   // KEEP: a height that is not given is quantised anew, which lowers one in fourteen by a hundredth.
   float const ems =
-      height != nullptr ? static_cast<float>(height->toReal()) : static_cast<float>(m_height) / 100.0F;
+      height != nullptr ? rules::toSingle(height->toReal()).value : static_cast<float>(m_height) / 100.0F;
   m_height = quantizeHeight(ems);
-  readStyleFlag(map, "bold", Bold, m_styleFlags);
-  readStyleFlag(map, "italic", Italic, m_styleFlags);
-  ports::Variant const* const font = ports::find(map, "font");
+  readStyleFlag(map, rules::properties::bold, Bold, m_styleFlags);
+  readStyleFlag(map, rules::properties::italic, Italic, m_styleFlags);
+  ports::Variant const* const font = ports::find(map, rules::properties::font.key);
   if (font != nullptr) m_fontName = TextForm(*font).text();
 }
 
@@ -88,13 +89,13 @@ bool qvAnnotationText::loadFromVariant(qv::qvVariant::qvVariantMapImpl const& ma
   if (!qvAnnotationInterface::loadFromVariant(map, version, errors)) return false;
   FieldReader fields(map, version, errors);
   // KEEP: the shared reader refuses these versions first; this check guards the text's own keys all the same.
-  if (!fields.has(Since::variantMaps)) return fields.invalid("invalid version for text annotation");
+  if (!fields.has(rules::Since::variantMaps)) return fields.invalid(rules::messages::invalidTextVersion);
   readDefaultProperties(fields, m_defaultTextProperties);
-  ports::Variant const& lines = fields.at("lines");
+  ports::Variant const& lines = fields.at(rules::text::lines);
   if (ports::isList(lines)) {
     readLines(fields, ports::elements(lines), *this);
   } else {
-    setText(TextForm(fields.at("text")).text());
+    setText(TextForm(fields.at(rules::text::plain)).text());
   }
   return true;
 }

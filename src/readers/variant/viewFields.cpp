@@ -10,29 +10,28 @@ namespace {
 
 /// A list of annotations and the messages about it.
 struct AnnotationListField {
-  std::string_view key;
-  char const* missing;
-  char const* invalid;
-  char const* invalidContent;
+  rules::Field const& list;
+  rules::Message const& missing;
+  rules::Message const& invalid;
+  rules::Message const& invalidContent;
 };
 
-constexpr AnnotationListField annotationsField{"annotations", "missing 'annotations' field",
-                                               "invalid 'annotations' field",
-                                               "invalid 'annotations' field content"};
-constexpr AnnotationListField textsField{"textannotations", "missing 'textannotations' field",
-                                         "invalid 'textannotations' field",
-                                         // KEEP: the established message names the other list.
-                                         "invalid 'annotations' field content"};
-constexpr AnnotationListField rastersField{"rasterannotations", "missing 'rasterannotations' field",
-                                           "invalid 'rasterannotations' field",
-                                           "invalid 'rasterannotations' field content"};
+namespace messages = rules::messages;
+
+constexpr AnnotationListField annotationsField{rules::view::annotations, messages::missingAnnotations,
+                                               messages::invalidAnnotations,
+                                               messages::invalidAnnotationsContent};
+constexpr AnnotationListField textsField{rules::view::texts, messages::missingTexts, messages::invalidTexts,
+                                         messages::invalidAnnotationsContent};
+constexpr AnnotationListField rastersField{rules::view::rasters, messages::missingRasters,
+                                           messages::invalidRasters, messages::invalidRastersContent};
 
 /// Appends to the view what `readElement` makes of each map in the list; an element that is no map is
 /// reported, one that cannot be read is passed over. False when there is no such list.
 template <class ReadElement>
 bool readAnnotations(FieldReader& fields, AnnotationListField const& field, qvAnnotationView& view,
                      ReadElement const& readElement) {
-  ports::Variant const* const list = fields.find(field.key);
+  ports::Variant const* const list = fields.find(field.list);
   if (list == nullptr) return fields.invalid(field.missing);
   if (!ports::isList(*list)) return fields.invalid(field.invalid);
   for (ports::Variant const& element : ports::elements(*list)) {
@@ -65,11 +64,11 @@ bool readTwoLists(FieldReader& fields, qvAnnotationView& view) {
 
 /// The view's metadata, which a document that can have it must have.
 void readMetadata(FieldReader& fields, qv::qvVariant::qvVariantMapImpl& metadata) {
-  ports::Variant const& value = fields.at("metadata");
+  ports::Variant const& value = fields.at(rules::view::metadata);
   if (ports::isMap(value)) {
     metadata = value.toMap();
   } else {
-    fields.invalid("invalid 'metadata' field");
+    fields.invalid(messages::invalidMetadata);
   }
 }
 
@@ -77,21 +76,21 @@ void readMetadata(FieldReader& fields, qv::qvVariant::qvVariantMapImpl& metadata
 
 qv::qvPointer<qvAnnotationView> qvAnnotationView::FromVariantMap(qv::qvVariant::qvVariantMapImpl const& map,
                                                                  std::vector<std::string>& errors) {
-  TextForm const versionText(ports::at(map, "ver"));
+  TextForm const versionText(ports::at(map, rules::view::version.key));
   qv::qvStreamVersion const version(versionText.text());
   FieldReader fields(map, version, errors);
-  if (!fields.has(Since::variantMaps)) {
-    errors.push_back("invalid version " + versionText.text());
+  if (!fields.has(rules::Since::variantMaps)) {
+    errors.push_back(messages::invalidVersion.text + versionText.text());
     return nullptr;
   }
   qv::qvPointer<qvAnnotationView> view = new qvAnnotationView;
-  view->SetName(TextForm(fields.at("name")).text());
-  fields.vector("origin", view->m_planeOrigin, "invalid 'origin' field");
-  fields.vector("normal", view->m_planeNormal, "invalid 'normal' field");
-  fields.vector("axis", view->m_planeXAxis, "invalid 'axis' field");
-  if (fields.has(Since::viewMetadata)) readMetadata(fields, view->m_metadata);
+  view->SetName(TextForm(fields.at(rules::view::name)).text());
+  fields.vector(rules::view::origin, view->m_planeOrigin, messages::invalidOrigin);
+  fields.vector(rules::view::normal, view->m_planeNormal, messages::invalidNormal);
+  fields.vector(rules::view::axis, view->m_planeXAxis, messages::invalidAxis);
+  if (fields.has(rules::view::metadata)) readMetadata(fields, view->m_metadata);
   bool const isRead =
-      fields.has(Since::oneAnnotationList) ? readOneList(fields, *view) : readTwoLists(fields, *view);
+      fields.has(rules::Since::oneAnnotationList) ? readOneList(fields, *view) : readTwoLists(fields, *view);
   return isRead ? view : nullptr;
 }
 

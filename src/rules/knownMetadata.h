@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-namespace qvLegacy::migration {
+namespace qvLegacy::rules {
 
 /// The metadata keys of annotations that are known, and known to be droppable.
 inline constexpr std::array<std::string_view, 7> knownMetadataKeys{
@@ -17,4 +17,4 @@ inline constexpr std::array<std::string_view, 7> knownMetadataKeys{
   return std::find(knownMetadataKeys.begin(), knownMetadataKeys.end(), key) != knownMetadataKeys.end();
 }
 
-}  // namespace qvLegacy::migration
+}  // namespace qvLegacy::rules

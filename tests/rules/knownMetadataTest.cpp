@@ -1,10 +1,10 @@
-#include "migration/knownMetadata.h"
+#include "rules/knownMetadata.h"
 
 #include <gtest/gtest.h>
 
 #include <string_view>
 
-namespace qvLegacy::migration {
+namespace qvLegacy::rules {
 namespace {
 
 TEST(KnownMetadata, AllSevenKeysAreKnown) {
@@ -23,4 +23,4 @@ TEST(KnownMetadata, KeysAreComparedWholeAndCaseSensitively) {
 }
 
 }  // namespace
-}  // namespace qvLegacy::migration
+}  // namespace qvLegacy::rules

@@ -1,0 +1,222 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "rules/gates.h"
+#include "rules/valueNames.h"
+
+/// The fields of each persisted record: a row stands for a field in both encodings. Readers name rows; what
+/// walks whole records (audit, dump, encoder) iterates them.
+namespace qvLegacy::rules {
+
+/// What a field holds.
+enum class Form : std::uint8_t {
+  Version,      ///< a text, "MAJOR.MINOR"
+  Text,         ///< a text
+  RunText,      ///< the text of a run, which has a limit
+  Vector,       ///< 3 reals
+  Size,         ///< 2 reals
+  Color,        ///< 3 bytes; six hexadecimal digits
+  Style,        ///< a byte: frame shape and flags
+  StyleFlags,   ///< 16 bits: bold and italic
+  Flag,         ///< a bool
+  Height,       ///< 16 bits, hundredths of an em; a number of ems
+  Named,        ///< a byte; one of `names`
+  Metadata,     ///< a variant map
+  Properties,   ///< a record of text properties
+  Leaders,      ///< a list of leaders
+  Measures,     ///< a list of measure leaders
+  Lines,        ///< a list of lists of runs
+  Texts,        ///< a list of text annotations
+  Rasters,      ///< a list of raster annotations
+  Annotations,  ///< a list of annotations that name their types
+};
+
+/// One field of a record.
+struct Field {
+  std::string_view name;  ///< in a stream, where fields have places only; empty for a field that it lacks
+  std::string_view key;   ///< in a variant map; empty for a field that it lacks
+  Form form;
+  Since inStreams = Since::views;
+  Since inVariants = Since::variantMaps;
+  std::optional<Since> outOfVariants{};  ///< the change that retired the key
+  ValueNames const* names = nullptr;
+
+  /// Whether a variant map of the packed `version` has the field.
+  constexpr bool isInVariants(std::uint32_t version) const noexcept {
+    return reaches(version, inVariants) && !(outOfVariants && reaches(version, *outOfVariants));
+  }
+};
+
+namespace view {
+inline constexpr Field version{.name = {}, .key = "ver", .form = Form::Version};
+inline constexpr Field name{.name = "name", .key = "name", .form = Form::Text};
+inline constexpr Field origin{.name = "planeOrigin", .key = "origin", .form = Form::Vector};
+inline constexpr Field normal{.name = "planeNormal", .key = "normal", .form = Form::Vector};
+inline constexpr Field axis{.name = "planeXAxis", .key = "axis", .form = Form::Vector};
+inline constexpr Field texts{
+    .name = "text", .key = "textannotations", .form = Form::Texts, .outOfVariants = Since::oneAnnotationList};
+inline constexpr Field rasters{.name = "raster",
+                               .key = "rasterannotations",
+                               .form = Form::Rasters,
+                               .inStreams = Since::rasters,
+                               .outOfVariants = Since::oneAnnotationList};
+inline constexpr Field annotations{
+    .name = {}, .key = "annotations", .form = Form::Annotations, .inVariants = Since::oneAnnotationList};
+inline constexpr Field metadata{.name = "metadata",
+                                .key = "metadata",
+                                .form = Form::Metadata,
+                                .inStreams = Since::viewMetadata,
+                                .inVariants = Since::viewMetadata};
+
+inline constexpr std::array fields{version, name,    origin,      normal,  axis,
+                                   texts,   rasters, annotations, metadata};
+}  // namespace view
+
+/// What text and raster annotations share.
+namespace annotation {
+inline constexpr Field name{.name = "name", .key = "name", .form = Form::Text};
+inline constexpr Field leaders{.name = "leader", .key = "leaders", .form = Form::Leaders};
+inline constexpr Field measures{
+    .name = "measure", .key = "measures", .form = Form::Measures, .inStreams = Since::measures};
+inline constexpr Field position{.name = "position", .key = "position", .form = Form::Vector};
+inline constexpr Field color{.name = "color", .key = "color", .form = Form::Color};
+inline constexpr Field style{.name = "style", .key = {}, .form = Form::Style};
+inline constexpr Field frameShape{
+    .name = {}, .key = "frameshape", .form = Form::Named, .names = &frameShapes};
+inline constexpr Field frameLocked{.name = {}, .key = "isframelocked", .form = Form::Flag};
+inline constexpr Field scaleLocked{.name = {}, .key = "isscalelocked", .form = Form::Flag};
+inline constexpr Field ignoreZTest{.name = {}, .key = "isignoreztest", .form = Form::Flag};
+inline constexpr Field children{.name = "sub",
+                                .key = "children",
+                                .form = Form::Annotations,
+                                .inStreams = Since::children,
+                                .inVariants = Since::children};
+/// The key that the first documents with children have; it counts only where the other one is absent.
+inline constexpr Field childs{
+    .name = {}, .key = "childs", .form = Form::Annotations, .inVariants = Since::children};
+inline constexpr Field metadata{.name = "metadata",
+                                .key = "metadata",
+                                .form = Form::Metadata,
+                                .inStreams = Since::annotationMetadata,
+                                .inVariants = Since::annotationMetadata};
+/// The kind of an element in a list of annotations that name their types.
+inline constexpr Field type{.name = "kind",
+                            .key = "type",
+                            .form = Form::Named,
+                            .inStreams = Since::children,
+                            .inVariants = Since::oneAnnotationList,
+                            .names = &annotationTypes};
+/// The place of a child on its parent.
+inline constexpr Field anchor{.name = "anchor",
+                              .key = "anchorloc",
+                              .form = Form::Named,
+                              .inStreams = Since::children,
+                              .inVariants = Since::children,
+                              .names = &anchors};
+
+inline constexpr std::array fields{name,     leaders,    measures,    position,    color,
+                                   style,    frameShape, frameLocked, scaleLocked, ignoreZTest,
+                                   children, childs,     metadata,    type,        anchor};
+}  // namespace annotation
+
+namespace text {
+inline constexpr Field defaultProperties{
+    .name = "defaultProperties", .key = "defaulttextprop", .form = Form::Properties};
+inline constexpr Field lines{.name = "line", .key = "lines", .form = Form::Lines};
+/// A whole text, where there are no lines.
+inline constexpr Field plain{.name = {}, .key = "text", .form = Form::Text};
+
+inline constexpr std::array fields{defaultProperties, lines, plain};
+}  // namespace text
+
+namespace raster {
+inline constexpr Field name{.name = "rasterName", .key = "rastername", .form = Form::Text};
+inline constexpr Field size{.name = "size", .key = "sizeem", .form = Form::Size};
+
+inline constexpr std::array fields{name, size};
+}  // namespace raster
+
+namespace properties {
+inline constexpr Field font{.name = "font", .key = "font", .form = Form::Text};
+inline constexpr Field height{.name = "height", .key = "heightem", .form = Form::Height};
+inline constexpr Field styleFlags{.name = "styleFlags", .key = {}, .form = Form::StyleFlags};
+inline constexpr Field bold{.name = {}, .key = "bold", .form = Form::Flag};
+inline constexpr Field italic{.name = {}, .key = "italic", .form = Form::Flag};
+
+inline constexpr std::array fields{font, height, styleFlags, bold, italic};
+}  // namespace properties
+
+/// Runs have the fields of text properties beside these.
+namespace run {
+inline constexpr Field text{.name = "text", .key = "text", .form = Form::RunText};
+inline constexpr Field type{.name = "type",
+                            .key = "type",
+                            .form = Form::Named,
+                            .inStreams = Since::segmentTypes,
+                            .names = &segmentTypes};
+
+inline constexpr std::array fields{text, type};
+}  // namespace run
+
+/// In variants before heads a leader is its position alone, without a key.
+namespace leader {
+inline constexpr Field position{
+    .name = "position", .key = "pos", .form = Form::Vector, .inVariants = Since::heads};
+inline constexpr Field head{.name = "head",
+                            .key = "head",
+                            .form = Form::Named,
+                            .inStreams = Since::heads,
+                            .inVariants = Since::heads,
+                            .names = &leaderHeads};
+
+inline constexpr std::array fields{position, head};
+}  // namespace leader
+
+namespace measure {
+inline constexpr Field pointA{.name = "pointA", .key = "A", .form = Form::Vector};
+inline constexpr Field pointB{.name = "pointB", .key = "B", .form = Form::Vector};
+inline constexpr Field offset{.name = "offset", .key = "V", .form = Form::Vector};
+inline constexpr Field arrowDirection{.name = "arrowDirection",
+                                      .key = "arrowdir",
+                                      .form = Form::Named,
+                                      .inStreams = Since::arrowDirections,
+                                      .inVariants = Since::arrowDirections,
+                                      .names = &arrowDirections};
+
+inline constexpr std::array fields{pointA, pointB, offset, arrowDirection};
+}  // namespace measure
+
+/// A kind of record in a variant map: its own fields and those that it shares with another kind.
+struct Record {
+  std::string_view name;  ///< in the plural
+  std::span<Field const> own;
+  std::span<Field const> shared;
+
+  /// The row of a key; null for one that no version's reader looks at.
+  constexpr Field const* find(std::string_view key) const noexcept {
+    for (auto const& fields : {own, shared}) {
+      for (Field const& field : fields) {
+        if (!key.empty() && field.key == key) return &field;
+      }
+    }
+    return nullptr;
+  }
+};
+
+namespace records {
+inline constexpr Record views{"views", view::fields, {}};
+inline constexpr Record texts{"text annotations", text::fields, annotation::fields};
+inline constexpr Record rasters{"raster annotations", raster::fields, annotation::fields};
+inline constexpr Record properties{"text properties", rules::properties::fields, {}};
+inline constexpr Record runs{"text runs", run::fields, rules::properties::fields};
+inline constexpr Record leaders{"leaders", leader::fields, {}};
+inline constexpr Record measures{"measure leaders", measure::fields, {}};
+}  // namespace records
+
+}  // namespace qvLegacy::rules
