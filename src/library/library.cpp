@@ -6,6 +6,7 @@
 #include "annotationLegacy/qvAnnotationView.h"
 #include "library/onFailure.h"
 #include "ports/lifecycle.h"
+#include "rules/typeNames.h"
 
 // The library's static objects stand in this one file because their order of construction is fixed: the
 // counter, then the type records of the metadata object and of the view.
@@ -18,17 +19,16 @@ qv::impl::LibInitCounter initCounter("annotationLegacy", true);
 
 namespace qvLegacy {
 
-qv::qvRtti const qvAnnotationMetaData::TYPE("qvCore.qvAnnotationMetaData", &qv::qvMetadataInterface::TYPE);
-qv::qvRtti const qvAnnotationView::TYPE("qvCore.qvAnnotationView", &qv::qvObject::TYPE);
+qv::qvRtti const qvAnnotationMetaData::TYPE(rules::metadataTypeNameOfRecord, &qv::qvMetadataInterface::TYPE);
+qv::qvRtti const qvAnnotationView::TYPE(rules::viewTypeName, &qv::qvObject::TYPE);
 
 namespace {
 
 /// The persisted type names that the library itself registers.
 struct FactoryNames {
-  std::string m_view = "qvCore.qvAnnotationView";
-  // KEEP: a lower-case "d", unlike the type record's "qvCore.qvAnnotationMetaData". Documents were written
-  // under this name; the other one answers only after qvAnnotationMetaData::RegisterFactory().
-  std::string m_metadata = "qvCore.qvAnnotationMetadata";
+  std::string m_view = rules::viewTypeName;
+  // KEEP: not the name of the type record, which answers only after qvAnnotationMetaData::RegisterFactory().
+  std::string m_metadata = rules::metadataTypeName;
 };
 
 void beginLibrary(FactoryNames const& names) {

@@ -120,6 +120,9 @@ inline constexpr Field anchor{.name = "anchor",
                               .inVariants = Since::children,
                               .names = &anchors};
 
+/// In a stream these stand in front of the children, metadata behind them.
+inline constexpr std::array head{name, leaders, measures, position, color, style};
+
 inline constexpr std::array fields{name,     leaders,    measures,    position,    color,
                                    style,    frameShape, frameLocked, scaleLocked, ignoreZTest,
                                    children, childs,     metadata,    type,        anchor};

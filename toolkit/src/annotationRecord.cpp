@@ -5,7 +5,8 @@
 
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
-#include "streamGates.h"
+#include "legacyMembers.h"
+#include "rules/gates.h"
 #include "variantMapWriter.h"
 
 namespace qvToolkit {
@@ -15,13 +16,14 @@ namespace {
 using qvLegacy::qvAnnotationInterface;
 using qvLegacy::qvAnnotationRaster;
 using qvLegacy::qvAnnotationText;
+using qvLegacy::rules::Since;
 
 /// Writes the parts of annotation records of one version.
 class RecordWriter {
  public:
   RecordWriter(StreamBytes& out, std::uint32_t version) : m_out(out), m_version(version) {}
 
-  bool has(StreamGate const& gate) const { return gate.isOpenAt(m_version); }
+  bool has(Since since) const { return qvLegacy::rules::reaches(m_version, since); }
 
   void writeOldText(qvAnnotationText const& text);
   /// Everything in front of an annotation's children, their count included.
@@ -31,12 +33,36 @@ class RecordWriter {
   void writeTail(qvAnnotationInterface const& annotation);
 
  private:
-  void writeColor(qvAnnotationInterface const& annotation);
-  void writeLeaders(qvAnnotationInterface const& annotation);
-  void writeMeasures(qvAnnotationInterface const& annotation);
-  void writeProperties(qvAnnotationText::TextProperties const& properties);
-  void writeLines(qvAnnotationText const& text);
-  void writeRun(qvAnnotationText::TextSegment const& run);
+  /// The fields that the version has, in order.
+  template <class Record, class... Members>
+  void writeFields(Record const& record, std::tuple<Members...> const& members) {
+    std::apply([&](Members const&... member) { (writeField(record, member), ...); }, members);
+  }
+  template <class Record, class Member>
+  void writeField(Record const& record, Member const& member) {
+    if (has(member.field.inStreams)) write(record.*member.member);
+  }
+
+  void write(std::uint8_t value) { m_out.byte(value); }
+  void write(std::uint16_t value) { m_out.number(value); }
+  void write(std::string const& value) { m_out.text(value); }
+  void write(Wm4::Vector3<float> const& value) { m_out.point(value); }
+  void write(Wm4::Vector2<float> const& value);
+  void write(Wm4::Vector3<unsigned char> const& color);
+  void write(qvAnnotationInterface::Leader const& leader) { writeFields(leader, members::leader); }
+  void write(qvAnnotationInterface::MeasureLeader const& measure) { writeFields(measure, members::measure); }
+  void write(qvAnnotationText::TextProperties const& value) { writeFields(value, members::properties); }
+  void write(qvAnnotationText::TextSegment const& run);
+  /// A count and that many elements.
+  template <class List>
+  void writeList(List const& list) {
+    m_out.count(list.size());
+    for (auto const& element : list) write(element);
+  }
+  void write(std::vector<qvAnnotationInterface::Leader> const& leaders) { writeList(leaders); }
+  void write(std::vector<qvAnnotationInterface::MeasureLeader> const& measures) { writeList(measures); }
+  void write(qvAnnotationText::Line const& line) { writeList(line); }
+  void write(qvAnnotationText::LineList const& lines) { writeList(lines); }
 
   StreamBytes& m_out;
   std::uint32_t m_version;
@@ -44,24 +70,19 @@ class RecordWriter {
 
 /// Before 6.15 a text had an order of its own.
 void RecordWriter::writeOldText(qvAnnotationText const& text) {
-  if (has(streamGates::Names)) m_out.text(text.m_name);
-  writeProperties(text.m_defaultTextProperties);
-  writeLeaders(text);
-  writeLines(text);
-  m_out.point(text.m_position);
-  writeColor(text);
+  if (has(Since::annotationNames)) write(text.m_name);
+  write(text.m_defaultTextProperties);
+  write(text.m_leaders);
+  write(text.m_lines);
+  write(text.m_position);
+  write(text.m_color);
   bool const hasFrame = (text.m_style & qvAnnotationInterface::FrameShapeMask) != 0;
-  m_out.byte(has(streamGates::FrameShapes) ? text.m_style : static_cast<std::uint8_t>(hasFrame));
+  write(has(Since::frameShapes) ? text.m_style : static_cast<std::uint8_t>(hasFrame));
 }
 
 void RecordWriter::writeHead(qvAnnotationInterface const& annotation) {
-  m_out.text(annotation.m_name);
-  writeLeaders(annotation);
-  if (has(streamGates::Measures)) writeMeasures(annotation);
-  m_out.point(annotation.m_position);
-  writeColor(annotation);
-  m_out.byte(annotation.m_style);
-  if (has(streamGates::Children)) m_out.count(annotation.getSubAnnotsCount());
+  writeFields(annotation, members::head);
+  if (has(Since::children)) m_out.count(annotation.getSubAnnotsCount());
 }
 
 void RecordWriter::writeNode(qvAnnotationInterface::SubAnnot const& node) {
@@ -70,57 +91,27 @@ void RecordWriter::writeNode(qvAnnotationInterface::SubAnnot const& node) {
 }
 
 void RecordWriter::writeTail(qvAnnotationInterface const& annotation) {
-  if (has(streamGates::AnnotationMetadata)) writeVariantMap(m_out, annotation.m_metadata);
+  if (has(Since::annotationMetadata)) writeVariantMap(m_out, annotation.m_metadata);
   if (auto const* const text = dynamic_cast<qvAnnotationText const*>(&annotation)) {
-    writeProperties(text->m_defaultTextProperties);
-    writeLines(*text);
+    writeFields(*text, members::text);
   } else if (auto const* const raster = dynamic_cast<qvAnnotationRaster const*>(&annotation)) {
-    m_out.text(raster->m_rasterName);
-    m_out.real(raster->m_size.X());
-    m_out.real(raster->m_size.Y());
+    writeFields(*raster, members::raster);
   }
 }
 
-void RecordWriter::writeColor(qvAnnotationInterface const& annotation) {
-  m_out.byte(annotation.m_color.X());
-  m_out.byte(annotation.m_color.Y());
-  m_out.byte(annotation.m_color.Z());
+void RecordWriter::write(Wm4::Vector2<float> const& value) {
+  m_out.real(value.X());
+  m_out.real(value.Y());
 }
 
-void RecordWriter::writeLeaders(qvAnnotationInterface const& annotation) {
-  m_out.count(annotation.m_leaders.size());
-  for (qvAnnotationInterface::Leader const& leader : annotation.m_leaders) {
-    m_out.point(leader.m_position);
-    if (has(streamGates::Heads)) m_out.byte(leader.m_head);
-  }
+void RecordWriter::write(Wm4::Vector3<unsigned char> const& color) {
+  m_out.byte(color.X());
+  m_out.byte(color.Y());
+  m_out.byte(color.Z());
 }
 
-void RecordWriter::writeMeasures(qvAnnotationInterface const& annotation) {
-  m_out.count(annotation.m_measures.size());
-  for (qvAnnotationInterface::MeasureLeader const& measure : annotation.m_measures) {
-    m_out.point(measure.m_pointA);
-    m_out.point(measure.m_pointB);
-    m_out.point(measure.m_offset);
-    if (has(streamGates::Arrows)) m_out.byte(measure.m_arrowDir);
-  }
-}
-
-void RecordWriter::writeProperties(qvAnnotationText::TextProperties const& properties) {
-  m_out.text(properties.m_fontName);
-  m_out.number(properties.m_height);
-  m_out.number(properties.m_styleFlags);
-}
-
-void RecordWriter::writeLines(qvAnnotationText const& text) {
-  m_out.count(text.m_lines.size());
-  for (qvAnnotationText::Line const& line : text.m_lines) {
-    m_out.count(line.size());
-    for (qvAnnotationText::TextSegment const& run : line) writeRun(run);
-  }
-}
-
-void RecordWriter::writeRun(qvAnnotationText::TextSegment const& run) {
-  if (has(streamGates::RunTypes)) {
+void RecordWriter::write(qvAnnotationText::TextSegment const& run) {
+  if (has(Since::segmentTypes)) {
     m_out.number(run.m_length);
     m_out.raw({run.getText(), run.m_length});
     m_out.byte(static_cast<std::uint8_t>(run.m_type));
@@ -129,7 +120,7 @@ void RecordWriter::writeRun(qvAnnotationText::TextSegment const& run) {
     m_out.text(std::string_view(run.getText()));
   }
   m_out.byte(run.m_textProperties != nullptr ? 1 : 0);
-  if (run.m_textProperties != nullptr) writeProperties(*run.m_textProperties);
+  if (run.m_textProperties != nullptr) write(*run.m_textProperties);
 }
 
 /// An annotation whose children are being written.
@@ -146,7 +137,7 @@ struct Level {
 
 void writeTree(RecordWriter& writer, qvAnnotationInterface const& root) {
   writer.writeHead(root);
-  if (!writer.has(streamGates::Children)) return writer.writeTail(root);
+  if (!writer.has(Since::children)) return writer.writeTail(root);
   std::vector<Level> levels = {Level(root)};
   while (!levels.empty()) {
     Level& level = levels.back();
@@ -168,7 +159,7 @@ void writeTree(RecordWriter& writer, qvAnnotationInterface const& root) {
 void writeAnnotationRecord(StreamBytes& out, qvAnnotationInterface const& annotation, std::uint32_t version) {
   RecordWriter writer(out, version);
   auto const* const text = dynamic_cast<qvAnnotationText const*>(&annotation);
-  if (text != nullptr && !writer.has(streamGates::SharedRecord)) return writer.writeOldText(*text);
+  if (text != nullptr && !writer.has(Since::sharedRecord)) return writer.writeOldText(*text);
   writeTree(writer, annotation);
 }
 

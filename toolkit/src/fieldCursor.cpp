@@ -75,15 +75,17 @@ void FieldCursor::endPayload(std::string_view expected) {
   m_isBroken = false;
 }
 
-bool FieldCursor::has(StreamGate const& gate, std::string_view name) {
+bool FieldCursor::has(qvLegacy::rules::Since since, std::string_view name) {
   if (m_isBroken) return false;
-  bool const isOpen = gate.isOpenAt(m_version);
-  std::string const since = qv::qvStreamVersion(gate.m_version).toString();
+  if (since == qvLegacy::rules::Since::views) return true;
+  qvLegacy::rules::Gate const& gate = qvLegacy::rules::gateOf(since);
+  bool const isOpen = m_version >= gate.version;
+  std::string const version = qv::qvStreamVersion(gate.version).toString();
   if (!isOpen && !name.empty()) {
-    m_gate = "since " + since;
+    m_gate = "since " + version;
     emit(StreamField::State::Absent, name, 0, "not in " + qv::qvStreamVersion(m_version).toString());
   } else {
-    m_gate = (isOpen ? "since " : "before ") + since;
+    m_gate = (isOpen ? "since " : "before ") + version;
   }
   return isOpen;
 }

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "streamGates.h"
+#include "rules/fields.h"
 #include "toolkit/streamDump.h"
 
 namespace qvToolkit {
@@ -58,9 +58,9 @@ class FieldCursor {
   };
   FieldPath& editPath() { return m_path; }
 
-  /// Whether the version has what `gate` names; the next field bears the gate. A closed gate shows `name`,
-  /// unless it is empty, as a field that is not there.
-  bool has(StreamGate const& gate, std::string_view name);
+  /// Whether the version has what `since` names; the next field bears the gate, unless it is as old as views.
+  /// A closed gate shows `name`, unless it is empty, as a field that is not there.
+  bool has(qvLegacy::rules::Since since, std::string_view name);
 
   /// Takes bytes for one field, to be shown next; fewer than asked for are a break. Empty then.
   std::string_view take(std::string_view name, std::uint64_t size);

@@ -1,6 +1,6 @@
 #include "colorText.h"
 #include "jsonParts.h"
-#include "legacyNames.h"
+#include "rules/valueNames.h"
 #include "toolkit/inspection.h"
 
 namespace qvToolkit {
@@ -57,11 +57,12 @@ void writeAnchor(JsonWriter& json, std::optional<std::uint32_t> const& anchor) {
 void writeAnnotation(JsonWriter& json, InspectedAnnotation const& annotation) {
   json.beginObject();
   json.member("address", annotation.m_address);
-  json.member("kind", getTypeName(annotation.m_type));
+  json.member("kind", qvLegacy::rules::annotationTypes.nameOf(annotation.m_type));
   writeBytes(json, "name", annotation.m_name);
   writeBytes(json, "text", annotation.m_text);
   writeAnchor(json, annotation.m_anchor);
-  json.member("frame", getFrameShapeName(annotation.m_style));
+  json.member("frame", qvLegacy::rules::frameShapes.nameOf(annotation.m_style &
+                                                           qvLegacy::qvAnnotationInterface::FrameShapeMask));
   json.member("color", formatColor(annotation.m_color));
   writeVector(json, "position", annotation.m_position);
   writeAnnotationCounts(json, annotation);

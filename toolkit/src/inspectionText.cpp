@@ -9,7 +9,7 @@
 #include "colorText.h"
 #include "countText.h"
 #include "jsonParts.h"
-#include "legacyNames.h"
+#include "rules/valueNames.h"
 #include "textTable.h"
 #include "toolkit/inspection.h"
 #include "toolkit/textEscape.h"
@@ -59,7 +59,9 @@ std::string formatName(std::string_view name, std::uint64_t number) {
 
 std::string formatFrame(std::uint8_t style) {
   using qvLegacy::qvAnnotationInterface;
-  std::string text = formatName(getFrameShapeName(style), style & qvAnnotationInterface::FrameShapeMask);
+  std::string text =
+      formatName(qvLegacy::rules::frameShapes.nameOf(style & qvLegacy::qvAnnotationInterface::FrameShapeMask),
+                 style & qvAnnotationInterface::FrameShapeMask);
   if ((style & qvAnnotationInterface::FrameLocked) != 0) text += " frame-locked";
   if ((style & qvAnnotationInterface::ScaleLocked) != 0) text += " scale-locked";
   if ((style & qvAnnotationInterface::IgnoreZTest) != 0) text += " on-top";
@@ -74,8 +76,10 @@ TableRow makeHeader() {
 TableRow makeRow(InspectedAnnotation const& annotation) {
   LegacyCounts const& counts = annotation.m_counts;
   return {annotation.m_address,
-          formatName(getTypeName(annotation.m_type), annotation.m_type),
-          annotation.m_anchor ? formatName(getAnchorName(*annotation.m_anchor), *annotation.m_anchor) : "-",
+          formatName(qvLegacy::rules::annotationTypes.nameOf(annotation.m_type), annotation.m_type),
+          annotation.m_anchor
+              ? formatName(qvLegacy::rules::anchors.nameOf(*annotation.m_anchor), *annotation.m_anchor)
+              : "-",
           formatFrame(annotation.m_style),
           formatColor(annotation.m_color),
           formatPoint(annotation.m_position),

@@ -9,7 +9,7 @@
 #include "annotationWalk.h"
 #include "colorText.h"
 #include "jsonParts.h"
-#include "legacyNames.h"
+#include "rules/valueNames.h"
 #include "toolkit/inspection.h"
 #include "variantJson.h"
 
@@ -47,7 +47,8 @@ void writeRun(JsonWriter& json, qvAnnotationText::TextSegment const& run) {
   json.beginObject();
   writeBytes(json, "text", {run.getText(), run.m_length});
   json.member("length", std::uint64_t{run.m_length});
-  writeEnumeration(json, "type", static_cast<std::uint8_t>(run.m_type), getSegmentTypeName(run.m_type));
+  writeEnumeration(json, "type", static_cast<std::uint8_t>(run.m_type),
+                   qvLegacy::rules::segmentTypes.nameOf(run.m_type));
   json.key("properties");
   if (run.m_textProperties == nullptr) {
     json.null();
@@ -78,7 +79,7 @@ void writeLeaders(JsonWriter& json, qvAnnotationInterface const& annotation) {
   for (qvAnnotationInterface::Leader const& leader : annotation.m_leaders) {
     json.beginObject();
     writeVector(json, "position", leader.m_position);
-    writeEnumeration(json, "head", leader.m_head, getHeadName(leader.m_head));
+    writeEnumeration(json, "head", leader.m_head, qvLegacy::rules::leaderHeads.nameOf(leader.m_head));
     json.endObject();
   }
   json.endArray();
@@ -88,7 +89,8 @@ void writeLeaders(JsonWriter& json, qvAnnotationInterface const& annotation) {
     writeVector(json, "pointA", measure.m_pointA);
     writeVector(json, "pointB", measure.m_pointB);
     writeVector(json, "offset", measure.m_offset);
-    writeEnumeration(json, "arrowDirection", measure.m_arrowDir, getArrowDirectionName(measure.m_arrowDir));
+    writeEnumeration(json, "arrowDirection", measure.m_arrowDir,
+                     qvLegacy::rules::arrowDirections.nameOf(measure.m_arrowDir));
     json.endObject();
   }
   json.endArray();
@@ -97,14 +99,15 @@ void writeLeaders(JsonWriter& json, qvAnnotationInterface const& annotation) {
 void writeStyle(JsonWriter& json, std::uint8_t style) {
   json.member("style", std::uint64_t{style});
   std::uint8_t const shape = style & qvAnnotationInterface::FrameShapeMask;
-  writeEnumeration(json, "frameShape", shape, getFrameShapeName(shape));
+  writeEnumeration(json, "frameShape", shape, qvLegacy::rules::frameShapes.nameOf(shape));
   json.member("ignoreZTest", (style & qvAnnotationInterface::IgnoreZTest) != 0);
   json.member("scaleLocked", (style & qvAnnotationInterface::ScaleLocked) != 0);
   json.member("frameLocked", (style & qvAnnotationInterface::FrameLocked) != 0);
 }
 
 void writeFields(JsonWriter& json, qvAnnotationInterface const& annotation) {
-  writeEnumeration(json, "kind", annotation.m_type, getTypeName(annotation.m_type));
+  writeEnumeration(json, "kind", annotation.m_type,
+                   qvLegacy::rules::annotationTypes.nameOf(annotation.m_type));
   writeBytes(json, "name", annotation.m_name);
   writeVector(json, "position", annotation.m_position);
   json.member("color", formatColor(annotation.m_color));
@@ -121,7 +124,7 @@ void writeAnnotation(JsonWriter& json, WalkedAnnotation const& walked) {
   json.member("address", walked.m_address);
   json.member("depth", std::uint64_t{walked.m_depth});
   if (walked.m_anchor.has_value())
-    writeEnumeration(json, "anchor", *walked.m_anchor, getAnchorName(*walked.m_anchor));
+    writeEnumeration(json, "anchor", *walked.m_anchor, qvLegacy::rules::anchors.nameOf(*walked.m_anchor));
   json.member("isNull", walked.m_annotation == nullptr);
   if (walked.m_annotation != nullptr) writeFields(json, *walked.m_annotation);
   json.endObject();

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <span>
 #include <utility>
 #include <vector>
 
@@ -341,10 +340,10 @@ void ViewAudit::checkKeys(VariantMap const& map, RecordKind kind) {
 /// Texts that stand for a number: those that the reader does not know are taken for the default without a
 /// message.
 void ViewAudit::checkValue(RecordKind kind, std::string_view key, qv::qvVariant const& value) {
-  std::span<std::string_view const> const names = findValueNames(kind, key);
-  if (names.empty()) return;
+  qvLegacy::rules::ValueNames const* const names = findValueNames(kind, key);
+  if (names == nullptr) return;
   std::string const text = value.toString();
-  if (text.empty() || std::find(names.begin(), names.end(), text) != names.end()) return;
+  if (text.empty() || names->has(text)) return;
   Inside const inside(*this, key);
   m_passedOver.addValue(kind, key, text, m_pointer);
 }

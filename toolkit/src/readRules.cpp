@@ -1,10 +1,10 @@
 #include "readRules.h"
 
 #include <algorithm>
-#include <span>
+#include <iterator>
 #include <vector>
 
-#include "legacyNames.h"
+#include "rules/fields.h"
 
 namespace qvToolkit {
 
@@ -12,44 +12,17 @@ namespace {
 
 using qvLegacy::qvAnnotationInterface;
 
-constexpr std::string_view ViewKeys[] = {
-    "ver",      "name",        "origin",          "normal",           "axis",
-    "metadata", "annotations", "textannotations", "rasterannotations"};
-constexpr std::string_view SharedKeys[] = {
-    "name",          "type",          "anchorloc",     "color",      "position", "leaders", "measures",
-    "isframelocked", "isscalelocked", "isignoreztest", "frameshape", "children", "childs",  "metadata"};
-constexpr std::string_view TextKeys[] = {"defaulttextprop", "lines", "text"};
-constexpr std::string_view RasterKeys[] = {"sizeem", "rastername"};
-constexpr std::string_view PropertyKeys[] = {"heightem", "bold", "italic", "font"};
-constexpr std::string_view RunKeys[] = {"text", "type"};
-constexpr std::string_view LeaderKeys[] = {"pos", "head"};
-constexpr std::string_view MeasureKeys[] = {"A", "B", "V", "arrowdir"};
-
-/// The keys of a record: its own and those that it shares with another kind.
-struct RecordKeys {
-  std::string_view m_name;
-  std::span<std::string_view const> m_own;
-  std::span<std::string_view const> m_shared;
-};
+namespace rules = qvLegacy::rules;
 
 /// In the order of `RecordKind`.
-constexpr RecordKeys Records[] = {
-    {"views", ViewKeys, {}},
-    {"text annotations", TextKeys, SharedKeys},
-    {"raster annotations", RasterKeys, SharedKeys},
-    {"text properties", PropertyKeys, {}},
-    {"text runs", RunKeys, PropertyKeys},
-    {"leaders", LeaderKeys, {}},
-    {"measure leaders", MeasureKeys, {}},
+constexpr rules::Record const* Records[] = {
+    &rules::records::views, &rules::records::texts,   &rules::records::rasters,  &rules::records::properties,
+    &rules::records::runs,  &rules::records::leaders, &rules::records::measures,
 };
 static_assert(std::size(Records) == static_cast<std::size_t>(RecordKind::MeasureLeader) + 1);
 
-RecordKeys const& getKeys(RecordKind kind) {
-  return Records[static_cast<std::size_t>(kind)];
-}
-
-bool contains(std::span<std::string_view const> keys, std::string_view key) {
-  return std::find(keys.begin(), keys.end(), key) != keys.end();
+rules::Record const& getRecord(RecordKind kind) {
+  return *Records[static_cast<std::size_t>(kind)];
 }
 
 bool isRefusedSize(VariantMap const& record) {
@@ -64,21 +37,17 @@ bool holdsOnlyMaps(VariantList const& list) {
 }  // namespace
 
 std::string_view getRecordName(RecordKind kind) {
-  return getKeys(kind).m_name;
+  return getRecord(kind).name;
 }
 
 bool isKnownKey(RecordKind kind, std::string_view key) {
-  return contains(getKeys(kind).m_own, key) || contains(getKeys(kind).m_shared, key);
+  return getRecord(kind).find(key) != nullptr;
 }
 
-std::span<std::string_view const> findValueNames(RecordKind kind, std::string_view key) {
-  bool const isAnnotation = kind == RecordKind::TextAnnotation || kind == RecordKind::RasterAnnotation;
-  if (isAnnotation && key == "frameshape") return getFrameShapeNames();
-  if (isAnnotation && key == "anchorloc") return getAnchorNames();
-  if (kind == RecordKind::Leader && key == "head") return getHeadNames();
-  if (kind == RecordKind::MeasureLeader && key == "arrowdir") return getArrowDirectionNames();
-  if (kind == RecordKind::Run && key == "type") return getSegmentTypeNames();
-  return {};
+rules::ValueNames const* findValueNames(RecordKind kind, std::string_view key) {
+  rules::Field const* const field = getRecord(kind).find(key);
+  // A record of an unknown kind is refused, which is said elsewhere.
+  return field == nullptr || field == &rules::annotation::type ? nullptr : field->names;
 }
 
 qvAnnotationInterface::Type getNamedType(VariantMap const& record) {

@@ -6,6 +6,8 @@
 #include "annotationLegacy/platform.h"
 #include "inputFile.h"
 #include "recordWalk.h"
+#include "rules/typeNames.h"
+#include "streamContainer.h"
 #include "streamDocument.h"
 #include "toolkit/textEscape.h"
 
@@ -47,8 +49,9 @@ bool walkObject(FieldCursor& in, std::uint32_t index) {
   if (in.isBroken()) return false;
   std::uint64_t const held = std::min(size, in.getLeft());
   in.beginPayload(size);
-  bool const isView = type == ViewTypeName;
-  bool const isMetadata = type == MetadataTypeName || type == MetadataTypeNameOfRecord;
+  bool const isView = type == qvLegacy::rules::viewTypeName;
+  bool const isMetadata =
+      type == qvLegacy::rules::metadataTypeName || type == qvLegacy::rules::metadataTypeNameOfRecord;
   if (isView) walkViewRecord(in);
   if (isMetadata) walkMetadataRecord(in);
   bool const wasBroken = in.isBroken();

@@ -4,14 +4,18 @@
 #include <vector>
 
 #include "annotationRecord.h"
+#include "rules/fields.h"
+#include "rules/typeNames.h"
 #include "streamBytes.h"
-#include "streamGates.h"
+#include "streamContainer.h"
 #include "streamLosses.h"
 #include "variantMapWriter.h"
 
 namespace qvToolkit {
 
 namespace {
+
+namespace rules = qvLegacy::rules;
 
 using qvLegacy::qvAnnotationView;
 
@@ -65,7 +69,7 @@ std::size_t countAnnotations(qvAnnotationView const& view, std::uint8_t kind) {
 std::string makeView(qvAnnotationView const& view, std::uint32_t version) {
   constexpr std::uint8_t Text = 1;
   constexpr std::uint8_t Raster = 2;
-  bool const hasRasters = streamGates::Rasters.isOpenAt(version);
+  bool const hasRasters = rules::reaches(version, rules::view::rasters.inStreams);
   StreamBytes out;
   out.text(view.GetName());
   out.point(view.m_planeOrigin);
@@ -75,7 +79,7 @@ std::string makeView(qvAnnotationView const& view, std::uint32_t version) {
   if (hasRasters) out.count(countAnnotations(view, Raster));
   writeAnnotations(out, view, Text, version);
   if (hasRasters) writeAnnotations(out, view, Raster, version);
-  if (streamGates::ViewMetadata.isOpenAt(version)) writeVariantMap(out, view.m_metadata);
+  if (rules::reaches(version, rules::view::metadata.inStreams)) writeVariantMap(out, view.m_metadata);
   return out.get();
 }
 
@@ -91,10 +95,10 @@ std::string makeStream(ObjectTable const& table, EncodingOptions const& options)
   out.raw(StreamMark);
   out.number(options.m_version);
   out.count(table.m_views.size() + (options.m_viewsOnly ? 0 : 1));
-  if (!options.m_viewsOnly) writeObject(out, MetadataId, MetadataTypeName, makeMetadata(table));
+  if (!options.m_viewsOnly) writeObject(out, MetadataId, rules::metadataTypeName, makeMetadata(table));
   std::uint32_t id = FirstViewId;
   for (qvAnnotationView const* const view : table.m_views) {
-    writeObject(out, id++, ViewTypeName, makeView(*view, options.m_version));
+    writeObject(out, id++, rules::viewTypeName, makeView(*view, options.m_version));
   }
   return out.get();
 }
@@ -116,6 +120,8 @@ void findLosses(Document const& document, std::uint32_t version, Findings& findi
 }
 
 }  // namespace
+
+static_assert(OldestWritableVersion == rules::oldestVersion && NewestWritableVersion == rules::newestVersion);
 
 EncodedDocument encodeDocument(Document const& document, EncodingOptions const& options) {
   EncodedDocument encoded;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "streamGates.h"
+#include "streamContainer.h"
 
 namespace qvToolkit {
 

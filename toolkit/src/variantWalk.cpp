@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "recordWalk.h"
+#include "streamContainer.h"
 
 namespace qvToolkit {
 

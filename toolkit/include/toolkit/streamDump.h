@@ -34,7 +34,8 @@ using FieldVisitor = std::function<void(StreamField const&)>;
 /// Visits every field of an object stream in the order of the bytes. Together the fields cover each byte
 /// exactly once, however broken the document is; what is announced but not there costs nothing.
 ///
-/// It is a second reading of the format, of no use for loading: it shares nothing with the library's readers.
+/// It is a second reading of the format, of no use for loading: it shares the rows of the records with the
+/// library's readers, and nothing else.
 void walkObjectStream(std::string_view bytes, FieldVisitor const& visit);
 
 /// "0000000c  02 00 00 00 ...  objectCount = 2" on one line without its end; at most 12 bytes are shown.
