@@ -122,9 +122,13 @@ void walkField(FieldCursor& in, rules::Field const& field) {
   }
 }
 
+/// Whether the version has a field that came later than views; shows one that it does not have.
+bool isOpen(FieldCursor& in, rules::Field const& field) {
+  return in.has(field.inStreams, std::string(field.name) + (isList(field.form) ? "Count" : ""));
+}
+
 void walkGated(FieldCursor& in, rules::Field const& field) {
-  std::string const name = std::string(field.name) + (isList(field.form) ? "Count" : "");
-  if (in.has(field.inStreams, name)) walkField(in, field);
+  if (field.inStreams == Since::views || isOpen(in, field)) walkField(in, field);
 }
 
 void walkFields(FieldCursor& in, std::span<rules::Field const> fields) {
