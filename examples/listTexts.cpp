@@ -8,8 +8,8 @@
 #include "annotationLegacy/iterateOverAnnotationTree.h"
 #include "annotationLegacy/library.h"
 #include "annotationLegacy/qvAnnotationText.h"
-#include "toolkit/document.h"
-#include "toolkit/textEscape.h"
+#include "qvToolkit/reading/openDocument.h"
+#include "qvToolkit/text/textEscape.h"
 
 using qvLegacy::qvAnnotationInterface;
 

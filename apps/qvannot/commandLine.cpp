@@ -5,8 +5,8 @@
 #include "annotationLegacy/version.h"
 #include "limitOptions.h"
 #include "optionNumbers.h"
-#include "toolkit/documentTransform.h"
-#include "toolkit/textEscape.h"
+#include "qvToolkit/model/documentTransform.h"
+#include "qvToolkit/text/textEscape.h"
 
 namespace qvannot {
 

@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "limits.h"
-#include "toolkit/exitCode.h"
-#include "toolkit/fontSettings.h"
-#include "toolkit/migrationSession.h"
-#include "toolkit/pageConverter.h"
-#include "toolkit/similarity.h"
-#include "toolkit/streamEncoder.h"
-#include "toolkit/svgPage.h"
+#include "qvToolkit/findings/exitCode.h"
+#include "qvToolkit/migration/fontSettings.h"
+#include "qvToolkit/migration/migrationSession.h"
+#include "qvToolkit/model/similarity.h"
+#include "qvToolkit/pages/pageConverter.h"
+#include "qvToolkit/pages/svgPage.h"
+#include "qvToolkit/stream/streamEncoder.h"
 
 namespace qvannot {
 

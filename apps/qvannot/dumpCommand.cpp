@@ -1,6 +1,6 @@
 #include "commands.h"
 #include "job.h"
-#include "toolkit/streamDump.h"
+#include "qvToolkit/stream/streamDump.h"
 
 namespace qvannot {
 

@@ -4,7 +4,7 @@
 
 #include "interruption.h"
 #include "job.h"
-#include "toolkit/outputSet.h"
+#include "qvToolkit/files/outputSet.h"
 
 namespace qvannot {
 

@@ -3,8 +3,8 @@
 #include <functional>
 
 #include "commandLine.h"
+#include "qvToolkit/model/document.h"
 #include "reporter.h"
-#include "toolkit/document.h"
 
 namespace qvannot {
 

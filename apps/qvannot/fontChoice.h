@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
+#include "qvToolkit/migration/fontSettings.h"
 #include "reporter.h"
-#include "toolkit/fontSettings.h"
 
 namespace qvannot {
 

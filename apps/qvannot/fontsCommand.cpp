@@ -3,7 +3,7 @@
 #include "fontChoice.h"
 #include "job.h"
 #include "jsonFiles.h"
-#include "toolkit/fontReport.h"
+#include "qvToolkit/reports/fontReport.h"
 
 namespace qvannot {
 

@@ -1,8 +1,8 @@
 #include "commands.h"
 #include "job.h"
 #include "jsonFiles.h"
-#include "toolkit/inspection.h"
-#include "toolkit/legacyJson.h"
+#include "qvToolkit/reports/inspection.h"
+#include "qvToolkit/reports/legacyJson.h"
 
 namespace qvannot {
 

@@ -5,8 +5,8 @@
 
 #include "interruption.h"
 #include "memoryBudget.h"
-#include "toolkit/inputFingerprint.h"
-#include "toolkit/limitFinding.h"
+#include "qvToolkit/files/inputFingerprint.h"
+#include "qvToolkit/findings/limitFinding.h"
 #include "worker.h"
 
 namespace qvannot {

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "limits.h"
+#include "qvToolkit/model/document.h"
 #include "reporter.h"
 #include "spool.h"
-#include "toolkit/document.h"
 
 namespace qvannot {
 

@@ -5,7 +5,7 @@
 
 #include "interruption.h"
 #include "jsonList.h"
-#include "toolkit/limitFinding.h"
+#include "qvToolkit/findings/limitFinding.h"
 
 namespace qvannot {
 

@@ -6,8 +6,8 @@
 #include <limits>
 #include <optional>
 
-#include "toolkit/document.h"
-#include "toolkit/treeLimits.h"
+#include "qvToolkit/model/treeLimits.h"
+#include "qvToolkit/reading/openDocument.h"
 
 namespace qvannot {
 

@@ -5,10 +5,10 @@
 #include "commandLine.h"
 #include "commands.h"
 #include "interruption.h"
+#include "qvToolkit/text/textEscape.h"
+#include "qvToolkit/work/librarySession.h"
 #include "standardStreams.h"
 #include "toolLog.h"
-#include "toolkit/librarySession.h"
-#include "toolkit/textEscape.h"
 #include "worker.h"
 
 namespace {

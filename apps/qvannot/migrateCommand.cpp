@@ -6,9 +6,9 @@
 #include "interruption.h"
 #include "job.h"
 #include "memoryBudget.h"
-#include "toolkit/migratedJson.h"
-#include "toolkit/outputSet.h"
-#include "toolkit/svgPage.h"
+#include "qvToolkit/files/outputSet.h"
+#include "qvToolkit/pages/svgPage.h"
+#include "qvToolkit/reports/migratedJson.h"
 
 namespace qvannot {
 

@@ -11,7 +11,7 @@
 #include <system_error>
 #include <utility>
 
-#include "toolkit/textEscape.h"
+#include "qvToolkit/text/textEscape.h"
 
 namespace qvannot {
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "qvToolkit/findings/exitCode.h"
+#include "qvToolkit/findings/finding.h"
+#include "qvToolkit/model/document.h"
 #include "spool.h"
-#include "toolkit/document.h"
-#include "toolkit/exitCode.h"
-#include "toolkit/finding.h"
 
 namespace qvannot {
 

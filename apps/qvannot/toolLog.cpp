@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "toolkit/textEscape.h"
+#include "qvToolkit/text/textEscape.h"
 
 namespace qvannot {
 

@@ -1,7 +1,7 @@
 #include "commands.h"
 #include "encodedOutput.h"
 #include "job.h"
-#include "toolkit/documentTransform.h"
+#include "qvToolkit/model/documentTransform.h"
 
 namespace qvannot {
 

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "limits.h"
+#include "qvToolkit/findings/exitCode.h"
+#include "qvToolkit/findings/finding.h"
 #include "spool.h"
-#include "toolkit/exitCode.h"
-#include "toolkit/finding.h"
 
 namespace qvannot {
 

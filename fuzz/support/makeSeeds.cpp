@@ -10,9 +10,9 @@
 #include <string_view>
 
 #include "qvSystem/qvStreamReader.h"
-#include "toolkit/document.h"
-#include "toolkit/librarySession.h"
-#include "toolkit/streamEncoder.h"
+#include "qvToolkit/reading/openDocument.h"
+#include "qvToolkit/stream/streamEncoder.h"
+#include "qvToolkit/work/librarySession.h"
 
 namespace {
 

@@ -4,14 +4,14 @@
 #include <string_view>
 
 #include "annotationLegacy/qvAnnotationText.h"
-#include "jsonReader.h"
+#include "json/jsonReader.h"
+#include "qvToolkit/json/jsonWriter.h"
+#include "qvToolkit/model/treeLimits.h"
+#include "qvToolkit/reports/inspection.h"
+#include "qvToolkit/reports/legacyJson.h"
+#include "qvToolkit/stream/streamEncoder.h"
 #include "target.h"
-#include "tests/toolkit/stream/modelComparison.h"
-#include "toolkit/inspection.h"
-#include "toolkit/jsonWriter.h"
-#include "toolkit/legacyJson.h"
-#include "toolkit/streamEncoder.h"
-#include "toolkit/treeLimits.h"
+#include "tests/support/modelComparison.h"
 
 namespace qvFuzz {
 

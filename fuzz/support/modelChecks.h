@@ -4,7 +4,7 @@
 #include <string>
 
 #include "annotationLegacy/qvAnnotationView.h"
-#include "toolkit/document.h"
+#include "qvToolkit/model/document.h"
 
 namespace qvFuzz {
 

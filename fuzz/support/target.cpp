@@ -6,7 +6,7 @@
 #include <new>
 
 #include "qvSceneGraph/qvObject.h"
-#include "toolkit/librarySession.h"
+#include "qvToolkit/work/librarySession.h"
 
 namespace qvFuzz {
 

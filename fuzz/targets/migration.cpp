@@ -4,7 +4,7 @@
 #include "qvAnnotation/qvCadAnnotationView.h"
 #include "support/modelFromInput.h"
 #include "support/target.h"
-#include "tests/toolkit/stream/modelComparison.h"
+#include "tests/support/modelComparison.h"
 
 namespace qvFuzz {
 

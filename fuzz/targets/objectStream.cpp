@@ -1,8 +1,8 @@
 /// Whole documents in the object stream's own form: opened, shown byte by byte, reported, written again.
 
+#include "qvToolkit/stream/streamDump.h"
 #include "support/modelChecks.h"
 #include "support/target.h"
-#include "toolkit/streamDump.h"
 
 namespace qvFuzz {
 

@@ -2,11 +2,11 @@
 
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
+#include "qvToolkit/stream/streamEncoder.h"
 #include "support/modelChecks.h"
 #include "support/target.h"
 #include "support/variantFromInput.h"
-#include "tests/toolkit/stream/modelComparison.h"
-#include "toolkit/streamEncoder.h"
+#include "tests/support/modelComparison.h"
 
 namespace qvFuzz {
 

@@ -2,9 +2,9 @@
 
 #include "qvSceneGraph/qvInstanceMetaData.h"
 #include "qvSystem/qvMemoryStream.h"
+#include "qvToolkit/stream/streamEncoder.h"
 #include "support/modelChecks.h"
 #include "support/target.h"
-#include "toolkit/streamEncoder.h"
 
 namespace qvFuzz {
 

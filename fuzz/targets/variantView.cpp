@@ -1,8 +1,8 @@
 /// Whole documents as JSON text.
 
+#include "qvToolkit/stream/streamEncoder.h"
 #include "support/modelChecks.h"
 #include "support/target.h"
-#include "toolkit/streamEncoder.h"
 
 namespace qvFuzz {
 

@@ -3,12 +3,12 @@
 
 #include <algorithm>
 
+#include "qvToolkit/pages/svgPage.h"
+#include "qvToolkit/reports/migratedJson.h"
 #include "support/modelChecks.h"
 #include "support/modelFromInput.h"
 #include "support/target.h"
-#include "tests/toolkit/export/xmlReader.h"
-#include "toolkit/migratedJson.h"
-#include "toolkit/svgPage.h"
+#include "tests/support/xmlReader.h"
 
 namespace qvFuzz {
 

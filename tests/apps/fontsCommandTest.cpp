@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "qvToolkit/findings/exitCode.h"
 #include "toolRunner.h"
-#include "toolkit/exitCode.h"
 
 namespace qvTest {
 
@@ -47,8 +47,8 @@ TEST_F(FontsCommand, ListsCharactersThatNoFontHas) {
 }
 
 TEST_F(FontsCommand, NamesThePackagesToInstall) {
-  ToolRun const bare = run(makeTextDocument("Arial", "\u2316"),
-                           {"--no-system-fonts", "--font-dir", QVA_TEST_FONTS "/dejavu"});
+  ToolRun const bare =
+      run(makeTextDocument("Arial", "\u2316"), {"--no-system-fonts", "--font-dir", QVA_TEST_FONTS "/dejavu"});
   EXPECT_NE(bare.m_output.find("U+2316 POSITION INDICATOR"), std::string::npos) << bare.m_output;
   EXPECT_NE(bare.m_output.find("  to install: "), std::string::npos) << bare.m_output;
   EXPECT_NE(bare.m_output.find("fonts-noto-core"), std::string::npos) << bare.m_output;

@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <thread>
 
+#include "qvToolkit/findings/exitCode.h"
 #include "tests/hostile/hostileDocuments.h"
 #include "toolRunner.h"
-#include "toolkit/exitCode.h"
 
 namespace qvTest {
 

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
+#include "qvToolkit/findings/exitCode.h"
 #include "tests/hostile/hostileDocuments.h"
 #include "toolRunner.h"
-#include "toolkit/exitCode.h"
 
 namespace qvTest {
 

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "qvToolkit/findings/exitCode.h"
 #include "tests/environment/decimalComma.h"
 #include "toolRunner.h"
-#include "toolkit/exitCode.h"
 
 namespace qvTest {
 

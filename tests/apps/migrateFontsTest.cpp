@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "qvToolkit/findings/exitCode.h"
 #include "toolRunner.h"
-#include "toolkit/exitCode.h"
 
 namespace qvTest {
 

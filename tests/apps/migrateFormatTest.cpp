@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <fstream>
 
+#include "qvToolkit/findings/exitCode.h"
 #include "toolRunner.h"
-#include "toolkit/exitCode.h"
 
 namespace qvTest {
 
@@ -67,8 +67,8 @@ TEST_F(MigrateFormat, DrawsMorePixelsAtAHigherResolution) {
 }
 
 TEST_F(MigrateFormat, GivesTheProgramTheFontsOfTheCommandLine) {
-  std::vector<std::string> const options = {
-      "--no-system-fonts", "--font-dir", QVA_TEST_FONTS "/dejavu", "--format", "png", "--force"};
+  std::vector<std::string> const options = {"--no-system-fonts", "--font-dir", QVA_TEST_FONTS "/dejavu",
+                                            "--format",          "png",        "--force"};
   EXPECT_EQ(migrate(options).m_exitCode, ExitDone);
   std::string const live = m_place.read("out/plain.view-0000.png");
   ToolRun const run = migrate(
@@ -143,8 +143,8 @@ TEST_F(MigrateFormat, LeavesNothingOfAKilledProcessNorOfWhatItStarted) {
   for (bool const isStandardInput : {false, true}) {
     setting.m_input = makeDocument();
     std::vector<std::string> const arguments = {
-        "migrate",    isStandardInput ? "-" : m_plain,    "-o",       m_out,
-        "--font-dir", QVA_TEST_FONTS "/dejavu", "--format", "png"};
+        "migrate",    isStandardInput ? "-" : m_plain, "-o",       m_out,
+        "--font-dir", QVA_TEST_FONTS "/dejavu",        "--format", "png"};
     ToolRun const run = runTool(arguments, setting);
     EXPECT_EQ(run.m_exitCode, ExitLimit);
     EXPECT_NE(run.m_errors.find("[worker.killed]"), std::string::npos) << run.m_errors;

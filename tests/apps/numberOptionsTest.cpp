@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "qvToolkit/findings/exitCode.h"
 #include "toolRunner.h"
-#include "toolkit/exitCode.h"
 
 namespace qvTest {
 

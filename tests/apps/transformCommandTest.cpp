@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "qvToolkit/findings/exitCode.h"
+#include "qvToolkit/reading/openDocument.h"
+#include "qvToolkit/work/librarySession.h"
 #include "toolRunner.h"
-#include "toolkit/document.h"
-#include "toolkit/exitCode.h"
-#include "toolkit/librarySession.h"
 #include "transform/qvGenericTransformation.h"
 
 namespace qvTest {

@@ -2,7 +2,8 @@
 
 Dependencies point one way: apps -> toolkit -> library -> platform, and within the platform
 annotation -> svg, sceneGraph -> system -> wm4. Readers and migration use the model, never each other. The library
-names platform headers in one public header and in its ports only, and nothing third-party at all.
+names platform headers in one public header and in its ports only, and nothing third-party at all. The toolkit is a row
+of rooms; a room includes only rooms that stand before it.
 
 Usage: checkIncludes.py SOURCE_FOLDER | --self-test
 """
@@ -43,9 +44,17 @@ ROOMS = [
     ("src/transform/", {"std"} | PUBLIC | {"private", "src/transform"}),
     ("src/readers/", RULES | {"ports", "readers"} | PUBLIC),
     ("src/migration/", RULES | {"ports", "migration"} | PUBLIC),
-    ("toolkit/", RULES | PORTS - {"ports"} | {"toolkit", "private", "third-party"}),
+    ("toolkit/include/", PORTS - {"ports"} | {"toolkit"}),
+    ("toolkit/src/", RULES | PORTS - {"ports"} | {"toolkit", "third-party"}),
     ("apps/", {"std", "toolkit", "private", "third-party"} | PUBLIC | SYSTEM | SCENE_GRAPH),
 ]
+
+# The rooms of the toolkit, ground first: as they are built, and as its page lists them.
+TOOLKIT = pathlib.Path(__file__).resolve().parents[2] / "toolkit"
+TOOLKIT_ROOMS = re.search(r"foreach\(room IN ITEMS ([^)]*)\)", (TOOLKIT / "CMakeLists.txt").read_text())[1].split()
+LISTED_ROOMS = re.findall(r"^\| \[`(\w+)`\]\(src/\w+/README.md\)", (TOOLKIT / "README.md").read_text(), re.MULTILINE)
+TOOLKIT_FILE = re.compile(r"toolkit/(?:src|include/qvToolkit)/(\w+)/\w+\.(?:h|cpp)$")
+TOOLKIT_INCLUDE = re.compile(r"(?:qvToolkit/)?(\w+)/\w+\.h$")
 
 THIRD_PARTY = {"hb.h", "hb-ot.h", "fontconfig", "simdjson.h", "CLI", "fmt", "fribidi"}
 
@@ -60,17 +69,31 @@ def room_of(path):
 def kind_of(include, path, root):
     """The kind of an include, as the rooms list them."""
     first = include.split("/")[0]
+    if first == "qvToolkit" or path.startswith("toolkit/src/") and first in TOOLKIT_ROOMS:
+        return "toolkit"
     if first in THIRD_PARTY:
         return "third-party"
     if "/" in include:
-        if first in PLATFORM or first in PUBLIC or first in {"ports", "rules", "readers", "migration", "model", "library",
-                                                             "toolkit"}:
+        if first in PLATFORM or first in PUBLIC or first in {"ports", "rules", "readers", "migration", "model",
+                                                             "library"}:
             return first
         if first in {"sys", "linux", "bits"}:
             return "std"
         return "private"
     sibling = root / pathlib.Path(path).parent / include if root else None
     return "private" if sibling is not None and sibling.exists() else "std"
+
+
+def check_toolkit_room(path, include):
+    """Why a file of the toolkit may not include what lies in one of its rooms; empty when it may."""
+    room, other = TOOLKIT_FILE.match(path), TOOLKIT_INCLUDE.match(include)
+    if room is None or room.group(1) not in TOOLKIT_ROOMS:
+        return "the file stands in no room"
+    if other is None or other.group(1) not in TOOLKIT_ROOMS:
+        return f"'{include}' is in no room"
+    if TOOLKIT_ROOMS.index(other.group(1)) > TOOLKIT_ROOMS.index(room.group(1)):
+        return f"'{include}' lies above '{room.group(1)}'"
+    return ""
 
 
 def check_file(path, text, root=None):
@@ -80,6 +103,11 @@ def check_file(path, text, root=None):
     problems = []
     for match in INCLUDE.finditer(text):
         include = match.group(2)
+        if path.startswith("toolkit/") and kind_of(include, path, root) == "toolkit":
+            problem = check_toolkit_room(path, include)
+            if problem:
+                problems.append(f"{path}:{text.count(chr(10), 0, match.start()) + 1}: {problem}")
+                continue
         kind = kind_of(include, path, root)
         if kind == "private" and prefix.startswith("src/"):
             kind = prefix.split("/")[1] if prefix.split("/")[1] in include or "/" not in include else "private"
@@ -97,6 +125,8 @@ def check_tree(root):
             if path.suffix in (".h", ".cpp"):
                 count += 1
                 problems += check_file(path.relative_to(root).as_posix(), path.read_text(encoding="utf-8"), root)
+    if TOOLKIT_ROOMS != LISTED_ROOMS:
+        problems.append(f"the rooms that are built, {TOOLKIT_ROOMS}, are not those of toolkit/README.md, {LISTED_ROOMS}")
     if count < 50:
         problems.append(f"only {count} files found below {root}: is this the source folder?")
     return problems
@@ -111,7 +141,14 @@ def self_test():
         ("src/migration/text.cpp", "#include <hb.h>\n"),
         ("platform/svg/src/node.cpp", '#include "qvAnnotation/textArea.h"\n'),
         ("platform/system/src/log.cpp", '#include "annotationLegacy/version.h"\n'),
-        ("src/library/library.cpp", '#include "toolkit/finding.h"\n'),
+        ("src/library/library.cpp", '#include "qvToolkit/findings/finding.h"\n'),
+        ("toolkit/src/files/inputFile.cpp", '#include "json/jsonReader.h"\n'),
+        ("toolkit/src/text/utf8.cpp", '#include "qvToolkit/findings/finding.h"\n'),
+        ("toolkit/include/qvToolkit/model/document.h", '#include "qvToolkit/reading/openDocument.h"\n'),
+        ("toolkit/include/qvToolkit/model/document.h", '#include "model/annotationWalk.h"\n'),
+        ("toolkit/include/qvToolkit/model/document.h", '#include "rules/gates.h"\n'),
+        ("toolkit/src/stray.cpp", '#include "text/utf8.h"\n'),
+        ("toolkit/src/model/document.cpp", '#include "readers/binary/recordReader.h"\n'),
         ("src/rules/gates.h", '#include "annotationLegacy/platform.h"\n'),
         ("src/rules/gates.h", "#include <wm4/vector2.h>\n"),
         ("include/annotationLegacy/version.h", '#include "rules/gates.h"\n'),
@@ -120,6 +157,8 @@ def self_test():
     allowed = [
         ("src/readers/variant/view.cpp", '#include "ports/variant.h"\n#include <string>\n'),
         ("src/ports/svg.h", "#include <qvSvg/node.h>\n"),
+        ("toolkit/src/reading/readAudit.cpp", '#include "rules/fields.h"\n#include "text/countText.h"\n'),
+        ("toolkit/src/pages/svgPage.cpp", '#include "qvToolkit/migration/migrationSession.h"\n'),
     ]
     wrong = [entry for entry in allowed if check_file(*entry)]
     return [f"not found: {entry}" for entry in missed] + [f"wrongly found: {entry}" for entry in wrong]

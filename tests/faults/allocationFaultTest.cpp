@@ -7,7 +7,7 @@
 
 #include "allocationSweep.h"
 #include "exampleDocuments.h"
-#include "toolkit/librarySession.h"
+#include "qvToolkit/work/librarySession.h"
 
 /// Each allocation of everything that is done with the example documents fails: once, and from then on.
 namespace qvFaults {

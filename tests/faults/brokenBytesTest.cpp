@@ -7,9 +7,9 @@
 #include "exampleDocuments.h"
 #include "fuzz/support/memoryFaults.h"
 #include "qvSceneGraph/qvObject.h"
+#include "qvToolkit/work/librarySession.h"
 #include "tests/hostile/hostileDocuments.h"
-#include "tests/toolkit/stream/modelComparison.h"
-#include "toolkit/librarySession.h"
+#include "tests/support/modelComparison.h"
 
 /// Documents that are cut, and documents with one wrong byte: each ends in what it holds or in a finding, and
 /// in the same twice.

@@ -6,14 +6,14 @@
 #include "annotationLegacy/qvAnnotationMetaData.h"
 #include "exampleDocuments.h"
 #include "fuzz/support/memoryFaults.h"
-#include "toolkit/documentTransform.h"
-#include "toolkit/fontReport.h"
-#include "toolkit/inspection.h"
-#include "toolkit/legacyJson.h"
-#include "toolkit/migratedJson.h"
-#include "toolkit/streamDump.h"
-#include "toolkit/streamEncoder.h"
-#include "toolkit/svgPage.h"
+#include "qvToolkit/model/documentTransform.h"
+#include "qvToolkit/pages/svgPage.h"
+#include "qvToolkit/reports/fontReport.h"
+#include "qvToolkit/reports/inspection.h"
+#include "qvToolkit/reports/legacyJson.h"
+#include "qvToolkit/reports/migratedJson.h"
+#include "qvToolkit/stream/streamDump.h"
+#include "qvToolkit/stream/streamEncoder.h"
 
 namespace qvFaults {
 

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "toolkit/document.h"
-#include "toolkit/migrationSession.h"
-#include "toolkit/outputSink.h"
+#include "qvToolkit/files/outputSink.h"
+#include "qvToolkit/migration/migrationSession.h"
+#include "qvToolkit/model/document.h"
 
 namespace qvFaults {
 

@@ -7,8 +7,8 @@
 #include <map>
 #include <set>
 
+#include "qvToolkit/findings/exitCode.h"
 #include "tests/apps/toolRunner.h"
-#include "toolkit/exitCode.h"
 #include "tracedTool.h"
 
 /// The tool when each of its system calls that leave something behind fails, is cut short, or is its last

@@ -10,9 +10,9 @@
 #include <iterator>
 #include <map>
 
+#include "qvToolkit/files/outputSet.h"
+#include "qvToolkit/findings/exitCode.h"
 #include "tests/apps/toolRunner.h"
-#include "toolkit/exitCode.h"
-#include "toolkit/outputSet.h"
 
 /// Outputs that have no room, may not be written, or would replace their input.
 namespace qvFaults {

@@ -8,7 +8,7 @@
 
 #include "documentSteps.h"
 #include "exampleDocuments.h"
-#include "toolkit/librarySession.h"
+#include "qvToolkit/work/librarySession.h"
 
 /// Files whose reads deliver few bytes at a time, or are interrupted. This executable's own `read` stands in
 /// for the system's.

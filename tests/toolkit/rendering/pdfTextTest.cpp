@@ -2,10 +2,10 @@
 
 #include <cerrno>
 
+#include "files/childProcess.h"
+#include "qvToolkit/pages/pageConverter.h"
 #include "samplePage.h"
-#include "tests/toolkit/stringSink.h"
-#include "toolkit/pageConverter.h"
-#include "toolkit/src/childProcess.h"
+#include "tests/support/stringSink.h"
 
 namespace {
 

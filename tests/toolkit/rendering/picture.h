@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "toolkit/src/affine.h"
+#include "pages/affine.h"
 
 namespace qvTest {
 

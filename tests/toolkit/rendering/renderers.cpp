@@ -7,7 +7,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "toolkit/src/childProcess.h"
+#include "files/childProcess.h"
 
 namespace qvTest {
 

@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
+#include "pages/affine.h"
 #include "qvSvg/node.h"
-#include "toolkit/migrationSession.h"
-#include "toolkit/src/affine.h"
-#include "toolkit/svgPage.h"
+#include "qvToolkit/migration/migrationSession.h"
+#include "qvToolkit/pages/svgPage.h"
 
 namespace qvTest {
 

@@ -1,13 +1,13 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "modelComparison.h"
-#include "modelReduction.h"
-#include "streamTest.h"
-#include "tests/toolkit/corpus.h"
-#include "tests/toolkit/stringSink.h"
-#include "toolkit/migrationSession.h"
-#include "toolkit/svgPage.h"
+#include "qvToolkit/migration/migrationSession.h"
+#include "qvToolkit/pages/svgPage.h"
+#include "tests/support/corpus.h"
+#include "tests/support/modelComparison.h"
+#include "tests/support/modelReduction.h"
+#include "tests/support/streamTest.h"
+#include "tests/support/stringSink.h"
 
 namespace qvStreamTest {
 

@@ -4,15 +4,15 @@
 
 #include "annotationLegacy/qvAnnotationMigration.h"
 #include "apps/qvannot/memoryBudget.h"
-#include "streamTest.h"
+#include "qvToolkit/pages/svgPage.h"
+#include "qvToolkit/reports/inspection.h"
+#include "qvToolkit/reports/migratedJson.h"
+#include "qvToolkit/stream/streamDump.h"
+#include "qvToolkit/text/textEscape.h"
 #include "tests/hostile/hostileDocuments.h"
-#include "tests/toolkit/export/xmlReader.h"
-#include "tests/toolkit/stringSink.h"
-#include "toolkit/inspection.h"
-#include "toolkit/migratedJson.h"
-#include "toolkit/streamDump.h"
-#include "toolkit/svgPage.h"
-#include "toolkit/textEscape.h"
+#include "tests/support/streamTest.h"
+#include "tests/support/stringSink.h"
+#include "tests/support/xmlReader.h"
 
 namespace qvStreamTest {
 

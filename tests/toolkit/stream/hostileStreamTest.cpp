@@ -1,8 +1,8 @@
 #include "qvSystem/qvBaseStream.h"
 #include "qvSystem/qvResourceLimit.h"
-#include "streamTest.h"
 #include "tests/hostile/hostileDocuments.h"
 #include "tests/onStack.h"
+#include "tests/support/streamTest.h"
 
 namespace qvStreamTest {
 

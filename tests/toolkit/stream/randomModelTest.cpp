@@ -1,7 +1,7 @@
-#include "modelComparison.h"
-#include "modelGenerator.h"
-#include "modelReduction.h"
-#include "streamTest.h"
+#include "tests/support/modelComparison.h"
+#include "tests/support/modelGenerator.h"
+#include "tests/support/modelReduction.h"
+#include "tests/support/streamTest.h"
 
 namespace qvStreamTest {
 

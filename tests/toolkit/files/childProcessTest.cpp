@@ -1,0 +1,52 @@
+#include "files/childProcess.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <cerrno>
+
+namespace {
+
+using namespace qvToolkit;
+
+ChildRun runShell(std::string const& script, std::string_view input = {}) {
+  return runChild({{"sh", "-c", script}, {"QVA_WORD=given"}}, input);
+}
+
+TEST(ChildProcess, PassesInputOutputAndErrors) {
+  ChildRun const run = runShell("cat; echo wrong >&2; exit 3", "some text");
+  EXPECT_EQ(run.m_problem, 0);
+  EXPECT_EQ(run.m_output, "some text");
+  EXPECT_EQ(run.m_errors, "wrong\n");
+  EXPECT_EQ(run.m_exitCode, 3);
+}
+
+TEST(ChildProcess, PassesMoreThanAPipeHolds) {
+  std::string const input(3'000'000, 'x');
+  EXPECT_EQ(runShell("cat; cat /dev/zero | head -c 1000000 >&2", input).m_output, input);
+}
+
+TEST(ChildProcess, PassesWordsAsTheyAre) {
+  EXPECT_EQ(runChild({{"printf", "%s|", "a b", "$HOME", "'; rm -rf"}, {}}, {}).m_output,
+            "a b|$HOME|'; rm -rf|");
+}
+
+TEST(ChildProcess, ChangesTheEnvironmentByName) {
+  setenv("QVA_WORD", "inherited", 1);
+  setenv("QVA_WORD_2", "kept", 1);
+  EXPECT_EQ(runShell("echo $QVA_WORD $QVA_WORD_2").m_output, "given kept\n");
+}
+
+TEST(ChildProcess, DoesNotInheritIgnoredSignals) {
+  auto const previous = signal(SIGPIPE, SIG_IGN);
+  EXPECT_EQ(runShell("kill -PIPE $$; echo lived").m_signal, SIGPIPE);
+  signal(SIGPIPE, previous);
+}
+
+TEST(ChildProcess, TellsThatThereIsNoSuchProgram) {
+  ChildRun const run = runChild({{"no-such-program-anywhere"}, {}}, {});
+  EXPECT_EQ(run.m_problem, ENOENT);
+  EXPECT_EQ(run.m_output, "");
+}
+
+}  // namespace

@@ -1,0 +1,36 @@
+#include "qvToolkit/migration/fontSettings.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/exportSupport.h"
+
+namespace {
+
+using namespace qvToolkit;
+
+TEST(FontSettings, NeedNoConfigurationForTheSystemsOwnFonts) {
+  EXPECT_EQ(formatFontConfiguration({}), "");
+}
+
+TEST(FontSettings, LetAnotherProgramFindTheSameFonts) {
+  FontOptions options;
+  options.m_directories = {"/fonts/a&b", "relative"};
+  std::string const text = formatFontConfiguration(options);
+  EXPECT_NE(text.find("<dir>/fonts/a&amp;b</dir>\n<dir>/"), std::string::npos) << text;
+  EXPECT_NE(text.find("/relative</dir>"), std::string::npos) << text;
+  EXPECT_NE(text.find("/etc/fonts/fonts.conf"), std::string::npos) << text;
+  options.m_useSystemFonts = false;
+  EXPECT_EQ(formatFontConfiguration(options).find("/etc/fonts"), std::string::npos);
+}
+
+TEST(FontSettings, TellOfAFolderThatCannotBeUsed) {
+  qvTest::TemporaryFolder const folder;
+  FontOptions options;
+  options.m_directories = {folder.getPath()};
+  EXPECT_EQ(findFontFolderProblem(options), "");
+  options.m_directories.push_back(folder.getPath("none"));
+  EXPECT_EQ(findFontFolderProblem(options),
+            "cannot use the folder of fonts '" + folder.getPath("none") + "': No such file or directory");
+}
+
+}  // namespace

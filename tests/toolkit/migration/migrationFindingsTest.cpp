@@ -1,0 +1,307 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "annotationLegacy/qvAnnotationRaster.h"
+#include "tests/support/exportSupport.h"
+
+namespace qvToolkit {
+
+namespace {
+
+using qvLegacy::qvAnnotationInterface;
+using qvLegacy::qvAnnotationRaster;
+using qvLegacy::qvAnnotationText;
+using qvTest::makeLegacyText;
+using qvTest::makeLegacyView;
+using qvTest::migrate;
+using qvTest::select;
+using View = qv::qvPointer<qvLegacy::qvAnnotationView>;
+using Text = qv::qvPointer<qvAnnotationText>;
+
+View makeViewOf(qvAnnotationInterface* annotation) {
+  View view = makeLegacyView();
+  view->m_annotations.push_back(annotation);
+  return view;
+}
+
+/// The only finding of the code.
+Finding getOnly(MigratedView const& view, FindingCode code) {
+  Findings const found = select(view.m_findings, code);
+  EXPECT_EQ(found.size(), 1U);
+  return found.empty() ? Finding() : found.front();
+}
+
+void addChild(qvAnnotationInterface& parent, qvAnnotationInterface* child, std::uint32_t anchor) {
+  qvAnnotationInterface::SubAnnot node;
+  node.m_annot = child;
+  node.m_anchor = anchor;
+  parent.editSubAnnots().push_back(node);
+}
+
+TEST(MigrationSession, RestoresTheProcessLog) {
+  qv::qvLog* const before = qv::qvLog::msInstance;
+  View const view = makeLegacyView();
+  view->m_metadata["k"] = 1;
+  EXPECT_EQ(migrate(view).m_log, std::vector<std::string>{"Found metadata in annotation view"});
+  EXPECT_EQ(qv::qvLog::msInstance, before);
+}
+
+TEST(MigrationSession, MigratesARepeatedViewObjectOnce) {
+  View const view = makeViewOf(makeLegacyText("a").get());
+  Document document = qvTest::makeDocument(view);
+  document.m_views.resize(1000, document.m_views.front());
+  std::vector<MigratedView> const views = MigrationSession({}).migrate(document);
+  ASSERT_EQ(views.size(), 1000U);
+  EXPECT_NE(views[0].m_view, nullptr);
+  EXPECT_EQ(views[999].m_view, nullptr);
+  EXPECT_EQ(views[999].m_sameAs, 0U);
+  EXPECT_TRUE(views[999].m_findings.empty());
+}
+
+TEST(MigrationSession, MarksEachAnnotationWithItsAddress) {
+  Text const parent = makeLegacyText("a");
+  Text const child = makeLegacyText("b");
+  child->SetName("child");
+  addChild(*parent, nullptr, 1);
+  addChild(*parent, child.get(), 1);
+  View const view = makeLegacyView();
+  view->m_annotations = {nullptr, parent.get()};
+  MigratedView const migrated = migrate(view);
+  ASSERT_EQ(migrated.m_marks.size(), 2U);
+  auto const& root = migrated.m_view->m_annotations.at(0)->m_svgRoot;
+  EXPECT_EQ(migrated.m_marks.at(root.get()).m_address, "view/0/annot/1");
+  auto const* sub = dynamic_cast<qv::svg::Node const*>(root->getChildren().back().get());
+  EXPECT_EQ(migrated.m_marks.at(sub).m_address, "view/0/annot/1/sub/1");
+  EXPECT_EQ(migrated.m_marks.at(sub).m_name, "child");
+}
+
+/// A text with `depth` levels of sub-annotations.
+Text makeDeepText(std::size_t depth) {
+  Text text = makeLegacyText("a");
+  for (std::size_t level = 0; level < depth; ++level) {
+    Text const parent = makeLegacyText("a");
+    addChild(*parent, text.get(), qvAnnotationInterface::RightCenter);
+    text = parent;
+  }
+  return text;
+}
+
+TEST(MigrationSession, MigratesUpTo200LevelsOfSubAnnotations) {
+  EXPECT_NE(migrate(makeViewOf(makeDeepText(200).get())).m_view, nullptr);
+  MigratedView const view = migrate(makeViewOf(makeDeepText(201).get()));
+  EXPECT_EQ(view.m_view, nullptr);
+  Finding const finding = getOnly(view, FindingCode::LimitDepth);
+  EXPECT_EQ(finding.m_text,
+            "view 'front' is not migrated: its sub-annotations are nested more than 200 levels deep");
+  EXPECT_EQ(finding.m_address, "view/0/annot/0");
+  EXPECT_EQ(finding.m_option, "--max-depth");
+  EXPECT_TRUE(isLimit(finding.m_code));
+}
+
+TEST(MigrationFindings, NameTheOptionsThatAMigrationLacks) {
+  Text const text = makeLegacyText("a");
+  text->m_metadata["NOA"] = 1;
+  text->m_metadata["other"] = 1;
+  View const view = makeViewOf(text.get());
+  Finding const finding = getOnly(migrate(view), FindingCode::ViewNotMigrated);
+  EXPECT_EQ(finding.m_severity, Severity::Error);
+  EXPECT_EQ(finding.m_address, "view/0");
+  EXPECT_EQ(finding.m_option, "--drop-known-metadata --drop-unknown-metadata");
+  EXPECT_EQ(finding.m_text,
+            "view 'front' is not migrated: Found CT metadata NOAin annotation; drop it with "
+            "--drop-known-metadata --drop-unknown-metadata");
+}
+
+TEST(MigrationFindings, RepeatTheMigrationsRecordsExactly) {
+  Text const text = makeLegacyText("a");
+  text->m_metadata["x"] = 1;
+  Findings const found = select(migrate(makeViewOf(text.get())).m_findings, FindingCode::MigrationMessage);
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_EQ(found[0].m_text, "Found unexpected metadata x in annotation");
+  EXPECT_EQ(found[1].m_text, "Fail to migrate annotation 'note' of view 'front'");
+  EXPECT_EQ(found[1].m_address, "view/0");
+  EXPECT_EQ(found[1].m_severity, Severity::Error);
+}
+
+TEST(MigrationFindings, TellOfAViewThatTheReaderRefused) {
+  Document document = qvTest::makeDocument(nullptr);
+  document.m_views[0].m_messages = {"missing 'annotations' field"};
+  MigratedView const view = std::move(MigrationSession({}).migrate(document).front());
+  EXPECT_EQ(getOnly(view, FindingCode::ViewNotMigrated).m_text,
+            "view 'gone' is not migrated: the reader refused it: missing 'annotations' field");
+}
+
+TEST(MigrationFindings, TellOfDroppedMetadata) {
+  Text const text = makeLegacyText("a");
+  text->m_metadata["NOA"] = 1;
+  View const view = makeViewOf(text.get());
+  view->m_metadata["v"] = 1;
+  MigrationOptions options;
+  options.m_dropped = 7;
+  Findings const found = select(migrate(view, options).m_findings, FindingCode::MetadataDropped);
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_EQ(found[0].m_address, "view/0");
+  EXPECT_EQ(found[0].m_text, "metadata is not carried over: 'v'");
+  EXPECT_EQ(found[1].m_address, "view/0/annot/0");
+  EXPECT_EQ(found[1].m_severity, Severity::Warning);
+}
+
+TEST(MigrationFindings, CountBlankLinesThatAreLeftOut) {
+  Finding const finding =
+      getOnly(migrate(makeViewOf(makeLegacyText("A\n\n   \nB").get())), FindingCode::BlankLineSkipped);
+  EXPECT_EQ(finding.m_severity, Severity::Info);
+  EXPECT_EQ(finding.m_text, "2 blank lines are left out");
+}
+
+TEST(MigrationFindings, KeepQuietAboutATextThatIsOneBlankLine) {
+  MigratedView const view = migrate(makeViewOf(makeLegacyText("   ").get()));
+  EXPECT_TRUE(select(view.m_findings, FindingCode::BlankLineSkipped).empty());
+}
+
+TEST(MigrationFindings, NameShapesThatAreDrawnAsRectangles) {
+  for (int shape = 0; shape < 15; ++shape) {
+    Text const text = makeLegacyText("a");
+    text->m_style = static_cast<std::uint8_t>(0xE0 | shape);
+    MigratedView const view = migrate(makeViewOf(text.get()));
+    bool const hasOwnGeometry = shape <= 2 || (shape >= 5 && shape <= 8);
+    EXPECT_EQ(select(view.m_findings, FindingCode::ShapeAsRectangle).size(), hasOwnGeometry ? 0U : 1U)
+        << shape;
+  }
+}
+
+TEST(MigrationFindings, NameUnknownHeadsOnce) {
+  Text const text = makeLegacyText("a");
+  for (int i = 0; i < 3; ++i) text->m_leaders.emplace_back(Wm4::Vector3<float>(9, 9, 0)).m_head = 200;
+  MigratedView const view = migrate(makeViewOf(text.get()));
+  EXPECT_EQ(getOnly(view, FindingCode::LeaderHeadUnknown).m_text, "leader head 200 is unknown and not drawn");
+  EXPECT_EQ(view.m_log.size(), 3U);
+  EXPECT_EQ(getOnly(view, FindingCode::MigrationMessage).m_severity, Severity::Warning);
+}
+
+TEST(MigrationFindings, NameDirectedHeadsWithoutDirection) {
+  for (std::uint8_t head = 0; head <= 6; ++head) {
+    Text const text = makeLegacyText("a");
+    text->m_position = {3, 4, 5};
+    text->m_leaders.emplace_back(Wm4::Vector3<float>(3, 4, 99)).m_head = head;
+    bool const isDirected = head == 1 || head == 3 || head == 6;
+    MigratedView const view = migrate(makeViewOf(text.get()));
+    EXPECT_EQ(select(view.m_findings, FindingCode::LeaderHeadCollapsed).size(), isDirected ? 1U : 0U)
+        << static_cast<int>(head);
+  }
+}
+
+TEST(MigrationFindings, MeasureTheHeadsOfASubAnnotationFromWhereItsLeadersBegin) {
+  for (float const x : {110.0F, 111.0F}) {
+    Text const parent = makeLegacyText("a");
+    Text const child = makeLegacyText("b");
+    parent->m_position = {100, 50, 0};
+    child->m_position = {10, 5, 0};
+    child->m_leaders.emplace_back(Wm4::Vector3<float>(x, 55, 0)).m_head = qvAnnotationInterface::ArrowHead;
+    addChild(*parent, child.get(), qvAnnotationInterface::Free);
+    Findings const found =
+        select(migrate(makeViewOf(parent.get())).m_findings, FindingCode::LeaderHeadCollapsed);
+    ASSERT_EQ(found.size(), x == 110.0F ? 1U : 0U);
+    for (Finding const& finding : found) EXPECT_EQ(finding.m_address, "view/0/annot/0/sub/0");
+  }
+}
+
+TEST(MigrationFindings, TellOfLeadersOfGrandchildren) {
+  Text const parent = makeLegacyText("a");
+  Text const child = makeLegacyText("b");
+  Text const grandchild = makeLegacyText("c");
+  grandchild->m_leaders.emplace_back(Wm4::Vector3<float>(1, 2, 3));
+  grandchild->m_measures.emplace_back();
+  addChild(*child, grandchild.get(), 1);
+  addChild(*parent, child.get(), 1);
+  Finding const finding = getOnly(migrate(makeViewOf(parent.get())), FindingCode::LeaderLost);
+  EXPECT_EQ(finding.m_address, "view/0/annot/0/sub/0/sub/0");
+  EXPECT_EQ(finding.m_severity, Severity::Warning);
+  EXPECT_TRUE(finding.m_text.ends_with("1 leader and 1 measure leader")) << finding.m_text;
+}
+
+TEST(MigrationFindings, TellOfMeasureLeadersOfASubAnnotationThatFail) {
+  Text const parent = makeLegacyText("a");
+  Text const child = makeLegacyText("b");
+  child->m_measures.resize(3);
+  child->m_measures[0].m_pointB = {10, 0, 0};
+  child->m_measures[1].m_offset = {0, 0, 5};
+  addChild(*parent, child.get(), 1);
+  MigratedView const view = migrate(makeViewOf(parent.get()));
+  EXPECT_NE(view.m_view, nullptr);
+  Finding const finding = getOnly(view, FindingCode::LeaderLost);
+  EXPECT_EQ(finding.m_address, "view/0/annot/0/sub/0");
+  EXPECT_EQ(finding.m_text, "measure leader 1 has no direction; it and those behind it, 2 in all, are lost");
+}
+
+TEST(MigrationFindings, NameFontsThatStandInOnce) {
+  Text const text = makeLegacyText("a b\nc");
+  MigratedView const view = migrate(makeViewOf(text.get()));
+  EXPECT_LE(select(view.m_findings, FindingCode::FontMetricCompatible).size(), 1U);
+  text->m_defaultTextProperties.m_fontName = "No Such Font At All";
+  Finding const finding = getOnly(migrate(makeViewOf(text.get())), FindingCode::FontSubstituted);
+  EXPECT_EQ(finding.m_severity, Severity::Warning);
+  EXPECT_TRUE(finding.m_text.starts_with("text in font 'No Such Font At All' is drawn with '"))
+      << finding.m_text;
+  EXPECT_TRUE(finding.m_text.ends_with("), which is not as wide")) << finding.m_text;
+}
+
+TEST(MigrationFindings, NameTheCharacterThatNoFontHas) {
+  MigratedView const view = migrate(makeViewOf(makeLegacyText("a\U000F1234\U000F1234").get()));
+  Finding const finding = getOnly(view, FindingCode::GlyphMissing);
+  EXPECT_EQ(finding.m_severity, Severity::Error);
+  EXPECT_NE(finding.m_text.find("U+F1234"), std::string::npos);
+}
+
+TEST(MigrationFindings, TellOfRepairedTexts) {
+  Text const text = makeLegacyText("a\x01");
+  text->SetName("n\xff");
+  text->m_defaultTextProperties.m_fontName = "f\n\x07";
+  Findings const found = select(migrate(makeViewOf(text.get())).m_findings, FindingCode::TextRepaired);
+  ASSERT_EQ(found.size(), 3U);
+  EXPECT_TRUE(found[0].m_text.starts_with("the name holds"));
+  EXPECT_TRUE(found[1].m_text.starts_with("the font name holds"));
+  EXPECT_TRUE(found[2].m_text.starts_with("the text holds"));
+}
+
+qv::qvPointer<qvAnnotationRaster> makeRaster(std::string const& name) {
+  qv::qvPointer<qvAnnotationRaster> raster = new qvAnnotationRaster;
+  raster->m_rasterName = name;
+  return raster;
+}
+
+TEST(MigrationFindings, TellOfAnImageThatIsNotAvailable) {
+  MigratedView const view = migrate(makeViewOf(makeRaster("logo").get()));
+  EXPECT_EQ(view.m_view, nullptr);
+  Finding const finding = getOnly(view, FindingCode::RasterUnavailable);
+  EXPECT_EQ(finding.m_option, "--rasters");
+  EXPECT_EQ(finding.m_address, "view/0/annot/0");
+  EXPECT_EQ(
+      finding.m_text,
+      "image 'logo' is not available: no folder of images was given; name the folder that holds it with "
+      "--rasters");
+}
+
+TEST(MigrationFindings, TellOfAnImageOfAnUnknownFormat) {
+  qvTest::TemporaryFolder const folder;
+  folder.writeFile("logo.png", "<svg/>");
+  folder.writeFile("good.png", qvTest::makePng());
+  MigrationOptions options;
+  options.m_rasterFolder = folder.getPath();
+  View const view = makeLegacyView();
+  view->m_annotations = {makeRaster("good").get(), makeRaster("logo").get()};
+  MigratedView const migrated = migrate(view, options);
+  EXPECT_NE(migrated.m_view, nullptr);
+  EXPECT_EQ(getOnly(migrated, FindingCode::RasterUnreadable).m_address, "view/0/annot/1");
+}
+
+TEST(MigrationFindings, AreNoneForAPlainView) {
+  Text const text = makeLegacyText("plain");
+  text->m_defaultTextProperties.m_fontName = "Liberation Sans";
+  text->m_leaders.emplace_back(Wm4::Vector3<float>(9, 9, 0)).m_head = qvAnnotationInterface::ArrowHead;
+  EXPECT_TRUE(migrate(makeViewOf(text.get())).m_findings.empty());
+}
+
+}  // namespace
+
+}  // namespace qvToolkit

@@ -1,0 +1,74 @@
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "json/jsonReader.h"
+#include "model/variantLookup.h"
+#include "qvToolkit/reports/inspection.h"
+#include "tests/support/corpus.h"
+#include "tests/support/openTest.h"
+
+namespace {
+
+using namespace qvToolkit;
+
+qv::qvVariant parse(std::string text) {
+  JsonReading reading = readJson(text, 1000);
+  EXPECT_FALSE(reading.m_isBroken) << text;
+  return std::move(reading.m_value);
+}
+
+class CorpusTest : public OpenTest {
+ protected:
+  void SetUp() override {
+    if (m_folder.empty()) GTEST_SKIP() << qvTest::NoCorpus;
+    std::ifstream rows(m_folder / "expected.jsonl");
+    for (std::string row; std::getline(rows, row);) m_rows.push_back(parse(row));
+    ASSERT_FALSE(m_rows.empty()) << "no rows in " << m_folder / "expected.jsonl";
+  }
+
+  /// What the tool prints for a document, parsed; each document is read once.
+  VariantMap const& inspect(std::string const& file) {
+    auto const [entry, isNew] = m_inspections.try_emplace(file);
+    if (isNew) {
+      Document const document = openDocument(m_folder / file);
+      entry->second = parse(formatInspectionsJson({inspectDocument(document)}));
+    }
+    return findList(entry->second.toMap(), "files")->at(0).toMap();
+  }
+
+  std::filesystem::path const m_folder = qvTest::findCorpus();
+  std::vector<qv::qvVariant> m_rows;
+  std::map<std::string, qv::qvVariant> m_inspections;
+};
+
+TEST_F(CorpusTest, AgreesWithTheIndependentCheckerInEveryRow) {
+  for (qv::qvVariant const& row : m_rows) {
+    VariantMap const& expected = row.toMap();
+    std::string const name = findText(expected, "file");
+    VariantMap const& file = inspect(name);
+    auto const index = static_cast<std::size_t>(findValue(expected, "view")->toInteger());
+    VariantList const& views = *findList(file, "views");
+    ASSERT_LT(index, views.size()) << name;
+    VariantMap const& view = views[index].toMap();
+    for (char const* const key : {"counts", "messages", "name", "ok", "version", "view"}) {
+      ASSERT_NE(findValue(view, key), nullptr) << key;
+      EXPECT_EQ(*findValue(view, key), *findValue(expected, key))
+          << key << ": " << name << ", view " << index;
+    }
+  }
+}
+
+TEST_F(CorpusTest, HasARowForEveryViewAndNothingThatIsLost) {
+  std::map<std::string, std::size_t> counts;
+  for (qv::qvVariant const& row : m_rows) ++counts[findText(row.toMap(), "file")];
+  for (auto const& [name, count] : counts) {
+    Document const document = openDocument(m_folder / name);
+    EXPECT_EQ(document.m_views.size(), count) << name;
+    for (Finding const& finding : document.m_findings) ADD_FAILURE() << formatFinding(name, finding);
+  }
+}
+
+}  // namespace

@@ -1,0 +1,279 @@
+#include "reading/readAudit.h"
+
+#include <string>
+
+#include "annotationLegacy/qvAnnotationText.h"
+#include "reading/readerMessages.h"
+#include "tests/support/openTest.h"
+
+namespace {
+
+using namespace qvToolkit;
+
+using ReadAuditTest = OpenTest;
+
+/// The findings of one code as "SEVERITY ADDRESS POINTER: TEXT".
+std::vector<std::string> list(Document const& document, FindingCode code) {
+  std::vector<std::string> lines;
+  for (Finding const& finding : select(document.m_findings, code)) {
+    lines.push_back(std::string(getSeverityText(finding.m_severity)) + " " + finding.m_address + " " +
+                    finding.m_place.m_jsonPointer + ": " + finding.m_text);
+  }
+  return lines;
+}
+
+using Lines = std::vector<std::string>;
+
+TEST_F(ReadAuditTest, FindsNothingInAViewThatWasReadWhole) {
+  for (char const* const version : {"6.22", "6.26", "6.27"}) {
+    Document const document = read(makeView(
+        version, std::string(R"("annotations":[{"type":"text","name":"n","lines":[[{"text":"a","bold":true}]],
+                 "leaders":[{"pos":[1,2,3],"head":"arrow"}],"measures":[{"A":[0,0,0],"B":[1,0,0],"V":[0,1,0]}],
+                 "metadata":{"k":1},"childs":[{"type":"raster","anchorloc":"tl","rastername":"r"}]}])") +
+                     (version == std::string("6.27") ? R"(,"metadata":{})" : "")));
+    EXPECT_TRUE(document.m_findings.empty()) << formatFinding(version, document.m_findings.front());
+  }
+}
+
+TEST_F(ReadAuditTest, ReportsEachLostRecordWithItsReason) {
+  Document const document = read(makeView(
+      "6.22", R"("annotations":[7,{"type":"note","name":"n"},{"type":"text","position":[1],"name":"p"},
+              {"type":"raster","sizeem":[1]},{"type":"text","name":"c","children":[{"type":"text"},5]},
+              {"type":"text","children":[{"type":"text","children":[{}]},{"type":"x"}]}])"));
+  EXPECT_EQ(list(document, FindingCode::RecordLost),
+            (Lines{
+                "error view/0 /annotations/0: the annotation without name was not read: it is no map",
+                "error view/0 /annotations/1: the annotation 'n' was not read: its type is neither 'text' "
+                "nor 'raster'",
+                "error view/0 /annotations/2: the annotation 'p' was not read: its 'position' is no list of "
+                "three numbers",
+                "error view/0 /annotations/3: the annotation without name was not read: its 'sizeem' is no "
+                "list of two "
+                "numbers",
+                "error view/0 /annotations/4: the annotation 'c' was not read: one of its sub-annotations is "
+                "no map; 2 "
+                "sub-annotation records went with it",
+                "error view/0/annot/0/sub/0 /annotations/5/children/0/children/0: the annotation without "
+                "name was not "
+                "read: its type is neither 'text' nor 'raster'",
+                "error view/0/annot/0 /annotations/5/children/1: the annotation without name was not read: "
+                "its type is "
+                "neither 'text' nor 'raster'",
+            }));
+}
+
+TEST_F(ReadAuditTest, PairsTheRecordsOfTwoListsWithTheirAnnotations) {
+  Document const document = read(makeView(
+      "6.21",
+      R"("textannotations":[5,{"leaders":[[1,2,3],4,5]}],"rasterannotations":[{"sizeem":1},{"leaders":[1]}])"));
+  EXPECT_EQ(
+      list(document, FindingCode::RecordLost),
+      (Lines{
+          "error view/0 /textannotations/0: the annotation without name was not read: it is no map",
+          "warning view/0/annot/0 /textannotations/1/leaders: 2 of 3 leaders were not read",
+          "error view/0 /rasterannotations/0: the annotation without name was not read: its 'sizeem' is no "
+          "list of two numbers",
+          "warning view/0/annot/1 /rasterannotations/1/leaders: 1 of 1 leaders were not read"}));
+}
+
+TEST_F(ReadAuditTest, CountsWhatWentWithARefusedView) {
+  Document const document = read(makeView("6.21", R"("name":"v","textannotations":[{},{"children":[{}]}])"));
+  EXPECT_EQ(list(document, FindingCode::RecordLost),
+            (Lines{"error view/0 : the view 'v' was not read; 3 annotation records went with it"}));
+}
+
+TEST_F(ReadAuditTest, ReportsAnnotationsInTheListsOfTheOtherForm) {
+  Document const older = read(
+      makeView("6.21", R"("textannotations":[],"rasterannotations":[],"annotations":[{"children":[{}]}])"));
+  EXPECT_EQ(
+      list(older, FindingCode::KeyIgnored),
+      (Lines{"error view/0 /annotations: the key 'annotations' of views is not read here at version 6.21; 2 "
+             "annotation records went with it"}));
+  Document const newer =
+      read(makeView("6.22", R"("annotations":[],"textannotations":[],"rasterannotations":[{}])"));
+  EXPECT_EQ(
+      list(newer, FindingCode::KeyIgnored),
+      (Lines{
+          "error view/0 /rasterannotations: the key 'rasterannotations' of views is not read here at version "
+          "6.22; 1 annotation record went with it",
+          "info view/0 /textannotations: the key 'textannotations' of views is not read here at version "
+          "6.22"}));
+}
+
+TEST_F(ReadAuditTest, ReportsMetadataThatIsTooOldToBeRead) {
+  Document const view = read(makeView("6.26", R"("annotations":[],"metadata":{"k":1})"));
+  EXPECT_EQ(
+      list(view, FindingCode::KeyIgnored),
+      (Lines{"warning view/0 /metadata: the key 'metadata' of views is not read here at version 6.26"}));
+  Document const empty = read(makeView("6.26", R"("annotations":[],"metadata":{})"));
+  EXPECT_EQ(list(empty, FindingCode::KeyIgnored),
+            (Lines{"info view/0 /metadata: the key 'metadata' of views is not read here at version 6.26"}));
+  Document const annotation = read(makeView(
+      "6.21", R"("textannotations":[{"metadata":{"k":1}},{"metadata":{"k":1}}],"rasterannotations":[])"));
+  EXPECT_EQ(list(annotation, FindingCode::KeyIgnored),
+            (Lines{"warning view/0 /textannotations/0/metadata: the key 'metadata' of text annotations is "
+                   "not read here "
+                   "at version 6.21 (2 times, first here)"}));
+}
+
+TEST_F(ReadAuditTest, ReportsChildrenThatTheReaderNeverLooksAt) {
+  Document const older = read(makeView(
+      "6.21", R"("textannotations":[{"children":[{"childs":[{}]}]}],"rasterannotations":[{"childs":[{}]}])"));
+  EXPECT_EQ(list(older, FindingCode::KeyIgnored), (Lines{"error view/0 /textannotations/0/children: the key "
+                                                         "'children' of text annotations is not read here at "
+                                                         "version 6.21; 2 annotation records went with it",
+                                                         "error view/0 /rasterannotations/0/childs: the key "
+                                                         "'childs' of raster annotations is not read here at "
+                                                         "version 6.21; 1 annotation record went with it"}));
+  Document const both =
+      read(makeView("6.22", R"("annotations":[{"type":"text","children":"x","childs":[{"type":"text"}]}])"));
+  EXPECT_EQ(list(both, FindingCode::KeyIgnored),
+            (Lines{"error view/0 /annotations/0/childs: the key 'childs' of text annotations is not read "
+                   "here at version "
+                   "6.22; 1 annotation record went with it"}));
+  EXPECT_EQ(list(both, FindingCode::RecordLost),
+            (Lines{"error view/0/annot/0 /annotations/0/children: 'children' is no list, so no "
+                   "sub-annotation was read"}));
+}
+
+TEST_F(ReadAuditTest, GathersUnknownKeysByKindOfRecord) {
+  Document const document = read(makeView(
+      "6.22", R"("z":1,"annotations":[{"type":"text","colour":1,"rastername":2,"defaulttextprop":{"size":1},
+              "lines":[[{"text":"a","colour":1}]],"leaders":[{"pos":[1,2,3],"tip":1}]},{"type":"text","colour":1},
+              {"type":"raster","text":1}])"));
+  EXPECT_EQ(
+      list(document, FindingCode::KeyIgnored),
+      (Lines{"info view/0 /z: the key 'z' of views is not read",
+             "info view/0 /annotations/0/colour: the key 'colour' of text annotations is not read (2 times, "
+             "first "
+             "here)",
+             "info view/0 /annotations/0/rastername: the key 'rastername' of text annotations is not read",
+             "info view/0 /annotations/2/text: the key 'text' of raster annotations is not read",
+             "info view/0 /annotations/0/defaulttextprop/size: the key 'size' of text properties is not read",
+             "info view/0 /annotations/0/lines/0/0/colour: the key 'colour' of text runs is not read",
+             "info view/0 /annotations/0/leaders/0/tip: the key 'tip' of leaders is not read"}));
+}
+
+TEST_F(ReadAuditTest, ReportsWhatChangesWithoutAMessageOfTheReaders) {
+  Document const document = read(makeView(
+      "6.22",
+      R"("annotations":[{"type":"text","lines":5,"text":"t","leaders":[{"pos":[1,2]}],"metadata":3}])"));
+  EXPECT_EQ(
+      list(document, FindingCode::RecordLost),
+      (Lines{
+          "warning view/0/annot/0 /annotations/0/metadata: 'metadata' is no map, so no metadata was read",
+          "warning view/0/annot/0 /annotations/0/leaders/0: the leader's 'pos' is no list of three numbers; "
+          "it "
+          "runs to the origin",
+          "error view/0/annot/0 /annotations/0/lines: 'lines' is no list; the text was taken from 'text'"}));
+}
+
+TEST_F(ReadAuditTest, ReportsTextsThatWereCut) {
+  std::string const longText(70000, 'x');
+  Document const runs = read(makeView(
+      "6.22", R"("annotations":[{"type":"text","lines":[[{"text":"a"},{"text":")" + longText + R"("}]]}])"));
+  EXPECT_EQ(list(runs, FindingCode::RecordLost),
+            (Lines{"error view/0/annot/0 /annotations/0/lines/0/1: a text of 70000 bytes was cut at 65535"}));
+  std::string const fitting(65535, 'x');
+  Document const plain = read(makeView("6.22", R"("annotations":[{"type":"text","text":")" + fitting + "\\n" +
+                                                   longText + "\\r" + fitting + R"("}])"));
+  EXPECT_EQ(list(plain, FindingCode::RecordLost),
+            (Lines{"error view/0/annot/0 /annotations/0/text: a text of 70000 bytes was cut at 65535"}));
+}
+
+TEST_F(ReadAuditTest, TellsArrowDirectionsThatAreTooOldToBeRead) {
+  Document const document = read(makeView(
+      "6.21", R"("textannotations":[{"measures":[{"A":[0,0,0],"B":[1,0,0],"V":[0,1,0],"arrowdir":"outout"}]}],
+              "rasterannotations":[])"));
+  EXPECT_EQ(list(document, FindingCode::KeyIgnored),
+            (Lines{"warning view/0 /textannotations/0/measures/0/arrowdir: the key 'arrowdir' of measure "
+                   "leaders is not "
+                   "read here at version 6.21"}));
+}
+
+TEST_F(ReadAuditTest, ReportsValuesThatTheReaderDoesNotKnow) {
+  Document const document = read(makeView(
+      "6.22", R"("annotations":[{"type":"text","frameshape":"Circle","leaders":[{"pos":[1,2,3],"head":"dot"}],
+              "measures":[{"A":[0,0,0],"B":[1,0,0],"V":[0,1,0],"arrowdir":7}],
+              "lines":[[{"text":"a","type":"SUB"},{"text":"b","type":"normal"},{"text":"c","type":"SUB"}]],
+              "children":[{"type":"text","anchorloc":"top"},{"type":"text","anchorloc":"rb","frameshape":""}]}])"));
+  EXPECT_EQ(list(document, FindingCode::ValueUnknown),
+            (Lines{"warning view/0 /annotations/0/children/0/anchorloc: the value 'top' of 'anchorloc' of "
+                   "text annotations is not known; the default was taken",
+                   "warning view/0 /annotations/0/frameshape: the value 'Circle' of 'frameshape' of text "
+                   "annotations is not known; the default was taken",
+                   "warning view/0 /annotations/0/lines/0/0/type: the value 'SUB' of 'type' of text runs is "
+                   "not known; the default was taken (2 times, first here)",
+                   "warning view/0 /annotations/0/leaders/0/head: the value 'dot' of 'head' of leaders is "
+                   "not known; the default was taken",
+                   "warning view/0 /annotations/0/measures/0/arrowdir: the value '7' of 'arrowdir' of "
+                   "measure leaders is not known; the default was taken"}));
+}
+
+TEST_F(ReadAuditTest, ReportsTextsThatAreNone) {
+  Document const document = read(makeView(
+      "6.22",
+      R"("annotations":[{"type":"text","text":{"a":1}},{"type":"text","lines":[[{"text":["b"]},{"text":3}]]}])"));
+  EXPECT_EQ(list(document, FindingCode::RecordLost),
+            (Lines{"error view/0/annot/0 /annotations/0/text: 'text' is no text, so none was read",
+                   "error view/0/annot/1 /annotations/1/lines/0/0: 'text' is no text, so none was read"}));
+}
+
+TEST_F(ReadAuditTest, OnlyCountsWhenTheViewDoesNotMatchItsMap) {
+  std::string text = R"({"ver":"6.22","annotations":[{"type":"text"},{"type":"text","zzz":1}]})";
+  Document const document = read(text);
+  VariantMap map;
+  map["annotations"] = VariantList(2, VariantMap{{"type", "text"}, {"zzz", 1}});
+  qvLegacy::qvAnnotationView& view = *document.m_views.at(0).m_view;
+  view.m_annotations.pop_back();
+  Findings findings;
+  auditView({map, &view, qv::qvStreamVersion(6, 22), "view/0", ""}, findings);
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(findings[0].m_text, "of 2 annotation records 1 were read");
+}
+
+/// Builds random records and lets the readers judge: whatever they drop must be reported, and nothing else.
+TEST_F(ReadAuditTest, AgreesWithTheReadersOnWhatIsLost) {
+  char const* const parts[] = {R"("position":[1,2,3])", R"("position":[1,2])",    R"("type":"text")",
+                               R"("type":"raster")",    R"("type":"Text")",       R"("sizeem":[1,2])",
+                               R"("sizeem":[1])",       R"("sizeem":3)",          R"("children":[])",
+                               R"("childs":[5])",       R"("children":[{}])",     R"("color":"x")",
+                               R"("children":5)",       R"("position":[1,2,"3"])"};
+  unsigned int state = 1;
+  auto const next = [&state](unsigned int count) {
+    state = state * 1664525U + 1013904223U;
+    return (state >> 16U) % count;
+  };
+  for (int i = 0; i < 3000; ++i) {
+    std::string records;
+    unsigned int const count = 1 + next(4);
+    for (unsigned int n = 0; n < count; ++n) {
+      std::string record = R"("name":"r")";
+      for (unsigned int m = next(4); m > 0; --m) record += std::string(",") + parts[next(std::size(parts))];
+      records += (n > 0 ? ",{" : "{") + record + "}";
+    }
+    Document const document = read(makeView("6.22", "\"annotations\":[" + records + "]"));
+    std::size_t lost = 0;
+    for (Finding const& finding : select(document.m_findings, FindingCode::RecordLost)) {
+      lost += finding.m_address == "view/0" ? 1U : 0U;
+      ASSERT_FALSE(finding.m_text.starts_with("of ")) << records;
+    }
+    ASSERT_EQ(lost, count - document.m_views.at(0).m_view->m_annotations.size()) << records;
+  }
+}
+
+TEST(ReaderMessages, WeighWhatTheyCost) {
+  for (char const* const lost :
+       {"invalid version 6.16", "invalid annotation type", "invalid 'position' field", "invalid segment",
+        "missing 'annotations' field", "invalid 'annotations' field content", "invalid 'sizeem' length",
+        "a message of another reader"}) {
+    EXPECT_EQ(getReaderMessageSeverity(lost), Severity::Error) << lost;
+  }
+  for (char const* const changed :
+       {"invalid 'color' field", "invalid 'leaders' field content", "invalid 'origin' field",
+        "invalid 'defaulttextprop' field", "invalid 'metadata' field"}) {
+    EXPECT_EQ(getReaderMessageSeverity(changed), Severity::Warning) << changed;
+  }
+}
+
+}  // namespace

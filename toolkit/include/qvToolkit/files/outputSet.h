@@ -1,0 +1,96 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "qvToolkit/files/fileIdentities.h"
+#include "qvToolkit/files/outputSink.h"
+#include "qvToolkit/findings/finding.h"
+
+namespace qvToolkit {
+
+/// The output files of one document in one folder: all of them appear, or none.
+///
+/// Each file is written under a temporary name in the folder and synchronised; `commit` gives all of them
+/// their names. Without `force` no existing file is replaced; an input is never replaced. What was not
+/// committed is removed with the object. After the first problem every call answers false.
+///
+/// With `force` a failure in the middle of `commit` leaves the files that were replaced before it.
+class OutputSet : public OutputSink {
+ public:
+  /// `folder` is created with its parents when the first file is opened. An interrupted set fails with a
+  /// problem: `interrupted`, which may be null, is looked at with each write.
+  OutputSet(std::string folder, bool force, volatile int const* interrupted = nullptr);
+  ~OutputSet() override;
+  OutputSet(OutputSet const&) = delete;
+  OutputSet& operator=(OutputSet const&) = delete;
+
+  /// From here on one file may have at most `fileBytes`, all of them together at most `allBytes`; at first
+  /// nothing is limited. What is larger is a problem, `FindingCode::LimitOutput`.
+  void limit(std::uint64_t allBytes, std::uint64_t fileBytes);
+  /// From here on none of these files is replaced; they must outlive the set.
+  void protect(FileIdentities const& files) { m_protected = &files; }
+
+  /// Begins the next file, ending the one before; `name` is a plain file name. Fails when a file of that name
+  /// exists and may not be replaced.
+  [[nodiscard]] bool open(std::string const& name);
+  [[nodiscard]] bool write(std::string_view bytes) override;
+  [[nodiscard]] bool commit();
+
+  /// Valid when a call answered false.
+  Finding const& getProblem() const noexcept { return m_problem; }
+  /// The paths of the files, in the order of `open`.
+  std::vector<std::string> getPaths() const;
+
+ private:
+  struct File {
+    std::string m_name;
+    std::string m_temporaryName;  ///< empty once it has its name
+  };
+
+  bool fail(FindingCode code, std::string text);
+  bool failWithError(std::string const& action, std::string const& name, int error);
+  bool openFolder();
+  bool mayCreate(std::string const& name);
+  bool openTemporary(std::string const& name);
+  bool endFile();
+  bool giveName(File& file);
+  bool place(File const& file);
+  void takeBack();
+  bool admit(std::uint64_t bytes);
+
+  std::string m_folderPath;
+  bool m_force;
+  volatile int const* m_interrupted;
+  FileIdentities const* m_protected = nullptr;
+  int m_folder = -1;
+  int m_file = -1;
+  std::vector<File> m_files;
+  std::uint64_t m_maxAllBytes = std::numeric_limits<std::uint64_t>::max();
+  std::uint64_t m_maxFileBytes = m_maxAllBytes;
+  std::uint64_t m_allBytes = 0;
+  std::uint64_t m_fileBytes = 0;  ///< of the file that is open
+  bool m_hasFailed = false;
+  Finding m_problem;
+};
+
+/// Removes the temporary files that a process that died has left in the folder.
+void removeTemporaryFiles(std::string const& folder, int process);
+
+/// A file name made of the last part of an input's path without its extension: characters beyond A-Z a-z 0-9
+/// . _ - become "_", so do a leading dot or dash; at most 150 bytes; "-" gives "stdin".
+std::string makeStem(std::string const& inputPath);
+
+/// Stems for several inputs: those that would collide, letters of either case counting as equal, get "-2",
+/// "-3" and so on in the order of the inputs.
+std::vector<std::string> makeStems(std::vector<std::string> const& inputPaths);
+
+/// "STEM.view-0003.svg", with "svg" as the extension, and "STEM.migrated.json".
+std::string getPageName(std::string const& stem, std::size_t viewIndex, std::string_view extension = "svg");
+std::string getModelName(std::string const& stem);
+
+}  // namespace qvToolkit

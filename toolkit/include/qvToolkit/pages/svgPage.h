@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+
+#include "qvToolkit/files/outputSink.h"
+#include "qvToolkit/findings/finding.h"
+#include "qvToolkit/migration/migrationSession.h"
+
+namespace qvToolkit {
+
+/// How a page holds text.
+enum class TextMode : std::uint8_t {
+  Live,     ///< as characters: to be searched and copied, drawn with the fonts that the reader has
+  Outline,  ///< as outlines of the glyphs, each defined once: looks the same without any font
+  Both,     ///< as outlines that are seen, with characters on top that are not
+};
+
+/// Writes the SVG page of a migrated view, which must not be null: 1 unit of the page is 1 mm on paper.
+///
+/// The leaders of all annotations lie at the back, their contents in front, so that no leader crosses a text
+/// out. Lines of width 1 are hairlines: 0.25 mm where a renderer scales every stroke, one pixel where it can
+/// keep strokes from scaling. The page holds only elements and attributes of a fixed list, no script, no
+/// style sheet and no reference to anything outside. Equal views give equal bytes.
+///
+/// Live text has one `<text>` for each baseline and size and one `<tspan>` for each font really used, placed
+/// by its own x, so that every renderer with the same fonts draws it alike. Text items that no layout made
+/// have no outlines and stay live.
+///
+/// Returns a finding for each annotation with an item that is left out, because one of its numbers is not
+/// finite or beyond 10^9. A sink that fails ends the page early.
+Findings writeSvgPage(MigratedView const& view, RasterFolder const& rasters, OutputSink& sink,
+                      TextMode mode = TextMode::Live);
+
+}  // namespace qvToolkit

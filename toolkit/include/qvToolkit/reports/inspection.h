@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "qvToolkit/json/jsonWriter.h"
+#include "qvToolkit/model/document.h"
+
+namespace qvToolkit {
+
+/// How much a view or an annotation holds. Leaders, measures, lines, runs and text bytes of a view are those
+/// of all its annotations at all levels.
+struct LegacyCounts {
+  std::uint64_t m_annotations = 0;  ///< of the view itself
+  std::uint64_t m_children = 0;     ///< sub-annotations at all levels
+  std::uint64_t m_depth = 0;        ///< levels of sub-annotations
+  std::uint64_t m_leaders = 0;
+  std::uint64_t m_lines = 0;
+  std::uint64_t m_measures = 0;
+  std::uint64_t m_ownProperties = 0;  ///< runs with properties of their own
+  std::uint64_t m_raster = 0;         ///< the view's own raster annotations
+  std::uint64_t m_segments = 0;       ///< runs
+  std::uint64_t m_text = 0;           ///< the view's own text annotations
+  std::uint64_t m_textBytes = 0;      ///< of all runs, line breaks not counted
+};
+
+/// One annotation at a glance.
+struct InspectedAnnotation {
+  std::string m_address;  ///< "view/3/annot/7/sub/0"
+  std::size_t m_depth = 0;
+  std::uint8_t m_type = 0;  ///< `qvAnnotationInterface::Type`; 0 for an empty entry, too
+  std::string m_name;
+  std::string m_text;                     ///< plain text, lines separated by LF; of rasters the raster name
+  std::optional<std::uint32_t> m_anchor;  ///< on its parent; none for the view's own annotations
+  std::uint8_t m_style = 0;
+  Wm4::Vector3<unsigned char> m_color;
+  Wm4::Vector3<float> m_position;
+  std::size_t m_metadata = 0;  ///< entries
+  LegacyCounts m_counts;       ///< of the annotation without its sub-annotations; children: its direct ones
+};
+
+struct InspectedView {
+  std::string m_address;
+  std::string m_name;
+  bool m_isRead = false;  ///< false when the reader refused the view
+  qv::qvStreamVersion m_version;
+  std::vector<std::string> m_messages;
+  Wm4::Vector3<float> m_planeOrigin;
+  Wm4::Vector3<float> m_planeNormal;
+  Wm4::Vector3<float> m_planeXAxis;
+  std::size_t m_metadata = 0;  ///< entries
+  LegacyCounts m_counts;
+  std::vector<InspectedAnnotation> m_annotations;  ///< at all levels, each before its sub-annotations
+};
+
+/// What a document holds, apart from the document.
+struct Inspection {
+  std::string m_path;
+  Format m_format = Format::Json;
+  ExitCode m_failure = ExitDone;
+  std::vector<InspectedView> m_views;
+  Findings m_findings;
+};
+
+Inspection inspectDocument(Document const& document);
+
+/// Aligned text for people, safe for a terminal. Findings are not part of it, the readers' messages are.
+std::string formatInspection(Inspection const& inspection);
+
+/// One file as a JSON object: path, format, views with index, name, version, messages, counts and all
+/// annotations, and the findings. Strings that were no valid UTF-8 have their bytes in hexadecimal beside
+/// them, under the key + "Hex".
+void writeInspection(JsonWriter& json, Inspection const& inspection);
+
+/// {"files": [...]} with one object of `writeInspection` for each.
+std::string formatInspectionsJson(std::vector<Inspection> const& inspections);
+
+/// The findings as a JSON array, without a key.
+void writeFindings(JsonWriter& json, Findings const& findings);
+
+}  // namespace qvToolkit

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <vector>
+
+#include "qvToolkit/json/jsonWriter.h"
+#include "qvToolkit/model/document.h"
+
+namespace qvToolkit {
+
+/// The whole legacy model of a document as a JSON object: every field of each view and annotation.
+///
+/// Nothing is rounded or guessed: heights are the stored hundredths, enumerations come as number and name,
+/// metadata values with their kind, strings that are no valid UTF-8 with their bytes in hexadecimal under the
+/// key + "Hex", vectors with a number that is not finite with their bits under the key + "Bits". Annotations
+/// of all levels stand in one list, each before its sub-annotations, told apart by their address. The library
+/// must be initialised.
+void writeLegacyDocument(JsonWriter& json, Document const& document);
+
+/// {"files": [...]} with one object of `writeLegacyDocument` for each.
+std::string formatLegacyJson(std::vector<Document> const& documents);
+
+}  // namespace qvToolkit

@@ -1,0 +1,141 @@
+#include "migration/fontFindings.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "qvAnnotation/fontOptions.h"
+#include "qvToolkit/text/textEscape.h"
+#include "text/characterName.h"
+#include "text/utf8.h"
+
+namespace qvToolkit {
+
+namespace {
+
+constexpr std::size_t MaxShownPieces = 5;
+constexpr char const* HexDigits = "0123456789ABCDEF";
+
+std::string foldName(std::string_view name) {
+  std::string folded;
+  for (char const c : name) {
+    if (c != ' ') folded += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  }
+  return folded;
+}
+
+/// "'DejaVu Sans' (/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf)".
+std::string nameFont(qv::svg::TextSpan const& span) {
+  std::string text = "'" + shortenText(span.m_family) + "'";
+  if (span.m_glyphSource != nullptr) text += " (" + span.m_glyphSource->getFontFile() + ")";
+  return text;
+}
+
+void reportMissing(std::string_view text, std::string const& address, FindingList& findings) {
+  while (!text.empty()) {
+    Utf8Step const step = decodeUtf8(text);
+    text.remove_prefix(step.m_length);
+    std::string const package(qv::text::findPackageWithCharacter(step.m_codePoint));
+    findings.add(FindingCode::GlyphMissing, Severity::Error, address,
+                 "no font has the character " + describeCharacter(step.m_codePoint) +
+                     "; a replacement sign is drawn; install " +
+                     (package.empty() ? "a font that has it" : "the package " + package));
+  }
+}
+
+/// The family that the font options name for the one that is asked for; empty when they name none.
+std::string findReplacement(std::string_view askedFamily) {
+  std::string const asked = foldName(askedFamily);
+  for (qv::text::FontReplacement const& each : qv::text::getFontOptions().m_replacements) {
+    if (foldName(each.m_family) == asked) return each.m_replacement;
+  }
+  return {};
+}
+
+/// A family that the font options replace counts as asked for, but is not the document's.
+void reportReplacement(qv::svg::TextSpan const& span, std::string const& fonts, std::string const& address,
+                       FindingList& findings) {
+  bool const isReplaced =
+      foldName(span.m_askedFamily) != foldName(span.m_family) && !findReplacement(span.m_askedFamily).empty();
+  if (!isReplaced) return;
+  findings.add(FindingCode::FontReplaced, Severity::Info, address, fonts + ", as --font-map asks");
+}
+
+/// Options that cannot be followed must not be passed over in silence.
+void reportMissingReplacement(qv::svg::TextSpan const& span, std::string const& fonts,
+                              std::string const& address, FindingList& findings) {
+  std::string const replacement = findReplacement(span.m_askedFamily);
+  if (replacement.empty() || qv::text::hasFontFamily(replacement)) return;
+  findings.add(FindingCode::FontSubstituted, Severity::Warning, address,
+               fonts + ", since the font '" + replacement + "' that --font-map names is not there");
+}
+
+void reportMatch(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
+  std::string const fonts =
+      "text in font '" + shortenText(span.m_askedFamily) + "' is drawn with " + nameFont(span);
+  reportMissingReplacement(span, fonts, address, findings);
+  switch (span.m_match) {
+    case qv::svg::FontMatch::Asked:
+      return reportReplacement(span, fonts, address, findings);
+    case qv::svg::FontMatch::MetricCompatible:
+      findings.add(FindingCode::FontMetricCompatible, Severity::Info, address, fonts + ", which is as wide");
+      return;
+    case qv::svg::FontMatch::Substitute:
+      findings.add(FindingCode::FontSubstituted, Severity::Warning, address,
+                   fonts + ", which is not as wide");
+      return;
+    case qv::svg::FontMatch::Missing:
+      return reportMissing(span.m_original, address, findings);
+  }
+}
+
+void reportSynthesis(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
+  std::string const font = "the font " + nameFont(span);
+  if (span.m_synthesis.m_bold) {
+    findings.add(FindingCode::FontSynthesized, Severity::Warning, address,
+                 font + " has no bold face; bold is made up by a stroke");
+  }
+  if (span.m_synthesis.m_oblique) {
+    findings.add(FindingCode::FontSynthesized, Severity::Warning, address,
+                 font + " has no italic face; italic is made up by a slant");
+  }
+}
+
+/// "U+001B" for a character, "the bytes FF FE" for what is none.
+std::string describePiece(std::string_view bytes) {
+  Utf8Step const step = decodeUtf8(bytes);
+  bool const isSurrogate = step.m_codePoint >= 0xD800 && step.m_codePoint <= 0xDFFF;
+  if (step.m_length == bytes.size() && (step.m_isValid || isSurrogate)) {
+    return formatCodePoint(step.m_codePoint);
+  }
+  std::string text = bytes.size() == 1 ? "the byte" : "the bytes";
+  for (char const byte : bytes) {
+    auto const number = static_cast<unsigned char>(byte);
+    text += {' ', HexDigits[number >> 4U], HexDigits[number & 0xFU]};
+  }
+  return text;
+}
+
+void reportUnshowable(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
+  if (span.m_unshowable.empty()) return;
+  std::string text = "the text holds ";
+  std::size_t const shown = std::min(span.m_unshowable.size(), MaxShownPieces);
+  for (std::size_t i = 0; i < shown; ++i) {
+    if (i > 0) text += ", ";
+    text += describePiece(span.m_unshowable[i]);
+  }
+  if (shown < span.m_unshowable.size()) {
+    text += " and " + std::to_string(span.m_unshowable.size() - shown) + " more";
+  }
+  findings.add(FindingCode::TextRepaired, Severity::Warning, address,
+               text + ": control characters and invalid UTF-8 are shown as U+FFFD");
+}
+
+}  // namespace
+
+void reportSpan(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
+  reportMatch(span, address, findings);
+  reportSynthesis(span, address, findings);
+  reportUnshowable(span, address, findings);
+}
+
+}  // namespace qvToolkit

@@ -1,0 +1,195 @@
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "annotationLegacy/qvAnnotationMigration.h"
+#include "annotationLegacy/qvAnnotationRaster.h"
+#include "annotationLegacy/qvAnnotationText.h"
+#include "migration/migrationFindings.h"
+#include "qvToolkit/text/textEscape.h"
+
+namespace qvToolkit {
+
+namespace {
+
+using qvLegacy::qvAnnotationInterface;
+using qvLegacy::qvAnnotationMigration;
+using qvLegacy::qvAnnotationRaster;
+using qvLegacy::qvAnnotationText;
+
+/// Metadata keys of annotations that `DropKnownMetadata` covers; all others need `DropUnknownMetadata`.
+constexpr std::array<std::string_view, 7> KnownKeys = {
+    "ReferencedEntities",           "AnnotationGroup", "InactivationFlag", "NOA",
+    "NOA_Graphical representation", "NOA_Type of Noa", "NOA_Hidden Text"};
+
+struct OptionText {
+  int m_bit;
+  std::string_view m_text;
+};
+
+constexpr std::array<OptionText, 3> OptionTexts = {{
+    {qvAnnotationMigration::DropViewMetadata, "--drop-view-metadata"},
+    {qvAnnotationMigration::DropKnownMetadata, "--drop-known-metadata"},
+    {qvAnnotationMigration::DropUnknownMetadata, "--drop-unknown-metadata"},
+}};
+
+/// Frame shapes that have no geometry of their own.
+struct ShapeText {
+  qvAnnotationInterface::FrameShape m_shape;
+  std::string_view m_text;
+};
+
+constexpr std::array<ShapeText, 8> RectangleShapes = {{
+    {qvAnnotationInterface::Diamond, "diamond"},
+    {qvAnnotationInterface::Triangle, "triangle"},
+    {qvAnnotationInterface::Hexagon, "hexagon"},
+    {qvAnnotationInterface::Pentagon, "pentagon"},
+    {qvAnnotationInterface::Circle, "circle"},
+    {qvAnnotationInterface::Oblong, "oblong"},
+    {qvAnnotationInterface::OblongLeft, "oblongleft"},
+    {qvAnnotationInterface::OblongRight, "oblongright"},
+}};
+
+int getNeededOptions(qvAnnotationInterface const& annotation) {
+  int needed = 0;
+  for (auto const& [key, value] : annotation.m_metadata) {
+    bool const isKnown = std::find(KnownKeys.begin(), KnownKeys.end(), key) != KnownKeys.end();
+    needed |= isKnown ? qvAnnotationMigration::DropKnownMetadata : qvAnnotationMigration::DropUnknownMetadata;
+  }
+  for (auto const& child : annotation.getSubAnnots()) {
+    if (child.m_annot != nullptr) needed |= getNeededOptions(*child.m_annot);
+  }
+  return needed;
+}
+
+std::string listKeys(qv::qvVariant::qvVariantMapImpl const& metadata) {
+  constexpr std::size_t MaxListed = 10;
+  std::string list;
+  std::size_t listed = 0;
+  for (auto const& [key, value] : metadata) {
+    if (listed == MaxListed) return list + ", and " + std::to_string(metadata.size() - listed) + " more";
+    list += (listed++ == 0 ? "'" : ", '") + shortenText(key) + "'";
+  }
+  return list;
+}
+
+void addDroppedMetadata(qv::qvVariant::qvVariantMapImpl const& metadata, std::string const& address,
+                        FindingList& findings) {
+  if (metadata.empty()) return;
+  findings.add(FindingCode::MetadataDropped, Severity::Warning, address,
+               "metadata is not carried over: " + listKeys(metadata));
+}
+
+std::string_view getRunText(qvAnnotationText::TextSegment const& run) {
+  return run.m_text == nullptr ? std::string_view() : std::string_view(run.m_text.get(), run.m_length);
+}
+
+/// Blank for the migration: no run, or runs of blanks only.
+bool isBlankLine(qvAnnotationText::Line const& line) {
+  return std::all_of(line.begin(), line.end(), [](qvAnnotationText::TextSegment const& run) {
+    return getRunText(run).find_first_not_of(' ') == std::string_view::npos;
+  });
+}
+
+void reportBlankLines(qvAnnotationText const& text, std::string const& address, FindingList& findings) {
+  auto const total = static_cast<std::ptrdiff_t>(text.m_lines.size());
+  auto blank = std::count_if(text.m_lines.begin(), text.m_lines.end(), isBlankLine);
+  // A text without anything else keeps one line, with a single blank.
+  if (blank == total) --blank;
+  if (blank <= 0) return;
+  findings.add(FindingCode::BlankLineSkipped, Severity::Info, address,
+               std::to_string(blank) + (blank == 1 ? " blank line is" : " blank lines are") + " left out");
+}
+
+void reportShape(AnnotationPair const& pair, FindingList& findings) {
+  int const shape = pair.m_legacy->m_style & qvAnnotationInterface::FrameShapeMask;
+  for (ShapeText const& known : RectangleShapes) {
+    if (known.m_shape != shape) continue;
+    findings.add(FindingCode::ShapeAsRectangle, Severity::Info, pair.m_address,
+                 "frame shape '" + std::string(known.m_text) + "' is drawn as a rectangle");
+  }
+}
+
+void reportRepair(std::string_view bytes, std::string_view what, std::string const& address,
+                  FindingList& findings) {
+  bool isRepaired = false;
+  static_cast<void>(repairUtf8(bytes, &isRepaired));
+  if (!isRepaired) return;
+  findings.add(
+      FindingCode::TextRepaired, Severity::Warning, address,
+      "the " + std::string(what) + " holds control characters or invalid UTF-8; each is shown as U+FFFD");
+}
+
+void reportFontNames(qvAnnotationText const& text, std::string const& address, FindingList& findings) {
+  reportRepair(text.m_defaultTextProperties.m_fontName, "font name", address, findings);
+  for (auto const& line : text.m_lines) {
+    for (auto const& run : line) {
+      if (run.m_textProperties != nullptr) {
+        reportRepair(run.m_textProperties->m_fontName, "font name", address, findings);
+      }
+    }
+  }
+}
+
+/// Visits the rasters of a tree with their addresses.
+void reportRastersUnder(qvAnnotationInterface const& annotation, std::string const& address, bool hasFolder,
+                        RasterFolder const& rasters, FindingList& findings) {
+  if (auto const* raster = dynamic_cast<qvAnnotationRaster const*>(&annotation)) {
+    if (std::string const* problem = rasters.findProblem(raster->m_rasterName)) {
+      std::string text = "image '" + shortenText(raster->m_rasterName) + "' is not available: " + *problem;
+      if (!hasFolder) text += "; name the folder that holds it with --rasters";
+      bool const isTooLarge = rasters.isTooLarge(raster->m_rasterName);
+      findings.add(isTooLarge ? FindingCode::LimitRaster : FindingCode::RasterUnavailable, Severity::Error,
+                   address, std::move(text), isTooLarge ? "--max-raster" : "--rasters");
+    }
+  }
+  std::size_t index = 0;
+  for (auto const& child : annotation.getSubAnnots()) {
+    std::string const childAddress = address + "/sub/" + std::to_string(index++);
+    if (child.m_annot == nullptr) continue;
+    reportRastersUnder(*child.m_annot, childAddress, hasFolder, rasters, findings);
+  }
+}
+
+}  // namespace
+
+std::string findMissingOptions(qvLegacy::qvAnnotationView const& view, int dropped) {
+  int needed = view.m_metadata.empty() ? 0 : static_cast<int>(qvAnnotationMigration::DropViewMetadata);
+  for (auto const& annotation : view.m_annotations) {
+    if (annotation != nullptr) needed |= getNeededOptions(*annotation);
+  }
+  std::string options;
+  for (OptionText const& option : OptionTexts) {
+    if ((needed & ~dropped & option.m_bit) == 0) continue;
+    if (!options.empty()) options += ' ';
+    options += option.m_text;
+  }
+  return options;
+}
+
+void reportView(qvLegacy::qvAnnotationView const& view, std::string const& viewAddress,
+                FindingList& findings) {
+  addDroppedMetadata(view.m_metadata, viewAddress, findings);
+  reportRepair(view.m_name, "name", viewAddress, findings);
+}
+
+void reportAnnotation(AnnotationPair const& pair, FindingList& findings) {
+  addDroppedMetadata(pair.m_legacy->m_metadata, pair.m_address, findings);
+  reportShape(pair, findings);
+  reportRepair(pair.m_legacy->m_name, "name", pair.m_address, findings);
+  if (auto const* text = dynamic_cast<qvAnnotationText const*>(pair.m_legacy)) {
+    reportBlankLines(*text, pair.m_address, findings);
+    reportFontNames(*text, pair.m_address, findings);
+  }
+}
+
+void reportRasters(qvLegacy::qvAnnotationView const& view, std::string const& viewAddress, bool hasFolder,
+                   RasterFolder const& rasters, FindingList& findings) {
+  for (std::size_t i = 0; i < view.m_annotations.size(); ++i) {
+    if (view.m_annotations[i] == nullptr) continue;
+    reportRastersUnder(*view.m_annotations[i], viewAddress + "/annot/" + std::to_string(i), hasFolder,
+                       rasters, findings);
+  }
+}
+
+}  // namespace qvToolkit

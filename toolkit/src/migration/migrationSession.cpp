@@ -1,0 +1,139 @@
+#include "qvToolkit/migration/migrationSession.h"
+
+#include <map>
+#include <utility>
+
+#include "migration/migrationFindings.h"
+#include "qvAnnotation/fontOptions.h"
+#include "qvToolkit/text/textEscape.h"
+
+namespace qvToolkit {
+
+namespace {
+
+/// Stands in for the process log while it lives, and keeps the texts.
+class MigrationLog : public qv::qvLog {
+ public:
+  MigrationLog() : m_previous(std::exchange(msInstance, this)) {}
+  ~MigrationLog() override { msInstance = m_previous; }
+
+  void Write(LogEntry& entry, bool) override { m_texts.push_back(entry.m_text); }
+
+  std::vector<std::string> m_texts;
+
+ private:
+  qv::qvLog* m_previous;
+};
+
+void addLogRecords(MigratedView const& view, std::string const& address, FindingList& findings) {
+  Severity const severity = view.m_view == nullptr ? Severity::Error : Severity::Warning;
+  for (std::string const& text : view.m_log) {
+    findings.add(FindingCode::MigrationMessage, severity, address, text);
+  }
+}
+
+std::string describeRefusal(LoadedView const& loaded) {
+  return loaded.m_messages.empty() ? "the reader refused it"
+                                   : "the reader refused it: " + loaded.m_messages.back();
+}
+
+void addFailure(MigratedView const& view, std::string const& reason, std::string options,
+                FindingList& findings) {
+  std::string text = "view '" + shortenText(view.m_name) + "' is not migrated: " + reason;
+  if (!options.empty()) text += "; drop it with " + options;
+  findings.add(FindingCode::ViewNotMigrated, Severity::Error, getViewAddress(view.m_index), std::move(text),
+               std::move(options));
+}
+
+/// The log says only that an annotation could not be migrated.
+void reportMissedFonts(std::string const& address, FindingList& findings) {
+  if (!qv::text::hasMissedEveryFont()) return;
+  findings.add(
+      FindingCode::FontNone, Severity::Error, address,
+      "there is no font to draw text with; install the package fonts-liberation2, or name a folder that "
+      "has fonts with --font-dir");
+}
+
+void addLosses(qvLegacy::qvAnnotationView const& legacy, RasterFolder const& rasters, MigratedView& view,
+               FindingList& findings) {
+  std::string const address = getViewAddress(view.m_index);
+  auto const pairs = pairAnnotations(legacy, *view.m_view, address);
+  for (AnnotationPair const& pair : pairs) {
+    if (pair.m_root != nullptr)
+      view.m_marks.emplace(pair.m_root, AnnotationMark{pair.m_legacy->GetName(), pair.m_address});
+  }
+  reportView(legacy, address, findings);
+  for (AnnotationPair const& pair : pairs) {
+    reportAnnotation(pair, findings);
+    reportLeaders(pair, findings);
+    reportContent(pair, view.m_marks, rasters, findings);
+  }
+}
+
+}  // namespace
+
+std::string getViewAddress(std::size_t index) {
+  return "view/" + std::to_string(index);
+}
+
+MigrationSession::MigrationSession(MigrationOptions options)
+    : m_options(std::move(options)), m_rasters(m_options.m_rasterFolder, m_options.m_maxRasterBytes) {
+}
+
+std::vector<MigratedView> MigrationSession::migrate(Document const& document) {
+  std::vector<MigratedView> views;
+  std::map<qvLegacy::qvAnnotationView const*, std::size_t> known;
+  for (std::size_t i = 0; i < document.m_views.size(); ++i) {
+    LoadedView const& loaded = document.m_views[i];
+    auto const [first, isNew] = known.emplace(loaded.m_view.get(), i);
+    if (loaded.m_view == nullptr || isNew) {
+      views.push_back(migrateView(loaded, i));
+      continue;
+    }
+    MigratedView& repeated = views.emplace_back();
+    repeated.m_index = i;
+    repeated.m_name = loaded.m_name;
+    repeated.m_sameAs = first->second;
+  }
+  return views;
+}
+
+MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t index) {
+  MigratedView view;
+  view.m_index = index;
+  view.m_name = loaded.m_name;
+  FindingList findings;
+  if (loaded.m_view == nullptr) {
+    addFailure(view, describeRefusal(loaded), {}, findings);
+  } else if (auto const refusal = checkTrees(*loaded.m_view, getViewAddress(index), m_options.m_trees)) {
+    findings.add(refusal->m_code, refusal->m_severity, refusal->m_address,
+                 "view '" + shortenText(view.m_name) + "' is not migrated: " + refusal->m_text,
+                 refusal->m_option);
+  } else {
+    migrateModel(loaded.m_view, view, findings);
+  }
+  view.m_findings = findings.takeFindings();
+  return view;
+}
+
+void MigrationSession::migrateModel(qv::qvPointer<qvLegacy::qvAnnotationView> const& legacy,
+                                    MigratedView& view, FindingList& findings) {
+  MigrationLog log;
+  qvLegacy::qvAnnotationMigration migration(m_options.m_dropped, &RasterFolder::deliver, &m_rasters,
+                                            m_options.m_headSize);
+  static_cast<void>(migration.migrateAnnotationView(legacy, view.m_view));
+  view.m_log = std::move(log.m_texts);
+  m_rasters.rethrowError();
+  std::string const address = getViewAddress(view.m_index);
+  reportRasters(*legacy, address, !m_options.m_rasterFolder.empty(), m_rasters, findings);
+  addLogRecords(view, address, findings);
+  if (view.m_view != nullptr) {
+    addLosses(*legacy, m_rasters, view, findings);
+  } else {
+    reportMissedFonts(address, findings);
+    addFailure(view, view.m_log.empty() ? "the migration gave no reason" : view.m_log.front(),
+               findMissingOptions(*legacy, m_options.m_dropped), findings);
+  }
+}
+
+}  // namespace qvToolkit

@@ -1,0 +1,119 @@
+#include "qvToolkit/pages/pageConverter.h"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "files/childLimit.h"
+#include "files/childProcess.h"
+#include "files/fileDescriptor.h"
+#include "files/temporaryName.h"
+
+namespace qvToolkit {
+
+namespace {
+
+constexpr char const* Program = "rsvg-convert";
+constexpr char const* Package = "librsvg2-bin";
+constexpr std::size_t MaxShownMessage = 500;
+
+/// In the order of the enumeration.
+constexpr std::array<std::string_view, 3> FormatTexts = {"svg", "png", "pdf"};
+
+/// The first line of what a program says, at most 500 bytes of it.
+std::string shorten(std::string_view message) {
+  message = message.substr(0, message.find('\n'));
+  return std::string(message.substr(0, MaxShownMessage));
+}
+
+}  // namespace
+
+std::string_view getFormatText(PageFormat format) {
+  return FormatTexts[static_cast<std::size_t>(format)];
+}
+
+/// The font configuration as a file for the child, which opens it by its name; removed in the end.
+class PageConverter::FontFile {
+ public:
+  explicit FontFile(std::string const& content) {
+    std::error_code error;
+    std::filesystem::path const folder = std::filesystem::temp_directory_path(error);
+    m_path = (error ? std::filesystem::path("/tmp") : folder) / (makeTemporaryPrefix(getpid()) + "XXXXXX");
+    FileDescriptor const file(mkstemp(m_path.data()));
+    m_isWritten = file.isOpen() &&
+                  ::write(file.get(), content.data(), content.size()) == static_cast<ssize_t>(content.size());
+    m_isCreated = file.isOpen();
+  }
+  ~FontFile() {
+    if (m_isCreated) unlink(m_path.c_str());
+  }
+  FontFile(FontFile const&) = delete;
+  FontFile& operator=(FontFile const&) = delete;
+
+  bool isWritten() const noexcept { return m_isWritten; }
+  std::string const& getPath() const noexcept { return m_path; }
+
+ private:
+  std::string m_path;
+  bool m_isCreated = false;
+  bool m_isWritten = false;
+};
+
+PageConverter::PageConverter(PageConversion const& conversion, FontOptions const& fonts)
+    : m_conversion(conversion) {
+  std::string const configuration = formatFontConfiguration(fonts);
+  if (!configuration.empty()) m_fontFile = std::make_unique<FontFile>(configuration);
+}
+
+PageConverter::~PageConverter() = default;
+
+bool PageConverter::convert(std::string_view svg, OutputSink& sink) {
+  std::string const resolution = std::to_string(m_conversion.m_resolution);
+  ChildCommand command;
+  command.m_words = {Program,    "--format",   std::string(getFormatText(m_conversion.m_format)),
+                     "--dpi-x",  resolution,   "--dpi-y",
+                     resolution, "--unlimited"};
+  MemoryLeft const memory = m_conversion.m_getMemory
+                                ? m_conversion.m_getMemory()
+                                : MemoryLeft{ChildCommand::Unlimited, ChildCommand::Unlimited};
+  command.m_maxMemory = memory.m_left;
+  // A PDF would name the time of its making.
+  command.m_environment = {"SOURCE_DATE_EPOCH=0"};
+  if (m_fontFile != nullptr) {
+    if (!m_fontFile->isWritten()) return fail(ExitOutputFailed, "cannot write a font configuration");
+    command.m_environment.push_back("FONTCONFIG_FILE=" + m_fontFile->getPath());
+  }
+  ChildRun const run = runChild(command, svg);
+  if (run.m_problem == ENOENT) {
+    return fail(ExitOutputFailed, "cannot write " + std::string(getFormatText(m_conversion.m_format)) +
+                                      ": the program " + Program + " is not there; install the package " +
+                                      Package + ", or write SVG");
+  }
+  if (run.m_problem != 0) {
+    return fail(ExitOutputFailed,
+                std::string("cannot run ") + Program + ": " + std::generic_category().message(run.m_problem));
+  }
+  if (auto limit = findChildLimit(Program, run, memory.m_limit)) return fail(ExitLimit, std::move(*limit));
+  if (run.m_exitCode != 0 || run.m_output.empty()) {
+    return fail(ExitOutputFailed, std::string(Program) + " failed: " + shorten(run.m_errors));
+  }
+  return sink.write(run.m_output);
+}
+
+bool PageConverter::fail(ExitCode failure, std::string text) {
+  return fail(failure, {FindingCode::OutputFailed, Severity::Error, std::move(text), {}, {}, {}});
+}
+
+bool PageConverter::fail(ExitCode failure, Finding problem) {
+  m_failure = failure;
+  m_problem = std::move(problem);
+  return false;
+}
+
+}  // namespace qvToolkit

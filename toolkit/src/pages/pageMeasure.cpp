@@ -1,0 +1,104 @@
+#include "pages/pageMeasure.h"
+
+#include <cmath>
+
+#include "images/imageFormat.h"
+#include "pages/itemExtent.h"
+
+namespace qvToolkit {
+
+void PageImages::addUse(qv::svg::Image const& image) {
+  std::string_view const bytes = m_rasters.resolve(image.m_data);
+  auto known = m_byStorage.find(bytes.data());
+  if (known == m_byStorage.end()) known = m_byStorage.emplace(bytes.data(), add(bytes)).first;
+  if (known->second != npos) ++m_images[known->second].m_uses;
+}
+
+std::size_t PageImages::find(qv::svg::Image const& image) const {
+  auto const known = m_byStorage.find(m_rasters.resolve(image.m_data).data());
+  return known == m_byStorage.end() ? npos : known->second;
+}
+
+std::size_t PageImages::add(std::string_view bytes) {
+  ImageHeader const header = readImageHeader(bytes);
+  if (!isShowable(header)) return npos;
+  auto const [known, isNew] = m_byContent.emplace(bytes, m_images.size());
+  if (isNew) m_images.push_back({bytes, header.m_mediaType, 0});
+  return known->second;
+}
+
+Affine getPlacement(qv::qvCadAnnotation const& annotation) {
+  auto const scale = static_cast<double>(annotation.m_scale);
+  double const cosine = std::cos(static_cast<double>(annotation.m_rotationAngle)) * scale;
+  double const sine = std::sin(static_cast<double>(annotation.m_rotationAngle)) * scale;
+  PagePoint const position = project(annotation.m_position);
+  // Counter-clockwise in the view plane, whose y axis points up.
+  return {cosine, -sine, sine, cosine, position.m_x, position.m_y};
+}
+
+Affine getPlacement(qv::qvCadAnnotation::Shape const& shape) {
+  PagePoint const point = project(shape.m_point);
+  return {1.0, 0.0, 0.0, 1.0, point.m_x, point.m_y};
+}
+
+bool isDrawable(qv::qvCadAnnotation::LineSegment const& segment) {
+  return isDrawable(project(segment.m_from)) && isDrawable(project(segment.m_to));
+}
+
+PageMeasure::PageMeasure(MigratedView const& view, RasterFolder const& rasters, bool hasOutlines)
+    : m_view(view), m_hasOutlines(hasOutlines), m_images(rasters) {
+  for (auto const& annotation : view.m_view->m_annotations) {
+    if (annotation != nullptr) measureAnnotation(*annotation);
+  }
+}
+
+void PageMeasure::measureAnnotation(qv::qvCadAnnotation const& annotation) {
+  auto const mark = m_view.m_marks.find(annotation.m_svgRoot.get());
+  std::string const address = mark == m_view.m_marks.end() ? std::string() : mark->second.m_address;
+  for (auto const& segment : annotation.m_lineSegments) {
+    if (!isDrawable(segment)) {
+      leaveOut(address);
+      continue;
+    }
+    m_extent.add(project(segment.m_from));
+    m_extent.add(project(segment.m_to));
+  }
+  for (auto const& shape : annotation.m_shapes) {
+    if (shape.m_node != nullptr) measureItem(*shape.m_node, getPlacement(shape), address);
+  }
+  if (annotation.m_svgRoot != nullptr) measureItem(*annotation.m_svgRoot, getPlacement(annotation), address);
+}
+
+void PageMeasure::measureItem(qv::svg::ItemInterface const& item, Affine const& outer,
+                              std::string const& outerAddress) {
+  auto const* node = dynamic_cast<qv::svg::Node const*>(&item);
+  auto const mark = m_view.m_marks.find(node);
+  std::string const& address = mark == m_view.m_marks.end() ? outerAddress : mark->second.m_address;
+  Affine const map = item.m_transform ? outer * Affine::fromMatrix(*item.m_transform) : outer;
+  std::optional<Extent> extent = measureOwnExtent(item);
+  if (extent && !extent->isEmpty()) extent = extent->map(map);
+  if (!extent || !map.isDrawable() || !outer.isDrawable()) {
+    m_leftOut.insert(&item);
+    leaveOut(address);
+    return;
+  }
+  m_extent.add(*extent);
+  if (node != nullptr) measureChildren(*node, map, address);
+  if (auto const* image = dynamic_cast<qv::svg::Image const*>(&item)) m_images.addUse(*image);
+  auto const* text = m_hasOutlines ? dynamic_cast<qv::svg::Text const*>(&item) : nullptr;
+  if (text != nullptr) m_glyphs.add(*text);
+}
+
+void PageMeasure::measureChildren(qv::svg::Node const& node, Affine const& map, std::string const& address) {
+  for (auto const& child : node.getChildren()) {
+    if (child != nullptr) measureItem(*child, map, address);
+  }
+}
+
+void PageMeasure::leaveOut(std::string const& address) {
+  m_findings.add(
+      FindingCode::NumberNotFinite, Severity::Warning, address,
+      "an item is left out of the page, since one of its numbers is not finite or beyond 1000000000");
+}
+
+}  // namespace qvToolkit

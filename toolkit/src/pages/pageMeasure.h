@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "findings/findingList.h"
+#include "pages/affine.h"
+#include "pages/pageGlyphs.h"
+#include "qvAnnotation/qvCadAnnotationView.h"
+#include "qvSvg/image.h"
+#include "qvSvg/itemInterface.h"
+#include "qvSvg/node.h"
+#include "qvToolkit/migration/migrationSession.h"
+
+namespace qvToolkit {
+
+/// An image that a page shows.
+struct PageImage {
+  std::string_view m_bytes;
+  std::string_view m_mediaType;
+  std::size_t m_uses = 0;
+};
+
+/// The images of a page, each content once, in the order met.
+class PageImages {
+ public:
+  explicit PageImages(RasterFolder const& rasters) : m_rasters(rasters) {}
+
+  /// Counts one use; images that cannot be shown are not taken in.
+  void addUse(qv::svg::Image const& image);
+  /// The index of the image's content; `npos` when it cannot be shown.
+  std::size_t find(qv::svg::Image const& image) const;
+  std::vector<PageImage> const& getImages() const noexcept { return m_images; }
+
+  static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+
+ private:
+  std::size_t add(std::string_view bytes);
+
+  RasterFolder const& m_rasters;
+  std::vector<PageImage> m_images;
+  std::map<char const*, std::size_t> m_byStorage;
+  std::map<std::string_view, std::size_t> m_byContent;
+};
+
+/// Where the page's parts stand in page coordinates.
+Affine getPlacement(qv::qvCadAnnotation const& annotation);
+Affine getPlacement(qv::qvCadAnnotation::Shape const& shape);
+inline PagePoint project(Wm4::Vector3<float> const& point) {
+  return {static_cast<double>(point.X()), -static_cast<double>(point.Y())};
+}
+bool isDrawable(qv::qvCadAnnotation::LineSegment const& segment);
+
+/// Looks through all that a page will show: its extent, its images and glyphs, and what must be left out
+/// because of its numbers.
+class PageMeasure {
+ public:
+  /// Glyphs are collected only when `hasOutlines`.
+  PageMeasure(MigratedView const& view, RasterFolder const& rasters, bool hasOutlines);
+
+  Extent const& getExtent() const noexcept { return m_extent; }
+  PageImages const& getImages() const noexcept { return m_images; }
+  PageGlyphs const& getGlyphs() const noexcept { return m_glyphs; }
+  bool isLeftOut(qv::svg::ItemInterface const* item) const { return m_leftOut.contains(item); }
+  Findings takeFindings() { return m_findings.takeFindings(); }
+
+ private:
+  void measureAnnotation(qv::qvCadAnnotation const& annotation);
+  void measureItem(qv::svg::ItemInterface const& item, Affine const& outer, std::string const& address);
+  void measureChildren(qv::svg::Node const& node, Affine const& map, std::string const& address);
+  void leaveOut(std::string const& address);
+
+  MigratedView const& m_view;
+  bool m_hasOutlines;
+  PageImages m_images;
+  PageGlyphs m_glyphs;
+  Extent m_extent;
+  std::unordered_set<qv::svg::ItemInterface const*> m_leftOut;
+  FindingList m_findings;
+};
+
+}  // namespace qvToolkit

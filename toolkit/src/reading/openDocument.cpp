@@ -1,0 +1,196 @@
+#include "qvToolkit/reading/openDocument.h"
+
+#include <map>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "files/inputFile.h"
+#include "findings/textPosition.h"
+#include "json/jsonFault.h"
+#include "json/jsonLocator.h"
+#include "json/jsonReader.h"
+#include "qvSystem/qvResourceLimit.h"
+#include "qvToolkit/findings/limitFinding.h"
+#include "reading/documentShape.h"
+#include "reading/readAudit.h"
+#include "reading/readerMessages.h"
+#include "reading/stackBudget.h"
+#include "reading/streamDocument.h"
+
+namespace qvToolkit {
+
+namespace {
+
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+/// More than an optimised build takes, by a factor of three.
+constexpr std::uint64_t StackPerContainer = 1024;
+
+void fail(Document& document, ExitCode failure, Finding finding) {
+  document.m_views.clear();
+  document.m_failure = failure;
+  document.m_findings.push_back(std::move(finding));
+}
+
+void failFormat(Document& document, std::string_view content, std::size_t offset, std::string text) {
+  SourcePlace place = LineCounter(content).locate(offset);
+  fail(document, ExitInputBroken,
+       {FindingCode::FormatUnknown, Severity::Error, std::move(text), {}, std::move(place), {}});
+}
+
+/// True when the first bytes are those of JSON text in two or four bytes a character.
+bool looksLikeWideText(std::string_view content) {
+  std::string_view const mark = content.substr(0, 2);
+  if (mark == "\xFF\xFE" || mark == "\xFE\xFF") return true;
+  return mark.size() == 2 && (mark[0] == '\0') != (mark[1] == '\0');
+}
+
+/// Finds out by the first bytes whether the content may be read as JSON; otherwise the document has failed.
+bool isJson(Document& document, std::string_view content) {
+  if (looksLikeWideText(content)) {
+    failFormat(document, content, 0, "found text of 16 or 32 bits a character, expected JSON in UTF-8");
+    return false;
+  }
+  std::size_t const start =
+      content.substr(0, ByteOrderMark.size()) == ByteOrderMark ? ByteOrderMark.size() : 0;
+  std::size_t const first = content.find_first_not_of(" \t\r\n", start);
+  if (first == std::string_view::npos) {
+    bool const isEmpty = content.size() == start;
+    failFormat(document, content, content.size(),
+               isEmpty ? "the input is empty, expected JSON" : "found only blanks, expected JSON");
+    return false;
+  }
+  constexpr std::string_view BeginningsOfValues = "{[\"-0123456789tfn";
+  if (BeginningsOfValues.find(content[first]) != std::string_view::npos) return true;
+  std::string const found = findJsonFault(content.substr(first), 1).value_or(JsonFault{}).m_found;
+  failFormat(document, content, first, "found " + found + ", expected JSON that begins with '{' or '['");
+  return false;
+}
+
+/// A message that the reader repeats is one finding each time, up to a hundred; the rest share one.
+void addReaderMessages(Document& document, LoadedView const& view, ReadView const& read) {
+  constexpr std::size_t MaxRepeated = 100;
+  std::map<std::string_view, std::size_t> counts;
+  auto const add = [&](FindingCode code, std::string_view message, std::string const& more) {
+    document.m_findings.push_back({code,
+                                   getReaderMessageSeverity(message),
+                                   std::string(message) + more,
+                                   read.m_address,
+                                   {{}, {}, {}, read.m_jsonPointer},
+                                   {}});
+  };
+  for (std::string const& message : view.m_messages) {
+    if (++counts[message] <= MaxRepeated) add(FindingCode::ReaderMessage, message, {});
+  }
+  for (auto const& [message, count] : counts) {
+    if (count <= MaxRepeated) continue;
+    add(FindingCode::ReaderRepeated, message, " (" + std::to_string(count - MaxRepeated) + " more times)");
+  }
+}
+
+LoadedView loadView(Document& document, ViewEntry const& entry, std::string address) {
+  LoadedView view;
+  if (!entry.m_value->isMap()) {
+    document.m_findings.push_back({FindingCode::DocumentShape,
+                                   Severity::Error,
+                                   "found a view that is no object; it was passed over",
+                                   std::move(address),
+                                   {{}, {}, {}, entry.m_jsonPointer},
+                                   {}});
+    return view;
+  }
+  VariantMap const& map = entry.m_value->toMap();
+  view.m_name = findText(map, "name");
+  view.m_version = qv::qvStreamVersion(findText(map, "ver"));
+  view.m_view = qvLegacy::qvAnnotationView::FromVariantMap(map, view.m_messages);
+  ReadView const read{map, view.m_view.get(), view.m_version, std::move(address), entry.m_jsonPointer};
+  addReaderMessages(document, view, read);
+  auditView(read, document.m_findings);
+  return view;
+}
+
+void append(Findings& findings, Findings more) {
+  for (Finding& finding : more) findings.push_back(std::move(finding));
+}
+
+/// False when memory runs out, which is told with the view where it did.
+bool loadViews(Document& document, DocumentShape const& shape) {
+  for (ViewEntry const& entry : shape.m_views) {
+    std::string const address = "view/" + std::to_string(document.m_views.size());
+    try {
+      document.m_views.push_back(loadView(document, entry, address));
+    } catch (std::bad_alloc const& error) {
+      Finding refusal = makeLimitFinding(error);
+      refusal.m_address = address;
+      fail(document, ExitLimit, std::move(refusal));
+      return false;
+    }
+  }
+  return true;
+}
+
+/// Too many levels are a limit, whatever else is wrong is the text's own fault.
+void failReading(Document& document) {
+  document.m_failure = ExitInputBroken;
+  for (Finding& finding : document.m_findings) {
+    if (finding.m_code != FindingCode::JsonTooDeep) continue;
+    finding.m_option = "--max-json-depth";
+    document.m_failure = ExitLimit;
+  }
+}
+
+/// The readers of variants and the copies of metadata call themselves for every level, and see no limit.
+void checkStack(std::size_t depth, OpenLimits const& limits) {
+  std::uint64_t const budget = getStackBudget(limits);
+  if (depth > budget / StackPerContainer) throw qv::qvResourceLimit(qv::qvBudget::Stack, budget, 0);
+}
+
+void readJsonDocument(Document& document, std::string& content, OpenLimits const& limits) {
+  JsonReading reading = readJson(content, limits.m_maxContainers);
+  append(document.m_findings, std::move(reading.m_findings));
+  if (reading.m_isBroken) return failReading(document);
+  checkStack(reading.m_depth, limits);
+  DocumentShape shape = findViews(reading.m_value);
+  append(document.m_findings, std::move(shape.m_findings));
+  if (!shape.m_isDocument) {
+    document.m_failure = ExitInputBroken;
+  } else if (shape.m_views.empty()) {
+    document.m_findings.push_back(
+        {FindingCode::NoViews, Severity::Warning, "the document holds no view", {}, {}, {}});
+  }
+  if (!loadViews(document, shape)) return;
+  locateFindings(content, document.m_findings);
+}
+
+}  // namespace
+
+Document readDocument(std::string content, std::string const& path, OpenLimits const& limits) {
+  Document document;
+  document.m_path = path;
+  try {
+    if (limits.m_onInput) limits.m_onInput(content.size());
+    if (isObjectStream(content)) {
+      readStreamDocument(document, content, limits);
+    } else if (isJson(document, content)) {
+      readJsonDocument(document, content, limits);
+    }
+  } catch (std::bad_alloc const& error) {
+    fail(document, ExitLimit, makeLimitFinding(error));
+  }
+  return document;
+}
+
+Document openDocument(std::string const& path, OpenLimits const& limits) {
+  Document document;
+  document.m_path = path;
+  try {
+    InputFile input = readInputFile(path, limits.m_maxInputBytes);
+    if (!input.m_problem.has_value()) return readDocument(std::move(input.m_bytes), path, limits);
+    fail(document, input.m_failure, std::move(*input.m_problem));
+  } catch (std::bad_alloc const& error) {
+    fail(document, ExitLimit, makeLimitFinding(error));
+  }
+  return document;
+}
+
+}  // namespace qvToolkit

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "qvAnnotation/qvCadAnnotationView.h"
+#include "qvSvg/itemInterface.h"
+#include "qvToolkit/json/jsonWriter.h"
+#include "qvToolkit/migration/migrationSession.h"
+
+namespace qvToolkit {
+
+/// Writes CAD annotations and their SVG trees as JSON values.
+class CadJson {
+ public:
+  CadJson(JsonWriter& json, AnnotationMarks const& marks, RasterFolder const& rasters)
+      : m_json(json), m_marks(marks), m_rasters(rasters) {}
+
+  /// The members of a view's object that the migration made: plane and annotations.
+  void writeViewMembers(qv::qvCadAnnotationView const& view);
+
+ private:
+  void writeAnnotation(qv::qvCadAnnotation const& annotation);
+  void writeLeaders(qv::qvCadAnnotation const& annotation);
+  void writeFlags(std::uint8_t flags);
+  void writeMark(qv::svg::Node const* node);
+  void writeItem(qv::svg::ItemInterface const& item);
+  void writeContent(qv::svg::ItemInterface const& item);
+  void writeImage(qv::svg::ItemInterface const& item);
+  void writePath(qv::svg::ItemInterface const& item);
+  void writeText(qv::svg::ItemInterface const& item);
+  void writePoint(char const* key, Wm4::Vector2<float> const& point);
+  void writePoint(char const* key, Wm4::Vector3<float> const& point);
+  void writeColor(char const* key, std::optional<std::string> const& color);
+
+  JsonWriter& m_json;
+  AnnotationMarks const& m_marks;
+  RasterFolder const& m_rasters;
+  std::map<char const*, std::string> m_hashes;  ///< by where the bytes lie: many items may show one image
+};
+
+}  // namespace qvToolkit

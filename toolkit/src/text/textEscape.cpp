@@ -1,0 +1,170 @@
+#include "qvToolkit/text/textEscape.h"
+
+#include "text/utf8.h"
+
+namespace qvToolkit {
+
+namespace {
+
+constexpr char32_t Replacement = 0xFFFD;
+constexpr char const* HexDigits = "0123456789abcdef";
+
+constexpr bool isAllowedInXml(char32_t c) {
+  if (c == '\t' || c == '\n' || c == '\r') return true;
+  return !isControl(c) && c != 0xFFFE && c != 0xFFFF;
+}
+
+/// Calls `visit(step, bytes of the step)` for each character and each invalid sequence, in order.
+template <class Visit>
+void forEachCharacter(std::string_view bytes, Visit visit) {
+  while (!bytes.empty()) {
+    Utf8Step const step = decodeUtf8(bytes);
+    visit(step, bytes.substr(0, step.m_length));
+    bytes.remove_prefix(step.m_length);
+  }
+}
+
+void appendHex(std::string& text, char32_t number, int digits) {
+  for (int i = digits - 1; i >= 0; --i) text.push_back(HexDigits[(number >> (4 * i)) & 0xF]);
+}
+
+/// "\u001b"; characters above U+FFFF need no escape anywhere.
+void appendUnicodeEscape(std::string& text, char32_t c) {
+  text += "\\u";
+  appendHex(text, c, 4);
+}
+
+void appendByteEscape(std::string& text, char byte) {
+  text += "\\x";
+  appendHex(text, static_cast<unsigned char>(byte), 2);
+}
+
+std::string_view findXmlReference(char32_t c) {
+  switch (c) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '"':
+      return "&quot;";
+    case '\'':
+      return "&#39;";
+    case '\t':
+      return "&#9;";
+    case '\n':
+      return "&#10;";
+    case '\r':
+      return "&#13;";
+    default:
+      return {};
+  }
+}
+
+std::string_view findJsonEscape(char32_t c) {
+  switch (c) {
+    case '"':
+      return "\\\"";
+    case '\\':
+      return "\\\\";
+    case '\b':
+      return "\\b";
+    case '\f':
+      return "\\f";
+    case '\n':
+      return "\\n";
+    case '\r':
+      return "\\r";
+    case '\t':
+      return "\\t";
+    default:
+      return {};
+  }
+}
+
+void appendJsonCharacter(std::string& text, Utf8Step const& step, std::string_view bytes) {
+  if (!step.m_isValid) {
+    appendUtf8(text, Replacement);
+  } else if (std::string_view const escape = findJsonEscape(step.m_codePoint); !escape.empty()) {
+    text += escape;
+  } else if (isControl(step.m_codePoint) || isLayoutControl(step.m_codePoint)) {
+    appendUnicodeEscape(text, step.m_codePoint);
+  } else {
+    text += bytes;
+  }
+}
+
+void appendTerminalCharacter(std::string& text, Utf8Step const& step, std::string_view bytes) {
+  if (!step.m_isValid || step.m_codePoint < 0x20 || step.m_codePoint == 0x7F) {
+    for (char const byte : bytes) appendByteEscape(text, byte);
+  } else if (isControl(step.m_codePoint) || isLayoutControl(step.m_codePoint)) {
+    appendUnicodeEscape(text, step.m_codePoint);
+  } else if (step.m_codePoint == '\\') {
+    text += "\\\\";
+  } else {
+    text += bytes;
+  }
+}
+
+}  // namespace
+
+std::string repairUtf8(std::string_view bytes, bool* repaired) {
+  std::string text;
+  text.reserve(bytes.size());
+  bool hasChanged = false;
+  forEachCharacter(bytes, [&](Utf8Step const& step, std::string_view character) {
+    if (step.m_isValid && isAllowedInXml(step.m_codePoint)) {
+      text += character;
+      return;
+    }
+    appendUtf8(text, Replacement);
+    hasChanged = true;
+  });
+  if (repaired != nullptr) *repaired = hasChanged;
+  return text;
+}
+
+std::string escapeXml(std::string_view bytes) {
+  std::string const repaired = repairUtf8(bytes);
+  std::string text;
+  text.reserve(repaired.size());
+  for (char const c : repaired) {
+    std::string_view const reference = findXmlReference(static_cast<unsigned char>(c));
+    if (reference.empty()) {
+      text.push_back(c);
+    } else {
+      text += reference;
+    }
+  }
+  return text;
+}
+
+std::string quoteJson(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size() + 2);
+  text.push_back('"');
+  forEachCharacter(bytes, [&](Utf8Step const& step, std::string_view character) {
+    appendJsonCharacter(text, step, character);
+  });
+  text.push_back('"');
+  return text;
+}
+
+std::string escapeTerminal(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size());
+  forEachCharacter(bytes, [&](Utf8Step const& step, std::string_view character) {
+    appendTerminalCharacter(text, step, character);
+  });
+  return text;
+}
+
+std::string shortenText(std::string_view bytes, std::size_t maxBytes) {
+  if (bytes.size() <= maxBytes) return std::string(bytes);
+  std::size_t end = 0;
+  for (std::size_t next = 0; next <= maxBytes; next += decodeUtf8(bytes.substr(next)).m_length) end = next;
+  return std::string(bytes.substr(0, end)) + "... (" + std::to_string(bytes.size()) + " bytes)";
+}
+
+}  // namespace qvToolkit
