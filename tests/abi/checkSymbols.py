@@ -47,6 +47,8 @@ def main():
     with open(sys.argv[2], encoding="utf-8") as file:
         listed = set(file.read().split())
     problems = name_problems(library) + foreign_problems(sorted(names)) + list_problems(names, listed)
+    if not names:
+        problems.append("nothing is exported")
     if not foreign_problems(["_ZNSt6vectorIiSaIiEE5clearEv"]) or not list_problems(names, listed | {"_Z4gonev"}):
         problems.append("the check itself does not see a foreign or a missing symbol")
     print("\n".join(problems) or f"{SONAME} exports its {len(names)} symbols and nothing else")

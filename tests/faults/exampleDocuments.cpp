@@ -1,5 +1,7 @@
 #include "exampleDocuments.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -31,6 +33,7 @@ std::vector<Example> readExamples(std::string_view ending) {
       }
     }
   }
+  EXPECT_FALSE(examples.empty()) << "no example ends in '" << ending << "'";
   std::ranges::sort(examples, {}, &Example::m_name);
   return examples;
 }
