@@ -54,14 +54,15 @@ may_install() {
   echo "these packages. To install them yourself, press Ctrl-C."
 }
 
-install_packages() { # NAME...
-  local log=build/packages.log cost
-  ensure_own_files build && mkdir -p build || return 1
+install_packages() ( # NAME...
+  log=build/packages.log
+  ensure_own_files build && mkdir -p build || exit 1
+  umask 022 # what packages make on the system is for everybody
   echo "Fetching the lists of packages"
-  run_quietly $log $as_root apt-get update || return 1
+  run_quietly $log $as_root apt-get update || exit 1
   cost=$(LC_ALL=C apt-get install --assume-no -o Debug::NoLocking=1 --no-install-recommends "$@" 2>/dev/null |
     sed -n 's/^Need to get \(.*\) of archives\.$/\1 to fetch/p; s/^After this operation, \(.*\) of additional.*/\1 on the disk/p' |
     paste -sd, | sed 's/,/, /') || true
   echo "Installing them and what they need${cost:+: $cost}"
   run_quietly $log $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "$@"
-}
+)
