@@ -62,7 +62,7 @@ install_packages() ( # NAME...
   run_quietly $log $as_root apt-get update || exit 1
   cost=$(LC_ALL=C apt-get install --assume-no -o Debug::NoLocking=1 --no-install-recommends "$@" 2>/dev/null |
     sed -n 's/^Need to get \(.*\) of archives\.$/\1 to fetch/p; s/^After this operation, \(.*\) of additional.*/\1 on the disk/p' |
-    paste -sd, | sed 's/,/, /') || true
+    paste -sd'|' | sed 's/|/, /') || true
   echo "Installing them and what they need${cost:+: $cost}"
   run_quietly $log $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "$@"
 )
