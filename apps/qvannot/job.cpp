@@ -88,7 +88,7 @@ void setBudgets(std::uint64_t inputBytes, Limits const& limits, Reporter& report
   // What the tool itself takes belongs to it, but leaves the document most of a small one.
   setMemoryBudget(memory, std::min(getUncountedBytes(), memory / 16));
   limitWorkerMemory(memory);
-  reporter.setOutputBudget(limits.getOutput(inputBytes));
+  reporter.setOutputBudget(limits.getOutput(inputBytes), limits.get(Limit::OutputFile));
 }
 
 }  // namespace qvannot

@@ -19,7 +19,8 @@ namespace {
 
 constexpr std::size_t MaxPrintedPerCode = 100;
 constexpr std::size_t MaxShownPath = 60;
-constexpr std::uint64_t MaxRelayedBytes = std::uint64_t{1} << 20;
+constexpr std::size_t MaxRelayedBytes = std::size_t{1} << 20;
+constexpr std::size_t RelayedEndBytes = MaxRelayedBytes / 4;
 
 void writeError(std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), stderr);
@@ -49,15 +50,18 @@ qvToolkit::Findings joinInfos(qvToolkit::Findings const& findings) {
 void Reporter::report(std::string const& path, qvToolkit::Findings const& findings) {
   std::map<qvToolkit::FindingCode, std::size_t> printed;
   std::string lines;
+  std::string limits;
   for (qvToolkit::Finding const& finding : joinInfos(findings)) {
-    if (++printed[finding.m_code] <= MaxPrintedPerCode) lines += formatFinding(path, finding) + '\n';
+    if (++printed[finding.m_code] > MaxPrintedPerCode) continue;
+    (isLimit(finding.m_code) ? limits : lines) += formatFinding(path, finding) + '\n';
   }
   for (auto const& [code, number] : printed) {
     if (number <= MaxPrintedPerCode) continue;
     lines += qvToolkit::escapeTerminal(path) + ": " + std::to_string(number - MaxPrintedPerCode) +
              " more findings of this kind [" + std::string(getCodeText(code)) + "]\n";
   }
-  writeError(lines);
+  // Last, where they are passed on in any case.
+  writeError(lines + limits);
   auto const threshold = m_isStrict ? qvToolkit::Severity::Warning : qvToolkit::Severity::Error;
   if (getHighestSeverity(findings) >= threshold) count(qvToolkit::ExitFindings);
   if (std::ranges::any_of(findings, qvToolkit::isLimit, &qvToolkit::Finding::m_code))
@@ -84,7 +88,9 @@ void Reporter::count(qvToolkit::ExitCode code) {
 void Reporter::print(std::string_view text) {
   if (m_isBroken) return;
   if (text.size() > m_outputLeft) return refuseOutput(m_outputBudget, "--max-output");
+  if (text.size() > m_printLeft) return refuseOutput(m_printBudget, "--max-output-file");
   m_outputLeft -= text.size();
+  m_printLeft -= text.size();
   if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failToPrint(errno);
 }
 
@@ -153,24 +159,32 @@ void Reporter::countWorker(qvToolkit::ExitCode code) {
   count(code);
 }
 
+/// The messages in full, or whole lines of their beginning and their end.
+std::string Reporter::readMessages(Spool const& errors) {
+  std::uint64_t const size = errors.getSize();
+  std::string text = errors.read(0, std::min<std::uint64_t>(size, MaxRelayedBytes));
+  bool isRead = text.size() >= std::min<std::uint64_t>(size, MaxRelayedBytes);
+  if (size > MaxRelayedBytes) {
+    text.resize(std::min(text.size(), MaxRelayedBytes - RelayedEndBytes));
+    text.erase(text.rfind('\n') + 1);
+    std::string const end = errors.read(size - RelayedEndBytes, RelayedEndBytes);
+    isRead &= end.size() == RelayedEndBytes;
+    text += "qvannot: there are more messages than are shown; the last ones follow\n";
+    std::size_t const line = end.find('\n');
+    if (line != std::string::npos) text += end.substr(line + 1);
+  }
+  if (!isRead) fail(qvToolkit::ExitOutputFailed, "the messages of a process cannot be read back");
+  return text;
+}
+
 void Reporter::relayErrors(Spool const& errors, bool hasDied) {
-  bool const isWhole = errors.getSize() <= MaxRelayedBytes;
-  std::string text = errors.read(0, MaxRelayedBytes);
-  if (text.size() < std::min(errors.getSize(), MaxRelayedBytes)) {
-    fail(qvToolkit::ExitOutputFailed, "the messages of a process cannot be read back");
+  std::string const text = readMessages(errors);
+  if (!hasDied) return writeError(text);
+  for (std::size_t start = 0; start < text.size();) {
+    std::size_t const end = std::min(text.find('\n', start), text.size());
+    writeError(qvToolkit::escapeTerminal(text.substr(start, end - start)) + '\n');
+    start = end + 1;
   }
-  // No part of a line, which could end within a character.
-  if (!isWhole) text.erase(text.rfind('\n') + 1);
-  if (!hasDied) {
-    writeError(text);
-  } else {
-    for (std::size_t start = 0; start < text.size();) {
-      std::size_t const end = std::min(text.find('\n', start), text.size());
-      writeError(qvToolkit::escapeTerminal(text.substr(start, end - start)) + '\n');
-      start = end + 1;
-    }
-  }
-  if (!isWhole) writeError("qvannot: there are more messages than are shown\n");
 }
 
 qvToolkit::ExitCode Reporter::finish() {

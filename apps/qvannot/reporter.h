@@ -20,7 +20,7 @@ class Reporter {
   explicit Reporter(bool isStrict) : m_isStrict(isStrict) {}
 
   /// Writes the findings of one input to standard error, and counts them all; a limit that was hit counts as
-  /// such. Equal infos share a line, and at most 100 lines of one code are written.
+  /// such and is told last. Equal infos share a line, and at most 100 lines of one code are written.
   void report(std::string const& path, qvToolkit::Findings const& findings);
   /// Counts the views of an opened document; reports why it could not be opened. True when it has any view.
   bool reportOpened(qvToolkit::Document const& document);
@@ -35,8 +35,12 @@ class Reporter {
   /// Passes on what was printed so far. False when standard output takes no more: work whose only result goes
   /// there is in vain.
   [[nodiscard]] bool flush();
-  /// Bytes that may be printed or written from now on; more is a limit that was hit.
-  void setOutputBudget(std::uint64_t bytes) { m_outputBudget = m_outputLeft = bytes; }
+  /// Bytes that may be printed or written from now on, and how many of them printed; more is a limit that was
+  /// hit.
+  void setOutputBudget(std::uint64_t bytes, std::uint64_t printedBytes) {
+    m_outputBudget = m_outputLeft = bytes;
+    m_printBudget = m_printLeft = printedBytes;
+  }
   std::uint64_t getOutputBudget() const noexcept { return m_outputBudget; }
 
   /// Names the input whose result is printed from here on.
@@ -48,8 +52,9 @@ class Reporter {
   void beginWorker();
   /// Counts what a worker said in the end.
   void countWorker(qvToolkit::ExitCode code);
-  /// Passes on what a worker wrote to standard error, at most 1 MiB of it. Of one that died it is escaped
-  /// once more, since nobody knows what wrote it.
+  /// Passes on what a worker wrote to standard error; of more than 1 MiB the first three quarters and the
+  /// last one, which tells why it ended. Of one that died it is escaped once more, since nobody knows what
+  /// wrote it.
   void relayErrors(Spool const& errors, bool hasDied);
 
   /// Flushes standard output and says what counts in the end. Findings that could not be told are an output
@@ -57,6 +62,7 @@ class Reporter {
   qvToolkit::ExitCode finish();
 
  private:
+  std::string readMessages(Spool const& errors);
   void failToPrint(int error);
   void refuseOutput(std::uint64_t limit, char const* option);
   void withdraw();
@@ -68,6 +74,8 @@ class Reporter {
   bool m_isWorker = false;
   std::uint64_t m_outputBudget = std::numeric_limits<std::uint64_t>::max();
   std::uint64_t m_outputLeft = m_outputBudget;
+  std::uint64_t m_printBudget = m_outputBudget;
+  std::uint64_t m_printLeft = m_printBudget;
   qvToolkit::ExitCode m_exitCode = qvToolkit::ExitDone;
 };
 

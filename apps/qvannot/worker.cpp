@@ -46,6 +46,8 @@ constexpr std::uint64_t ClockFactor = 2;
 constexpr std::uint64_t RoomForFonts = std::uint64_t{128} << 20;
 constexpr std::uint64_t RoomForHoles = std::uint64_t{8} << 20;
 constexpr std::uint64_t RoomForTelling = std::uint64_t{1} << 20;
+/// What a worker says goes to a file, too, however small its results may be.
+constexpr std::uint64_t RoomForMessages = std::uint64_t{64} << 20;
 
 using Clock = std::chrono::steady_clock;
 /// Between two looks at a worker: short where it is about to end.
@@ -166,7 +168,7 @@ void Worker::become(std::string const& path, int result) {
   resultPipe = result;
   setLimit(RLIMIT_CORE, 0);
   setLimit(RLIMIT_NOFILE, MaxOpenFiles);
-  setLimit(RLIMIT_FSIZE, m_limits.get(Limit::OutputFile));
+  setLimit(RLIMIT_FSIZE, std::max(m_limits.get(Limit::OutputFile), RoomForMessages));
   std::uint64_t const seconds = m_limits.get(Limit::Time);
   if (seconds < Limits::Unlimited - GraceSeconds) setLimit(RLIMIT_CPU, seconds, seconds + GraceSeconds);
   limitWorkerMemory(m_limits.get(Limit::Memory));
