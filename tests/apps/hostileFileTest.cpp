@@ -204,40 +204,6 @@ TEST_F(HostileFile, HoldsAnImageOnceHoweverManyRastersNameIt) {
   EXPECT_TRUE(!MeasuresMemory || run.m_peakMiB < 200U) << run.m_peakMiB;
 }
 
-/// A reader of standard output that takes one byte and goes.
-class BriefReader {
- public:
-  explicit BriefReader(std::string path) : m_path(std::move(path)) {
-    m_isMade = mkfifo(m_path.c_str(), 0600) == 0;
-    m_thread = std::thread([this] {
-      int const pipe = open(m_path.c_str(), O_RDONLY);
-      char byte = 0;
-      m_hasRead = read(pipe, &byte, 1) == 1;
-      close(pipe);
-    });
-  }
-  ~BriefReader() { m_thread.join(); }
-  std::string const& getPath() const { return m_path; }
-  bool isMade() const { return m_isMade; }
-
- private:
-  std::string m_path;
-  bool m_isMade = false;
-  bool m_hasRead = false;
-  std::thread m_thread;
-};
-
-TEST_F(HostileFile, ThatIsAReaderWhoGoesAwayIsAFailedOutputAndNoSignal) {
-  BriefReader const reader(m_place.getPath("pipe"));
-  ASSERT_TRUE(reader.isMade());
-  ToolSetting setting;
-  setting.m_standardOutput = reader.getPath();
-  ToolRun const run =
-      runTool({"inspect", m_place.write("many.json", qvHostile::makeManyTexts(20000))}, setting);
-  EXPECT_EQ(run.m_exitCode, ExitOutputFailed);
-  EXPECT_EQ(run.m_errors, "qvannot: cannot write to standard output: Broken pipe\n");
-}
-
 }  // namespace
 
 }  // namespace qvTest

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "qvToolkit/findings/exitCode.h"
 #include "tests/hostile/hostileDocuments.h"
@@ -208,6 +209,44 @@ TEST_F(HostileInput, IsRefusedWithTheNameTheValueThePlaceAndTheOptionOfTheLimit)
                           "[limit.output, --max-output]"),
       std::string::npos)
       << shown.m_errors;
+}
+
+TEST_F(HostileInput, ThatNamesAFontOfMegabytesIsToldInShortLines) {
+  std::string document = qvHostile::makeNestedStream(0);
+  // It ends with the size of the name, a height and a number of lines.
+  document.resize(document.size() - 8);
+  std::uint32_t const size = 4U << 20U;
+  std::memcpy(document.data() + document.size() - sizeof(size), &size, sizeof(size));
+  ToolRun const run = migrate(document);
+  EXPECT_EQ(run.m_exitCode, ExitFindings) << run.m_errors.substr(0, 500);
+  EXPECT_NE(run.m_errors.find("... (4194304 bytes)' is drawn with"), std::string::npos);
+  EXPECT_LT(run.m_errors.size(), 10000U);
+}
+
+TEST_F(HostileInput, TellsItsLimitBehindMoreMessagesThanAreShown) {
+  std::string views;
+  for (int i = 0; i < 101; ++i) {
+    std::string version;
+    for (int c = 0; c < 2000; ++c) version += R"(\u0001)";
+    views += (i == 0 ? R"({"ver":")" : R"(,{"ver":")") + version + std::to_string(i) + R"(","name":")" +
+             version + "\"}";
+  }
+  ToolRun const run = migrate("[" + views + "]", {"--max-output", "10"});
+  EXPECT_EQ(run.m_exitCode, ExitLimit);
+  EXPECT_LT(run.m_errors.size(), std::size_t{1} << 20);
+  EXPECT_NE(run.m_errors.find("there are more messages than are shown"), std::string::npos)
+      << run.m_errors.size();
+  EXPECT_TRUE(run.m_errors.ends_with(" [limit.output, --max-output]\n"));
+}
+
+TEST_F(HostileInput, TellsALimitThatIsShorterThanItsMessage) {
+  for (std::string const command : {"inspect", "migrate"}) {
+    std::vector<std::string> const more = {"--max-output-file", "50"};
+    ToolRun const run = command == "inspect" ? inspect(makeDocument(), more) : migrate(makeDocument(), more);
+    expectLimit(run, "limit.output", "--max-output-file");
+    EXPECT_NE(run.m_errors.find(" larger than the limit of 50 bytes; nothing is "), std::string::npos)
+        << run.m_errors;
+  }
 }
 
 TEST_F(HostileInput, OfMoreViewsThanMayBecomeFilesMakesNone) {

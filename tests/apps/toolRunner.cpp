@@ -1,12 +1,18 @@
 #include "toolRunner.h"
 
 #include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <signal.h>
 #include <stdlib.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstddef>
 #include <fstream>
 #include <iterator>
 
@@ -29,6 +35,19 @@ double getSeconds(timeval const& time) {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
 }
 
+/// From here on the call fails with ENOSYS.
+void forbid(long call) {
+  sock_filter filter[] = {
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(call), 0, 1),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+  };
+  sock_fprog const program{std::size(filter), filter};
+  prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+  if (prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0) _exit(124);
+}
+
 [[noreturn]] void becomeTool(std::vector<std::string> const& arguments, ToolSetting const& setting,
                              Workplace const& place) {
   std::string const input = setting.m_standardInput.empty() ? place.getPath("in") : setting.m_standardInput;
@@ -41,6 +60,9 @@ double getSeconds(timeval const& time) {
     rlimit const limit{setting.m_maxMemoryMiB << 20, setting.m_maxMemoryMiB << 20};
     setrlimit(RLIMIT_AS, &limit);
   }
+  for (int const signalNumber : setting.m_ignoredSignals) signal(signalNumber, SIG_IGN);
+  for (int const stream : setting.m_closedStreams) close(stream);
+  if (setting.m_missingCall.has_value()) forbid(*setting.m_missingCall);
   for (auto const& [name, value] : setting.m_environment) setenv(name.c_str(), value.c_str(), 1);
   std::vector<char*> pointers = {const_cast<char*>(QVANNOT_PATH)};
   for (std::string const& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,9 @@ struct ToolSetting {
   std::string m_standardInput;       ///< a file for standard input instead of `m_input`, such as a pipe
   std::string m_standardOutput;      ///< a file for standard output instead of a pipe, such as /dev/full
   std::uint64_t m_maxMemoryMiB = 0;  ///< 0: no limit
+  std::vector<int> m_closedStreams;  ///< of 0 to 2
+  std::vector<int> m_ignoredSignals;
+  std::optional<long> m_missingCall;  ///< a system call that older systems and sandboxes do not have
 };
 
 ToolRun runTool(std::vector<std::string> const& arguments, ToolSetting const& setting = {});

@@ -80,6 +80,26 @@ TEST(Worker, ThatSleepsIsEndedByTheClock) {
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
+TEST(Worker, ThatClosesItsPipeAndSleepsIsEndedByTheClock) {
+  Limits limits;
+  limits.set(Limit::Time, 1);
+  auto const hide = [] {
+    close_range(STDERR_FILENO + 1, ~0U, 0);
+    return pause();
+  };
+  expectDeath(runWorker(hide, limits), FindingCode::LimitTime, "2 seconds by the clock");
+}
+
+TEST(Worker, IsNotWaitedForWhenAnotherProcessHoldsItsPipe) {
+  Limits limits;
+  limits.set(Limit::Time, 1);
+  auto const leaveAnother = []() -> int {
+    if (fork() == 0) pause();
+    _exit(0);
+  };
+  expectDeath(runWorker(leaveAnother, limits), FindingCode::WorkerGarbage, "code 0");
+}
+
 TEST(Worker, ThatIsKilledIsNoCrash) {
   expectDeath(runWorker([] { return raise(SIGKILL); }), FindingCode::WorkerKilled, "killed");
 }

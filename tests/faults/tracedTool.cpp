@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <span>
 
 namespace qvFaults {
 
@@ -55,13 +56,20 @@ constexpr sock_filter Filter[] = {
     BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_TRACE),
 };
 
+/// Stops one call, wherever it leads.
+std::vector<sock_filter> makeFilter(long number) {
+  return {Filter[0], StopAt(number, 1), BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+          BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_TRACE)};
+}
+
 void redirect(std::string const& path, int flags, int to) {
   int const file = open(path.c_str(), flags, 0600);
   if (file < 0 || dup2(file, to) < 0) _exit(126);
   close(file);
 }
 
-[[noreturn]] void becomeTool(std::vector<std::string> const& arguments, std::string const& folder) {
+[[noreturn]] void becomeTool(std::vector<std::string> const& arguments, std::string const& folder,
+                             std::span<sock_filter const> filter) {
   redirect("/dev/null", O_RDONLY, STDIN_FILENO);
   redirect(folder + "/stdout", O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
   redirect(folder + "/stderr", O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
@@ -73,7 +81,8 @@ void redirect(std::string const& path, int flags, int to) {
   words.push_back(nullptr);
   if (chdir(folder.c_str()) != 0 || ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) _exit(125);
   raise(SIGSTOP);
-  sock_fprog const program{std::size(Filter), const_cast<sock_filter*>(Filter)};
+  sock_fprog const program{static_cast<unsigned short>(filter.size()),
+                           const_cast<sock_filter*>(filter.data())};
   prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
   if (prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0) _exit(124);
   execv(QVANNOT_PATH, words.data());
@@ -152,17 +161,26 @@ std::string readFile(std::string const& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-}  // namespace
-
-TracedRun runTraced(std::vector<std::string> const& arguments, std::string const& folder,
-                    SystemCallFault const& fault) {
+TracedRun trace(std::vector<std::string> const& arguments, std::string const& folder,
+                SystemCallFault const& fault, std::span<sock_filter const> filter) {
   std::filesystem::create_directories(folder + "/tmp");
   pid_t const tool = fork();
-  if (tool == 0) becomeTool(arguments, folder);
+  if (tool == 0) becomeTool(arguments, folder, filter);
   TracedRun run = Tracer(tool, fault).follow();
   run.m_output = readFile(folder + "/stdout");
   run.m_errors = readFile(folder + "/stderr");
   return run;
+}
+
+}  // namespace
+
+TracedRun runTraced(std::vector<std::string> const& arguments, std::string const& folder,
+                    SystemCallFault const& fault) {
+  return trace(arguments, folder, fault, Filter);
+}
+
+std::uint32_t countCalls(long number, std::vector<std::string> const& arguments, std::string const& folder) {
+  return trace(arguments, folder, {}, makeFilter(number)).m_calls;
 }
 
 }  // namespace qvFaults

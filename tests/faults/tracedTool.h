@@ -45,4 +45,7 @@ struct TracedRun {
 TracedRun runTraced(std::vector<std::string> const& arguments, std::string const& folder,
                     SystemCallFault const& fault = {});
 
+/// How often the tool and each process that it starts make one system call, whatever becomes of it.
+std::uint32_t countCalls(long number, std::vector<std::string> const& arguments, std::string const& folder);
+
 }  // namespace qvFaults

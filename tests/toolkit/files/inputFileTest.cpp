@@ -57,6 +57,15 @@ class InputFileTest : public testing::Test {
   std::filesystem::path m_folder;
 };
 
+TEST_F(InputFileTest, SaysWhenStandardInputIsClosed) {
+  int const input = dup(STDIN_FILENO);
+  close(STDIN_FILENO);
+  InputFile const file = readInputFile("-", MaxBytes);
+  dup2(input, STDIN_FILENO);
+  close(input);
+  expectUnreadable(file, "cannot read: standard input is closed");
+}
+
 TEST_F(InputFileTest, ReadsAllBytesOfAFile) {
   std::string content("a\0\xFF", 3);
   for (int i = 0; i < 200000; ++i) content += static_cast<char>(i);

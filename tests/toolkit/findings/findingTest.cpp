@@ -30,6 +30,13 @@ TEST(Finding, EscapesWhatCameFromADocument) {
             "b\\x0a.json: error: name 'a\\x1b]0;x\\x07\\x0a' [reader.record-lost]");
 }
 
+TEST(Finding, IsShownInALineOfBoundedLength) {
+  Finding finding;
+  finding.m_text = std::string(3000, 'x');
+  EXPECT_EQ(formatFinding("f", finding),
+            "f: error: " + std::string(2000, 'x') + "... (3000 bytes) [reader.message]");
+}
+
 TEST(Finding, HasATextOfItsOwnForEveryCode) {
   std::set<std::string_view> texts;
   int const last = static_cast<int>(FindingCode::OutputFailed);

@@ -116,6 +116,24 @@ TEST(EscapeTerminal, ShowsControlsAndInvalidBytesAsEscapes) {
   EXPECT_EQ(escapeTerminal("\xED\xA0\x80"), "\\xed\\xa0\\x80");
 }
 
+TEST(ShortenText, LeavesShortTextsAsTheyAre) {
+  for (std::string const& text : {std::string(), std::string("\xff\x01"), std::string(200, 'x')}) {
+    EXPECT_EQ(shortenText(text), text);
+  }
+}
+
+TEST(ShortenText, KeepsTheBeginningOfLongOnesAndTellsTheirSize) {
+  EXPECT_EQ(shortenText(std::string(201, 'x')), std::string(200, 'x') + "... (201 bytes)");
+  EXPECT_EQ(shortenText("abcdef", 4), "abcd... (6 bytes)");
+}
+
+TEST(ShortenText, CutsNoCharacterInTwo) {
+  EXPECT_EQ(shortenText("ab\u2300\u2300", 4), "ab... (8 bytes)");
+  EXPECT_EQ(shortenText("ab\u2300\u2300", 5), "ab\u2300... (8 bytes)");
+  EXPECT_EQ(shortenText("\U0001F600\U0001F600", 3), "... (8 bytes)");
+  EXPECT_EQ(shortenText("\x80\x80\x80\x80", 3), "\x80\x80\x80... (4 bytes)");
+}
+
 TEST(EscapeTerminal, LetsNoControlByteThrough) {
   for (std::string const& bytes : makeByteStrings()) {
     std::string const text = escapeTerminal(bytes);
