@@ -137,7 +137,8 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
   void SetName(std::string const& name) override;  ///< stores any text
   std::string const& GetName() const override;     ///< as stored
 
-  /// Reads the shared record of all kinds. Failures go to the stream's error state.
+  /// Reads the shared record of all kinds. Failures go to the stream's error state. A name that the stream
+  /// cuts short has its announced length and, where nothing was read, the characters of the name before.
   virtual void load(qv::qvBaseStream& stream);
   /// Reads the keys that all kinds share and appends to what the object holds, so a fresh object is expected.
   /// One message for each problem is appended to `errors`; false when the annotation is not usable.

@@ -19,7 +19,8 @@ class QVA_EXPORT qvAnnotationRaster : public qvAnnotationInterface {
   qvAnnotationRaster& operator=(qvAnnotationRaster const& other);
   ~qvAnnotationRaster() override;
 
-  /// Reads one raster record. Failures go to the stream's error state.
+  /// Reads one raster record. Failures go to the stream's error state; a name that is cut short is filled up
+  /// as that of the shared record is.
   void load(qv::qvBaseStream& stream) override;
   /// Reads the shared keys, then "rastername" and "sizeem"; messages and result as in the base.
   bool loadFromVariant(qv::qvVariant::qvVariantMapImpl const& map, qv::qvStreamVersion const& version,

@@ -29,7 +29,8 @@ class QVA_EXPORT qvAnnotationText : public qvAnnotationInterface {
     /// precision, cut toward zero. NaN gives 0.
     static std::uint16_t quantizeHeight(float height);
 
-    /// Reads one record. Failures go to the stream's error state.
+    /// Reads one record. Failures go to the stream's error state. A name that the stream cuts short has its
+    /// announced length and, where nothing was read, the characters of the name before.
     void load(qv::qvBaseStream& stream);
     /// Reads the keys that are present; an absent height is quantised anew.
     void loadFromVariant(qv::qvVariant::qvVariantMapImpl const& map, qv::qvStreamVersion const& version);

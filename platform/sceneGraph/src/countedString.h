@@ -18,7 +18,8 @@ inline bool readBytes(qvBaseStream& in, std::size_t count, void* destination) {
 }
 
 /// Reads a counted string: i32 length and that many bytes; a length below 1 gives the empty string. A string
-/// shorter than announced keeps its announced size, the rest zero, as every name in a document does.
+/// shorter than announced keeps its announced size, the rest zero: it is made anew, so nothing of an older
+/// one shows.
 inline std::string readCountedString(qvBaseStream& in) {
   std::int32_t length = 0;
   in.readle(4, 1, &length);

@@ -45,8 +45,9 @@ std::uint32_t RecordReader::count() {
 void RecordReader::text(std::string& value) {
   std::int32_t length = 0;
   m_stream.readle(4, 1, &length);
-  // Not read in pieces: after a short read the text must have its announced length, the rest zero.
-  value.assign(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
+  // KEEP: resized, not cleared, and not read in pieces: where a short read delivers nothing the characters
+  // stay that were there before, such as those of a default, and where the text grew there are zeros.
+  value.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
   if (!value.empty()) raw(value.data(), value.size());
 }
 

@@ -14,7 +14,8 @@ namespace qvLegacy::readers {
 ///
 /// A failing read sets the stream's error and the record goes on with its next field; nothing here throws but
 /// allocations, and counts are believed as they stand. After a failure a number keeps the value that it had,
-/// so what is read into a local starts at 0, and a text keeps its announced length, filled up with zeros.
+/// so what is read into a local starts at 0; a text has its announced length, and where nothing was read the
+/// characters that it had, or zeros where it had none.
 class RecordReader {
  public:
   explicit RecordReader(qv::qvBaseStream& stream) noexcept : m_stream(stream) {}
@@ -42,7 +43,8 @@ class RecordReader {
   /// An unsigned 32-bit count; a failure gives 0.
   [[nodiscard]] std::uint32_t count();
 
-  /// A signed 32-bit length and that many bytes; a length below 1 empties the text.
+  /// A signed 32-bit length and that many bytes in one raw read; a length below 1, or one that could not be
+  /// read, empties the text.
   void text(std::string& value);
   /// A variant map in the platform's encoding.
   void metadata(qv::qvVariant::qvVariantMapImpl& map);

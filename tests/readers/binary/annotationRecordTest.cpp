@@ -111,16 +111,35 @@ TEST(AnnotationRecord, KeepsZeroBytesInTheName) {
   EXPECT_EQ(annotation.m_name, std::string("a\0b", 3));
 }
 
-TEST(AnnotationRecord, FillsAShortNameUpWithZerosAndGoesOn) {
+TEST(AnnotationRecord, KeepsTheOlderCharactersWhereAShortNameHasNoneAndGoesOn) {
   ByteStream stream(Bytes("0A 00 00 00 41 42 43"), v6_15);
   Annotation annotation(Annotation::Unknown);
   annotation.m_name = "an older and longer name";
   annotation.load(stream);
-  EXPECT_EQ(annotation.m_name, std::string("ABC\0\0\0\0\0\0\0", 10));
+  EXPECT_EQ(annotation.m_name, "ABColder a");
   annotation.m_name.clear();
   expectDefaults(annotation);
   EXPECT_TRUE(stream.hasStreamError());
   EXPECT_EQ(stream.GetReadBytes(), 4U);
+}
+
+TEST(AnnotationRecord, HasZerosWhereAShortNameIsLongerThanTheOlderOne) {
+  for (std::string const& older : {std::string(), std::string("abcde")}) {
+    ByteStream stream(Bytes("07 00 00 00 41 42 43"), v6_15);
+    Annotation annotation(Annotation::Unknown);
+    annotation.m_name = older;
+    annotation.load(stream);
+    std::string const rest = older.empty() ? std::string(4, '\0') : std::string("de\0\0", 4);
+    EXPECT_EQ(annotation.m_name, "ABC" + rest);
+  }
+}
+
+TEST(AnnotationRecord, HasNoNameWhenItsLengthIsNotWhole) {
+  ByteStream stream(Bytes("07 00 00"), v6_15);
+  Annotation annotation(Annotation::Unknown);
+  annotation.m_name = "older";
+  annotation.load(stream);
+  EXPECT_EQ(annotation.m_name, "");
 }
 
 TEST(AnnotationRecord, CountsEachFullRawReadAndReadsTheColourByteByByte) {

@@ -35,6 +35,18 @@ TEST(RasterRecord, ReadsToItsLastByteAtEveryVersion) {
   }
 }
 
+TEST(RasterRecord, KeepsTheOlderCharactersWhenLoadedAgainFromAShorterStream) {
+  Raster raster;
+  ByteStream first(baseRecord(v6_15, "r").text("WELD-2").f32(4).f32(2), v6_15);
+  raster.load(first);
+  ASSERT_EQ(raster.m_rasterName, "WELD-2");
+  Bytes const again = rasterRecord(v6_15, "r");
+  ByteStream second(again.prefix(again.size() - 8 - 2), v6_15);
+  raster.load(second);
+  EXPECT_EQ(raster.m_rasterName, "loLD");
+  EXPECT_EQ(raster.m_size, Size(4, 2));
+}
+
 TEST(RasterRecord, IsAStreamErrorBefore6_15) {
   for (std::uint32_t const version : {v6_12, v6_13, v6_14}) {
     ByteStream stream(rasterRecord(v6_15, "r"), version);

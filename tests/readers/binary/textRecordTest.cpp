@@ -56,12 +56,47 @@ TEST(TextPropertiesRecord, KeepsHeightAndFlagsWhenTheirWordIsNotWhole) {
   EXPECT_TRUE(stream.hasStreamError());
 }
 
-TEST(TextPropertiesRecord, FillsAShortFontNameUpWithZeros) {
-  ByteStream stream(Bytes("04 00 00 00 41"), v6_22);
+TEST(TextPropertiesRecord, KeepTheDefaultsCharactersWhereAShortFontNameHasNone) {
+  ByteStream stream(Bytes("07 00 00 00 54 69"), v6_22);
   Text::TextProperties properties;
   properties.load(stream);
-  EXPECT_EQ(properties.m_fontName, std::string("A\0\0\0", 4));
+  EXPECT_EQ(properties.m_fontName, std::string("Tiial\0\0", 7));
   EXPECT_TRUE(stream.hasStreamError());
+}
+
+TEST(TextPropertiesRecord, KeepTheOlderCharactersWhenLoadedAgainFromAShorterStream) {
+  Bytes const whole = propertiesRecord("Helvetica", 50, 1);
+  Text::TextProperties properties;
+  ByteStream first(whole, v6_22);
+  properties.load(first);
+  ASSERT_FALSE(first.hasStreamError());
+  ByteStream second(Bytes().u32(6).raw("Mo"), v6_22);
+  properties.load(second);
+  EXPECT_EQ(properties.m_fontName, "Molvet");
+  EXPECT_EQ(properties.m_height, 50);
+  EXPECT_EQ(properties.m_styleFlags, 1);
+}
+
+TEST(OldTextRecord, KeepsTheOlderCharactersOfItsNameWhenLoadedAgainFromAShorterStream) {
+  Text text;
+  ByteStream first(oldTextRecord(v6_14, "General note", 1), v6_14);
+  text.load(first);
+  ASSERT_EQ(text.m_name, "General note");
+  ByteStream second(Bytes().u32(14).raw("Spec"), v6_14);
+  text.load(second);
+  EXPECT_EQ(text.m_name, std::string("Specral note\0\0", 14));
+}
+
+TEST(RunRecord, KeepsNothingOfAnOlderTextWhenLoadedAgainFromAShorterStream) {
+  for (std::uint32_t const version : {v6_16, v6_17}) {
+    Text::TextSegment run;
+    ByteStream first(runRecord(version, "abcdef", 0), version);
+    run.load(first);
+    ASSERT_STREQ(run.getText(), "abcdef");
+    ByteStream second(runRecord(version, "vwxyz", 0).prefix(version < v6_17 ? 6 : 4), version);
+    run.load(second);
+    EXPECT_STREQ(run.getText(), "vw") << version;
+  }
 }
 
 TEST(RunRecord, KeepsZeroCharactersFrom6_17On) {
