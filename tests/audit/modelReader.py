@@ -1,0 +1,78 @@
+"""Takes the views from what `qvannot inspect --json --full` says: of object streams, which only the tool reads."""
+
+import json
+import struct
+
+from legacyModel import ERROR, OPTIONAL, WARNING, Annotation, Loss, Properties, Run, View
+
+
+def numbers(record, key):
+    """Numbers of a list; those that are not finite stand as their bits beside it."""
+    bits = record.get(key + "Bits")
+    if bits is None:
+        return tuple(record[key])
+    return tuple(struct.unpack(">f", bytes.fromhex(text))[0] for text in bits)
+
+
+def properties(record):
+    """Those of a run or of an annotation."""
+    return Properties(record["font"], record["heightHundredths"], record["bold"], record["italic"])
+
+
+def run(record, default):
+    """A run; bytes that are no UTF-8 stand beside the text."""
+    text = bytes.fromhex(record["textHex"]).decode("utf-8", "replace") if "textHex" in record else record["text"]
+    kind = record["type"] if record["type"] in (1, 2) else 0
+    return Run(text, kind, properties(record["properties"]) if record["properties"] else default)
+
+
+def annotation(record):
+    """One annotation without its children."""
+    read = Annotation(record["address"], record["name"], tuple(bytes.fromhex(record["color"][1:])))
+    read.position = numbers(record, "position")
+    read.leaders = [(numbers(each, "position"), each["head"]) for each in record["leaders"]]
+    read.measures = [(numbers(each, "pointA"), numbers(each, "pointB"), numbers(each, "offset"), each["arrowDirection"])
+                     for each in record["measures"]]
+    read.shape = record["frameShape"]
+    read.metadata = [entry["key"] for entry in record["metadata"]]
+    if record["kind"] == 1:
+        default = properties(record["defaultTextProperties"])
+        read.lines = [[run(each, default) for each in line] for line in record["lines"]]
+    else:
+        read.raster, read.size = record["rasterName"], numbers(record, "size")
+    return read
+
+
+def annotations(records):
+    """The top annotations of a list that holds all levels, each before its children."""
+    top, known = [], {}
+    for record in records:
+        read = None if record["isNull"] else annotation(record)
+        holder, _, _ = record["address"].rpartition("/sub/")
+        if holder:
+            known[holder].children.append((record["anchor"], read))
+        elif read is not None:
+            top.append(read)
+        known[record["address"]] = read
+    return top
+
+
+def view(record):
+    """One view; without content where the reader refused it."""
+    read = View(record["address"], record["name"])
+    if not record["ok"]:
+        read.refusal = ""
+        return read
+    read.plane = tuple(numbers(record, key) for key in ("planeOrigin", "planeNormal", "planeXAxis"))
+    read.metadata = [entry["key"] for entry in record["metadata"]]
+    read.annotations = annotations(record["annotations"])
+    return read
+
+
+def read_inspection(text):
+    """The views of the only file of an inspection, and what its findings say is not read."""
+    file = json.loads(text)["files"][0]
+    severities = {"error": ERROR, "warning": WARNING, "info": OPTIONAL}
+    losses = [Loss(each.get("address", ""), each["text"], severities[each["severity"]], (each["code"],))
+              for each in file["findings"]]
+    return [view(each) for each in file["views"]], losses
