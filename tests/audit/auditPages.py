@@ -13,7 +13,8 @@ import tempfile
 from concurrent.futures import ProcessPoolExecutor
 
 import findings
-from generate import write_documents
+import generateStream
+import generateVariant
 from legacyModel import OPTIONAL, Loss, walk
 from migratedGeometry import EXACT, find_refusal
 from modelReader import read_inspection
@@ -126,6 +127,15 @@ def list_documents(places):
             yield place
 
 
+def write_random(folder, count):
+    """Writes random documents, every fourth as a stream, and gives their paths."""
+    for number in range(count):
+        generator, ending = (generateStream, "qvs") if number % 4 == 3 else (generateVariant, "json")
+        path = folder / f"random{number:03}.{ending}"
+        path.write_bytes(generator.Generator(number).document())
+        yield path
+
+
 def main():
     """0 when no document has a problem."""
     parser = argparse.ArgumentParser(description=__doc__)
@@ -140,7 +150,7 @@ def main():
     audit = Audit(arguments.tool, arguments.rasters)
     with tempfile.TemporaryDirectory() as folder:
         documents = list(list_documents(arguments.places))
-        documents += write_documents(pathlib.Path(folder), arguments.random)
+        documents += write_random(pathlib.Path(folder), arguments.random)
         if not documents:
             print("skipped: there are no documents; QVA_CORPUS is to name their folder")
             return SKIPPED

@@ -77,8 +77,13 @@ class Loss:
     word: str = ""
 
 
+def present(children):
+    """Children without the places of none."""
+    return [(anchor, child) for anchor, child in children if child is not None]
+
+
 def walk(annotations):
     """Annotations and those below them, each before its children."""
     for annotation in annotations:
         yield annotation
-        yield from walk([child for _, child in annotation.children if child is not None])
+        yield from walk(child for _, child in present(annotation.children))

@@ -5,10 +5,11 @@ Points are view-plane coordinates: x to the right, y up. The z of points plays n
 
 import math
 
-from legacyModel import WARNING, Loss
+from legacyModel import WARNING, Loss, present
 from singles import is_drawable, single
 
 TOLERANCE = 1e-6
+MM = single(3.175)  # a unit of sizes and heights
 BARB_SPREAD = 0.2679
 EXACT = 1e5
 KNOWN_KEYS = {"ReferencedEntities", "AnnotationGroup", "InactivationFlag", "NOA", "NOA_Graphical representation",
@@ -172,16 +173,18 @@ def refuse_content(annotation, options, has_raster):
             return annotation.address, f"metadata {key}"
     if annotation.lines is None and not has_raster(annotation.raster):
         return annotation.address, "raster"
+    if annotation.lines is None and not all(math.isfinite(single(side * MM)) for side in annotation.size):
+        return annotation.address, "frame size"
     if annotation.shape > 14:
         return annotation.address, "shape"
     for i, (anchor, child) in enumerate(annotation.children):
         if child is None:
-            return f"{annotation.address}/sub/{i}", ""
+            continue
         refusal = refuse_content(child, options, has_raster)
         if refusal:
             return refusal
         if anchor and anchor not in ANCHOR_FACTORS:
             return child.address, "anchor"
-        if any(has_lines(earlier) for _, earlier in annotation.children[:i]):
+        if any(has_lines(earlier) for _, earlier in present(annotation.children[:i])):
             return annotation.address, "leader"
     return None

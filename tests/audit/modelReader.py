@@ -1,6 +1,7 @@
 """Takes the views from what `qvannot inspect --json --full` says: of object streams, which only the tool reads."""
 
 import json
+import re
 import struct
 
 from legacyModel import ERROR, OPTIONAL, WARNING, Annotation, Loss, Properties, Run, View
@@ -19,9 +20,14 @@ def properties(record):
     return Properties(record["font"], record["heightHundredths"], record["bold"], record["italic"])
 
 
+def decode(data):
+    """Characters, with a replacement for each piece that is none; half of a surrogate pair is one piece."""
+    return re.sub(b"\xed[\xa0-\xbf][\x80-\xbf]", b"\xff", data).decode("utf-8", "replace")
+
+
 def run(record, default):
     """A run; bytes that are no UTF-8 stand beside the text."""
-    text = bytes.fromhex(record["textHex"]).decode("utf-8", "replace") if "textHex" in record else record["text"]
+    text = decode(bytes.fromhex(record["textHex"])) if "textHex" in record else record["text"]
     kind = record["type"] if record["type"] in (1, 2) else 0
     return Run(text, kind, properties(record["properties"]) if record["properties"] else default)
 

@@ -5,11 +5,10 @@ import math
 import re
 import unicodedata
 
-from legacyModel import ERROR, INFO, NORMAL, OPTIONAL, SUPERSCRIPT, WARNING, Loss, walk
-from migratedGeometry import ANCHOR_FACTORS, Lines, color_text, contrast_color
+from legacyModel import ERROR, INFO, NORMAL, OPTIONAL, SUPERSCRIPT, WARNING, Loss, present, walk
+from migratedGeometry import ANCHOR_FACTORS, MM, Lines, color_text, contrast_color
 from singles import Box, are_near, is_drawable, is_near, single
 
-MM = single(3.175)
 SCRIPT_FACTOR = single(.63)
 MARGIN = 2.0
 LEFT_OUT = ("number.not-finite",)
@@ -77,16 +76,17 @@ class ViewCheck:
         """Only the model holds it; what JSON has no number for must be said."""
         if not all(math.isfinite(number) for vector in self.view.plane for number in vector):
             self.losses.append(Loss(self.view.address, "the plane", codes=LEFT_OUT))
-        if not all(any(direction) for direction in self.view.plane[1:]):
+        elif not all(any(direction) for direction in self.view.plane[1:]):
             self.losses.append(Loss(self.view.address, "the plane's directions", WARNING, ("view.plane-degenerate",)))
 
     def check_tree(self, annotation, place):
         """An annotation at its place, y up, and its children at theirs."""
         group = self.page.groups.get(annotation.address)
         if group is None or not is_drawable(*(number * NEAR_LIMIT for number in place)):
+            is_shown = group is not None and self.find_box(annotation) is not None
             for each in walk([annotation]):
-                self.lose(each, "the whole annotation", codes=LEFT_OUT)
-                self.lose(each, "its characters", OPTIONAL, GLYPHS + NO_HEIGHT)
+                self.lose(each, "the whole annotation", OPTIONAL if is_shown else ERROR, LEFT_OUT)
+                self.lose(each, "what it would show", OPTIONAL, GLYPHS + NO_HEIGHT + SIZE)
             if group is None and is_drawable(*place):
                 self.fault(annotation, "is left out, though it has a place")
             return
@@ -100,7 +100,7 @@ class ViewCheck:
             self.check_image(annotation, group)
         else:
             self.check_text(annotation, group)
-        for anchor, child in annotation.children:
+        for anchor, child in present(annotation.children):
             self.check_tree(child, self.place_child(annotation, place, anchor, child))
 
     def check_depth(self, annotation):
@@ -273,10 +273,10 @@ class ViewCheck:
     def check_leaders(self, annotation):
         """Lines and heads of an annotation of the view, and of its direct children."""
         lines = Lines(self.head_size)
-        for anchor, child in annotation.children:
+        for anchor, child in present(annotation.children):
             place = self.place_child(annotation, annotation.position[:2], anchor, child)
             lines.add(child, place)
-            for each in walk([inner for _, inner in child.children]):
+            for each in walk([inner for _, inner in present(child.children)]):
                 if each.leaders or each.measures:
                     self.lose(each, "leaders", codes=("leader.lost",))
         lines.add(annotation, annotation.position[:2])
@@ -295,8 +295,8 @@ class ViewCheck:
             self.fault(annotation, f"the leaders are drawn in {strokes}")
         flipped = [[(x, -y) for x, y in segment] for segment in drawable]
         if not lines.is_exact:
-            if len(segments) < len(lines.segments):
-                self.lose(annotation, "leaders without a place", codes=LEFT_OUT)
+            severity = ERROR if len(segments) < len(lines.segments) else OPTIONAL
+            self.lose(annotation, "leaders without a place", severity, LEFT_OUT)
             return
         if len(segments) != len(flipped) or not all(are_near(sum(a, ()), sum(map(tuple, b), ()))
                                                     for a, b in zip(segments, flipped)):

@@ -261,11 +261,12 @@ class ViewReader:
         """Those that can be read, each with its anchor."""
         children = self.children_of(record)
         if children is None:
+            self.lose(annotation.address, "children that are null", OPTIONAL, word="sub-annotation")
             unread = [record[key] for key in ("children", "childs") if has_records(record.get(key))]
             if unread:
                 self.lose(self.view.address, f"the children of {annotation.address}")
         elif not isinstance(children, list):
-            self.lose(annotation.address, "all children")
+            self.lose(annotation.address, "all children", word="sub-annotation")
             children = None
         elif "children" in record and has_records(record.get("childs")):
             self.lose(self.view.address, f"all of 'childs' of {annotation.address}")
