@@ -118,15 +118,13 @@ class Lines:
         self.head_size = head_size
         self.segments = []
         self.heads = []  # (end point, corners around it)
-        self.is_exact = True  # no number is so large that single precision spoils what is computed with it
+        self.sure = []  # of the segments, those that no large number spoils in single precision
         self.losses = []
 
     def add(self, annotation, origin):
         """The leaders and measure leaders that meet at the origin."""
-        points = [end for end, _ in annotation.leaders] + [point for each in annotation.measures for point in each[:3]]
-        self.is_exact &= all(abs(number) < EXACT for point in (*points, origin) for number in point[:2])
         for end, head in annotation.leaders:
-            self.segments.append((end[:2], origin))
+            self.add_segments([(end[:2], origin)], (end, origin))
             corners = head_points(head, unit(minus(end, origin)), self.head_size)
             if corners:
                 self.heads.append((end[:2], corners))
@@ -136,7 +134,13 @@ class Lines:
             if lines is None:
                 self.losses.append(Loss(annotation.address, "measure leaders", codes=("leader.lost",)))
                 break
-            self.segments += lines
+            self.add_segments(lines, (*measure[:3], origin))
+
+    def add_segments(self, segments, points):
+        """Segments that are computed from points."""
+        self.segments += segments
+        if all(abs(number) < EXACT for point in points for number in point[:2]):
+            self.sure += segments
 
     def check_head(self, annotation, end, head, origin):
         """Notes a head that is not drawn as the document has it."""

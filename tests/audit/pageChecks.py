@@ -7,6 +7,7 @@ import unicodedata
 
 from legacyModel import ERROR, INFO, NORMAL, OPTIONAL, SUPERSCRIPT, WARNING, Loss, present, walk
 from migratedGeometry import ANCHOR_FACTORS, MM, Lines, color_text, contrast_color
+from pageReader import Leaders
 from singles import Box, are_near, is_drawable, is_near, single
 
 SCRIPT_FACTOR = single(.63)
@@ -252,6 +253,9 @@ class ViewCheck:
             by_kind = {}
             for (_, run), drawn in zip(wanted, there):
                 by_kind.setdefault(run.kind, set()).add(round(drawn.baseline, 3))
+            starts = [drawn.start[0] for (_, run), drawn in zip(wanted, there) if run.kind == NORMAL]
+            if sorted(starts) != starts:
+                self.fault(annotation, f"the pieces of a line begin at {starts}")
             for kind, heights in by_kind.items():
                 self.check_scripts(annotation, kind, heights, by_kind.get(NORMAL))
             baselines += by_kind.get(NORMAL, ())
@@ -285,32 +289,38 @@ class ViewCheck:
 
     def compare_lines(self, annotation, lines):
         """The lines on the page in order; those that it has no numbers for are left out."""
-        there = self.page.leaders.get(annotation.address)
-        segments, heads, strokes = (there.segments, there.heads, there.strokes) if there else ([], [], set())
-        drawable = [segment for segment in lines.segments if is_drawable(*segment[0], *segment[1])]
-        placed = [head for head in lines.heads if is_drawable(*head[0])]
-        if len(drawable) < len(lines.segments) or len(placed) < len(lines.heads):
-            self.lose(annotation, "leaders without a place", codes=LEFT_OUT)
-        if strokes - {"#000000"}:
-            self.fault(annotation, f"the leaders are drawn in {strokes}")
-        flipped = [[(x, -y) for x, y in segment] for segment in drawable]
-        if not lines.is_exact:
-            severity = ERROR if len(segments) < len(lines.segments) else OPTIONAL
-            self.lose(annotation, "leaders without a place", severity, LEFT_OUT)
-            return
-        if len(segments) != len(flipped) or not all(are_near(sum(a, ()), sum(map(tuple, b), ()))
-                                                    for a, b in zip(segments, flipped)):
-            self.fault(annotation, f"the leaders run {segments}, not {flipped}")
-        self.compare_heads(annotation, heads, placed)
+        there = self.page.leaders.get(annotation.address, Leaders())
+        if there.strokes - {"#000000"}:
+            self.fault(annotation, f"the leaders are drawn in {there.strokes}")
+        is_exact = len(lines.sure) == len(lines.segments)
+        if not is_exact:
+            is_less = len(there.segments) < len(lines.segments) or len(there.heads) < len(lines.heads)
+            self.lose(annotation, "leaders without a place", ERROR if is_less else OPTIONAL, LEFT_OUT)
+        self.compare_segments(annotation, there.segments, lines.sure, is_exact)
+        if is_exact:
+            self.compare_heads(annotation, there.heads, lines.heads)
+
+    def compare_segments(self, annotation, segments, wanted, is_exact):
+        """Each line in order; there may be others between them where not all can be told exactly."""
+        rest = iter(segments)
+        for wanted_segment in wanted:
+            flipped = flat([[(x, -y) for x, y in wanted_segment]])
+            if not any(are_near(flat([segment]), flipped) for segment in rest):
+                self.fault(annotation, f"no line runs from {flipped[:2]} to {flipped[2:]}")
+                return
+        if is_exact and len(segments) != len(wanted):
+            self.fault(annotation, f"has {len(segments)} lines, not {len(wanted)}")
 
     def compare_heads(self, annotation, heads, placed):
         """Each head at its leader's end."""
-        wanted = [[(x + end[0], -y - end[1]) for x, y in corners] for end, corners in placed]
-        seen = [shape.points for _, shape in heads]
-        if len(seen) == len(wanted):
-            if all(are_near(sum(a, ()), sum(b, ()), 1e-3) for a, b in zip(seen, wanted)):
-                return
-        self.fault(annotation, f"the heads are {seen}, not {wanted}")
+        seen, wanted = heads, [[(x + end[0], -y - end[1]) for x, y in corners] for end, corners in placed]
+        if len(seen) != len(wanted) or not are_near(flat(seen), flat(wanted), 1e-3):
+            self.fault(annotation, f"the heads are {seen}, not {wanted}")
+
+
+def flat(lists):
+    """The coordinates of lists of points."""
+    return [coordinate for points in lists for point in points for coordinate in point]
 
 
 def sorted_difference(text, seen):

@@ -59,7 +59,7 @@ class Leaders:
 
     segments: list = field(default_factory=list)  # pairs of points
     strokes: set = field(default_factory=set)
-    heads: list = field(default_factory=list)  # (place, Shape)
+    heads: list = field(default_factory=list)  # the points of each
 
 
 def parse_transform(text):
@@ -132,7 +132,7 @@ class Page:
             else:
                 holder = Group("", (0, 0), "")
                 self.read_children(child, own, inherit(paint, child), holder)
-                leaders.heads += [(apply(own, (0, 0)), shape) for shape in holder.shapes]
+                leaders.heads += [shape.points for shape in holder.shapes]
 
     def read_item(self, element, matrix, paint, group):
         """An item of an annotation's content; `group` is the one that it stands in."""

@@ -23,6 +23,7 @@ PLANTED = [
     ("text that is no longer bold", "bracket_6.27.json",
      ' font-weight="bold"| stroke="[^"]*" stroke-width="[^"]*" stroke-linejoin="round"', ""),
     ("text moved out of its frame", "bracket_6.27.json", r"matrix\(1 0 0 -1 -[\d.]+", "matrix(1 0 0 -1 -99"),
+    ("a piece of a line put before another", "bracket_6.27.json", '(<tspan x=")[^"]*("[^>]*>11 THRU)', r"\g<1>1\2"),
     ("a leader moved", "bracket_6.27.json", "M396 -256", "M400 -256"),
     ("a leader removed", "bracket_6.27.json", "M396 -256L568 -288", ""),
     ("a measure leader's line removed", "bracket_6.27.json", "M240 64L0 64", ""),
