@@ -10,7 +10,7 @@
 
 #include "tests/hostile/hostileDocuments.h"
 #include "toolRunner.h"
-#include "toolkit/exitCode.h"
+#include "qvToolkit/findings/exitCode.h"
 
 /// What the caller of the tool, and the system, make of its processes and of its streams.
 namespace qvTest {

@@ -4,7 +4,7 @@
 #include <random>
 #include <set>
 
-#include "toolkit/outputSet.h"
+#include "qvToolkit/files/outputSet.h"
 
 namespace qvToolkit {
 

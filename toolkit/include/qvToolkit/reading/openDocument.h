@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "qvToolkit/model/document.h"
+#include "qvToolkit/reading/openDocument.h"
 
 namespace qvToolkit {
 
