@@ -15,10 +15,11 @@ namespace qvLegacy {
 /// Common base of the legacy annotations: name, leaders, measure leaders, position, colour, frame, metadata
 /// and the tree of sub-annotations.
 ///
-/// Positions are kept as persisted. The migration takes them as coordinates of the view that holds the
-/// annotation: x along its X axis, y along normal x axis, z along the normal. Annotations are counted
-/// objects; they are never created by a stream factory but read inline by their owner, and they report the
-/// type record of `qv::qvObject`. The order of the virtual operations is part of the binary interface.
+/// Positions are kept as persisted: coordinates in the plane of the view that holds the annotation, x along
+/// its X axis, y along normal x axis, z along the normal. They are places in the model by way of that plane,
+/// whose `getPlaneTransform` maps them to model space. Annotations are counted objects; they are never
+/// created by a stream factory but read inline by their owner, and they report the type record of
+/// `qv::qvObject`. The order of the virtual operations is part of the binary interface.
 class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
  public:
   /// Kind of an annotation. The numbers are persisted.
@@ -169,12 +170,14 @@ class QVA_EXPORT qvAnnotationInterface : public qv::qvObject {
 
   /// Applies `transformation`, which is in the coordinates of the positions, to the annotation's own
   /// geometry: to position, leaders and measured points as points, to offsets of measure leaders as vectors.
-  /// Children are not visited.
+  /// Children are not visited. What moves the view's plane moves the annotation with it.
   void transform(qv::qvGenericTransformation<float> const& transformation);
 
   std::vector<Leader> m_leaders;          ///< in order; empty by default
   std::vector<MeasureLeader> m_measures;  ///< in order; empty by default
-  Wm4::Vector3<float> m_position;  ///< the origin by default; a free child's is an offset from its parent's
+  /// In view coordinates, the origin by default. A free child's is an offset from its parent's; that of a
+  /// child with another anchor places nothing.
+  Wm4::Vector3<float> m_position;
   Wm4::Vector3<unsigned char> m_color;         ///< red, green, blue; white by default
   std::string m_name;                          ///< empty by default
   qv::qvVariant::qvVariantMapImpl m_metadata;  ///< of the user; empty by default

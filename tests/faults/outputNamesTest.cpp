@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "fuzz/support/memoryFaults.h"
-#include "toolkit/outputSet.h"
+#include "qvToolkit/files/outputSet.h"
 
 namespace qvFaults {
 

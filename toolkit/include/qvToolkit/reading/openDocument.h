@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "qvToolkit/reading/openDocument.h"
+#include "qvToolkit/model/document.h"
 
 namespace qvToolkit {
 
