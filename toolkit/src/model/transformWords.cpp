@@ -2,6 +2,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <optional>
 
@@ -26,7 +27,8 @@ std::optional<double> readNumber(std::string_view word) {
   double number = 0;
   auto const result = std::from_chars(word.data(), word.data() + word.size(), number);
   bool const isNumber = result.ec == std::errc() && result.ptr == word.data() + word.size();
-  return isNumber && std::isfinite(static_cast<float>(number)) ? std::optional(number) : std::nullopt;
+  bool const isHeld = std::abs(number) <= static_cast<double>(std::numeric_limits<float>::max());
+  return isNumber && isHeld ? std::optional(number) : std::nullopt;
 }
 
 /// The numbers of the words, or what is wrong with them; `range` is what they may be.
@@ -116,8 +118,7 @@ std::string readRotation(Words const& words, Similarity& transformation) {
 std::string readTransform(TransformKind kind, Words const& words, Similarity& transformation) {
   if (kind == TransformKind::Rotate) return readRotation(words, transformation);
   Numbers numbers;
-  std::string const problem =
-      readNumbers(words, kind == TransformKind::Scale ? ScaleRange : AnyRange, numbers);
+  std::string problem = readNumbers(words, kind == TransformKind::Scale ? ScaleRange : AnyRange, numbers);
   if (!problem.empty()) return problem;
   switch (kind) {
     case TransformKind::Matrix:
