@@ -41,6 +41,26 @@ TEST_F(ExitCodes, LetWarningsCountWhenStrict) {
   EXPECT_EQ(migrate(input, {"--drop-view-metadata", "--force", "--strict"}).m_exitCode, ExitFindings);
 }
 
+TEST_F(ExitCodes, Are1WhenSomethingIsLostThoughAllIsMigrated) {
+  for (std::string const lost : {
+           R"("leaders":[{"pos":[9,9,0]},{"pos":[9,8,0]},5],)",
+           R"("children":[{"type":"text","lines":[[{"text":"a","heightem":0}]]}],)",
+           R"("children":[{"type":"text","position":[1e300,0,0]}],)",
+           R"("children":[{"type":"text","children":[{"type":"text","leaders":[{"pos":[9,9,0]}]}]}],)",
+       }) {
+    ToolRun const run = migrate(m_place.write("lost.json", makeDocument(lost)), {"--force"});
+    EXPECT_EQ(run.m_exitCode, ExitFindings) << lost;
+    EXPECT_NE(run.m_errors.find("error: "), std::string::npos) << run.m_errors;
+    EXPECT_EQ(m_place.list("out").size(), 2U) << "the page is there all the same";
+  }
+}
+
+TEST_F(ExitCodes, Are0ForAnotherFrameShapeUnlessStrict) {
+  std::string const input = m_place.write("shape.json", makeDocument(R"("frameshape":"circle",)"));
+  EXPECT_EQ(migrate(input).m_exitCode, ExitDone);
+  EXPECT_EQ(migrate(input, {"--force", "--strict"}).m_exitCode, ExitFindings);
+}
+
 TEST_F(ExitCodes, Are2ForABadCommandLine) {
   std::string const out = m_place.getPath("out");
   for (std::vector<std::string> const& arguments :

@@ -24,6 +24,7 @@ qv::svg::TextSpan makeSpan(FontMatch match) {
   span.m_family = "New";
   span.m_match = match;
   span.m_glyphSource = std::make_shared<NamedSource>();
+  span.m_glyphs.push_back({1, 0.0F, 0.0F});
   return span;
 }
 
@@ -44,6 +45,21 @@ TEST(FontFindings, NameTheAskedFontTheDrawnOneAndItsFile) {
   EXPECT_EQ(substituted[0].m_severity, Severity::Warning);
   EXPECT_EQ(substituted[0].m_text,
             "text in font 'Old' is drawn with 'New' (/fonts/new.ttf), which is not as wide");
+}
+
+TEST(FontFindings, TellOfCharactersForWhichTheFontDrawsNothing) {
+  qv::svg::TextSpan span = makeSpan(FontMatch::Asked);
+  span.m_text = "a b";
+  span.m_glyphs.clear();
+  Findings const found = report(span);
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].m_code, FindingCode::GlyphMissing);
+  EXPECT_EQ(found[0].m_severity, Severity::Error);
+  EXPECT_EQ(found[0].m_text,
+            "the font 'New' (/fonts/new.ttf) draws nothing for 2 characters of the text; remove it, or name "
+            "another one with --font-map");
+  span.m_text = " \u00A0";
+  EXPECT_TRUE(report(span).empty());
 }
 
 TEST(FontFindings, AreNoneForTheAskedFontAndAnInfoForOneThatTheUserWants) {

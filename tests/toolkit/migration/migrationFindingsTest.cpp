@@ -109,8 +109,8 @@ TEST(MigrationFindings, NameTheOptionsThatAMigrationLacks) {
   EXPECT_EQ(finding.m_address, "view/0");
   EXPECT_EQ(finding.m_option, "--drop-known-metadata --drop-unknown-metadata");
   EXPECT_EQ(finding.m_text,
-            "view 'front' is not migrated: Found CT metadata NOAin annotation; drop it with "
-            "--drop-known-metadata --drop-unknown-metadata");
+            "view 'front' is not migrated: Found CT metadata NOAin annotation, at annotation 'note' "
+            "(view/0/annot/0); drop it with --drop-known-metadata --drop-unknown-metadata");
 }
 
 TEST(MigrationFindings, RepeatTheMigrationsRecordsExactly) {
@@ -167,6 +167,9 @@ TEST(MigrationFindings, NameShapesThatAreDrawnAsRectangles) {
     bool const hasOwnGeometry = shape <= 2 || (shape >= 5 && shape <= 8);
     EXPECT_EQ(select(view.m_findings, FindingCode::ShapeAsRectangle).size(), hasOwnGeometry ? 0U : 1U)
         << shape;
+    for (Finding const& finding : select(view.m_findings, FindingCode::ShapeAsRectangle)) {
+      EXPECT_EQ(finding.m_severity, Severity::Warning);
+    }
   }
 }
 
@@ -189,6 +192,13 @@ TEST(MigrationFindings, NameDirectedHeadsWithoutDirection) {
     EXPECT_EQ(select(view.m_findings, FindingCode::LeaderHeadCollapsed).size(), isDirected ? 1U : 0U)
         << static_cast<int>(head);
   }
+}
+
+TEST(MigrationFindings, CountALeaderOfEndlessLengthAsOneWithoutDirection) {
+  Text const text = makeLegacyText("a");
+  text->m_leaders.emplace_back(Wm4::Vector3<float>(1e30F, 4, 0)).m_head = qvAnnotationInterface::ArrowHead;
+  MigratedView const view = migrate(makeViewOf(text.get()));
+  EXPECT_EQ(getOnly(view, FindingCode::LeaderHeadCollapsed).m_address, "view/0/annot/0");
 }
 
 TEST(MigrationFindings, MeasureTheHeadsOfASubAnnotationFromWhereItsLeadersBegin) {
@@ -216,7 +226,7 @@ TEST(MigrationFindings, TellOfLeadersOfGrandchildren) {
   addChild(*parent, child.get(), 1);
   Finding const finding = getOnly(migrate(makeViewOf(parent.get())), FindingCode::LeaderLost);
   EXPECT_EQ(finding.m_address, "view/0/annot/0/sub/0/sub/0");
-  EXPECT_EQ(finding.m_severity, Severity::Warning);
+  EXPECT_EQ(finding.m_severity, Severity::Error);
   EXPECT_TRUE(finding.m_text.ends_with("1 leader and 1 measure leader")) << finding.m_text;
 }
 
@@ -232,6 +242,22 @@ TEST(MigrationFindings, TellOfMeasureLeadersOfASubAnnotationThatFail) {
   Finding const finding = getOnly(view, FindingCode::LeaderLost);
   EXPECT_EQ(finding.m_address, "view/0/annot/0/sub/0");
   EXPECT_EQ(finding.m_text, "measure leader 1 has no direction; it and those behind it, 2 in all, are lost");
+  EXPECT_EQ(finding.m_severity, Severity::Error);
+  for (Finding const& record : select(view.m_findings, FindingCode::MigrationMessage)) {
+    EXPECT_EQ(record.m_severity, Severity::Error) << record.m_text;
+  }
+}
+
+TEST(MigrationFindings, NameArrowDirectionsThatDoNotExist) {
+  Text const text = makeLegacyText("a");
+  text->m_measures.resize(2);
+  for (auto& measure : text->m_measures) measure.m_pointB = {10, 0, 0};
+  text->m_measures[0].m_arrowDir = qvAnnotationInterface::OutIn;
+  text->m_measures[1].m_arrowDir = 4;
+  Finding const finding = getOnly(migrate(makeViewOf(text.get())), FindingCode::ValueUnknown);
+  EXPECT_EQ(finding.m_text, "arrow direction 4 is unknown, expected 0 to 3; the arrows are drawn as for 3");
+  EXPECT_EQ(finding.m_severity, Severity::Warning);
+  EXPECT_EQ(finding.m_address, "view/0/annot/0");
 }
 
 TEST(MigrationFindings, NameFontsThatStandInOnce) {
@@ -293,6 +319,85 @@ TEST(MigrationFindings, TellOfAnImageOfAnUnknownFormat) {
   MigratedView const migrated = migrate(view, options);
   EXPECT_NE(migrated.m_view, nullptr);
   EXPECT_EQ(getOnly(migrated, FindingCode::RasterUnreadable).m_address, "view/0/annot/1");
+  EXPECT_EQ(getOnly(migrated, FindingCode::RasterUnreadable).m_severity, Severity::Error);
+}
+
+/// The findings about the size of an image that is there.
+Findings findSizeProblems(Wm4::Vector2<float> const& size) {
+  qvTest::TemporaryFolder const folder;
+  folder.writeFile("logo.png", qvTest::makePng());
+  MigrationOptions options;
+  options.m_rasterFolder = folder.getPath();
+  auto const raster = makeRaster("logo");
+  raster->m_size = size;
+  MigratedView const view = migrate(makeViewOf(raster.get()), options);
+  EXPECT_NE(view.m_view, nullptr);
+  return select(view.m_findings, FindingCode::RasterSize);
+}
+
+TEST(MigrationFindings, TellOfAnImageThatIsNotToBeSeen) {
+  for (Wm4::Vector2<float> const size :
+       {Wm4::Vector2<float>(0, 0), Wm4::Vector2<float>(0, 5), Wm4::Vector2<float>(5, 0),
+        Wm4::Vector2<float>(-1, 0), Wm4::Vector2<float>(1e-10F, 1)}) {
+    Findings const found = findSizeProblems(size);
+    ASSERT_EQ(found.size(), 1U) << size.X();
+    EXPECT_EQ(found[0].m_severity, Severity::Error);
+    EXPECT_EQ(found[0].m_address, "view/0/annot/0");
+  }
+  EXPECT_TRUE(findSizeProblems({1, 1}).empty());
+  EXPECT_TRUE(findSizeProblems({0.01F, 100}).empty());
+}
+
+TEST(MigrationFindings, TellOfAnImageOfASizeBelowZero) {
+  Findings const found = findSizeProblems({-2, 4});
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].m_severity, Severity::Warning);
+  EXPECT_EQ(found[0].m_text,
+            "the image has a size of -6.35 x 12.7 mm; it is shown as 6.35 x 12.7, and not mirrored");
+}
+
+TEST(MigrationFindings, TellOfAPlaneThatIsNotFinite) {
+  constexpr float Infinity = std::numeric_limits<float>::infinity();
+  constexpr float NaN = std::numeric_limits<float>::quiet_NaN();
+  using Vector = Wm4::Vector3<float>;
+  for (Vector qvLegacy::qvAnnotationView::*const part :
+       {&qvLegacy::qvAnnotationView::m_planeOrigin, &qvLegacy::qvAnnotationView::m_planeNormal,
+        &qvLegacy::qvAnnotationView::m_planeXAxis}) {
+    for (Vector const& bad : {Vector(Infinity, 0, 0), Vector(0, NaN, 0), Vector(0, 0, -Infinity)}) {
+      View const view = makeViewOf(makeLegacyText("a").get());
+      (*view).*part = bad;
+      MigratedView const migrated = migrate(view);
+      EXPECT_NE(migrated.m_view, nullptr);
+      Finding const finding = getOnly(migrated, FindingCode::NumberNotFinite);
+      EXPECT_EQ(finding.m_severity, Severity::Error);
+      EXPECT_EQ(finding.m_address, "view/0");
+      EXPECT_TRUE(select(migrated.m_findings, FindingCode::PlaneDegenerate).empty());
+    }
+  }
+}
+
+TEST(MigrationFindings, TellOfAPlaneWhoseAxesSpanNone) {
+  View const view = makeViewOf(makeLegacyText("a").get());
+  for (Wm4::Vector3<float> const& axis : {Wm4::Vector3<float>(0, 0, 0), Wm4::Vector3<float>(0, 0, 7)}) {
+    view->m_planeXAxis = axis;
+    EXPECT_EQ(getOnly(migrate(view), FindingCode::PlaneDegenerate).m_severity, Severity::Warning);
+  }
+  view->m_planeXAxis = {1e-3F, 0, 1};
+  EXPECT_TRUE(select(migrate(view).m_findings, FindingCode::PlaneDegenerate).empty());
+}
+
+TEST(MigrationFindings, TellOfADepthThatIsNotFinite) {
+  constexpr float Infinity = std::numeric_limits<float>::infinity();
+  Text const text = makeLegacyText("a");
+  text->m_position = {1, 2, Infinity};
+  text->m_leaders.emplace_back(Wm4::Vector3<float>(9, 9, 0));
+  Findings const found = select(migrate(makeViewOf(text.get())).m_findings, FindingCode::NumberNotFinite);
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_EQ(found[0].m_text,
+            "the depth of its position is lost: it is not finite; the migrated model holds null");
+  EXPECT_EQ(found[1].m_text,
+            "the depth of 1 leader line is lost: it is not finite; the migrated model holds null");
+  EXPECT_EQ(found[1].m_severity, Severity::Error);
 }
 
 TEST(MigrationFindings, AreNoneForAPlainView) {

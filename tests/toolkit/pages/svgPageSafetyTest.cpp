@@ -130,7 +130,7 @@ void expectLeftOut(MigratedView const& view) {
   std::string const page = qvTest::writePage(view, &findings);
   ASSERT_EQ(findings.size(), 1U);
   EXPECT_EQ(findings[0].m_code, FindingCode::NumberNotFinite);
-  EXPECT_EQ(findings[0].m_severity, Severity::Warning);
+  EXPECT_EQ(findings[0].m_severity, Severity::Error);
   EXPECT_EQ(findings[0].m_address, "view/0/annot/0");
   EXPECT_EQ(page.find("nan"), std::string::npos);
   EXPECT_EQ(page.find("inf"), std::string::npos);
@@ -156,11 +156,30 @@ TEST(SvgPageSafety, LeavesAnItemWithABadNumberOut) {
   }
 }
 
+/// What the only finding of the page says is left out.
+std::string describeLeftOut(MigratedView const& view) {
+  Findings findings;
+  static_cast<void>(qvTest::writePage(view, &findings));
+  std::string const rest = " left out of the page, since a number is not finite or beyond 1000000000";
+  std::string const text = findings.size() == 1 ? findings[0].m_text : std::string();
+  return text.ends_with(rest) ? text.substr(0, text.size() - rest.size()) : std::string();
+}
+
 TEST(SvgPageSafety, LeavesAnAnnotationAtABadPlaceOut) {
   MigratedView view = makeHalfGoodView();
   getAnnotation(view).m_position = {0, NaN, 0};
   qvTest::addText(*getAnnotation(view).m_svgRoot, "lost");
   expectLeftOut(view);
+  EXPECT_EQ(describeLeftOut(view), "the annotation, with all that belongs to it, is");
+}
+
+TEST(SvgPageSafety, CountsTheItemsOfAnAnnotationThatAreLeftOut) {
+  MigratedView view = makeHalfGoodView();
+  auto& segments = getAnnotation(view).m_lineSegments;
+  segments.push_back({{0, Infinity, 0}, {0, 0, 0}});
+  EXPECT_EQ(describeLeftOut(view), "an item is");
+  segments.push_back({{NaN, 0, 0}, {0, 0, 0}});
+  EXPECT_EQ(describeLeftOut(view), "2 items are");
 }
 
 TEST(SvgPageSafety, LeavesLeadersWithABadPointOut) {

@@ -146,7 +146,7 @@ TEST_F(DocumentTest, KeepsTheReadersMessagesOfEachViewInOrder) {
   Findings const findings = select(document.m_findings, FindingCode::ReaderMessage);
   ASSERT_EQ(findings.size(), 6U);
   EXPECT_EQ(findings[0].m_text, "invalid 'origin' field");
-  EXPECT_EQ(findings[0].m_severity, Severity::Warning);
+  EXPECT_EQ(findings[0].m_severity, Severity::Error);
   EXPECT_EQ(findings[2].m_severity, Severity::Error);
   EXPECT_EQ(findings[3].m_address, "view/2");
   EXPECT_EQ(findings[3].m_place.m_jsonPointer, "/views/2");

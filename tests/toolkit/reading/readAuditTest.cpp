@@ -70,10 +70,10 @@ TEST_F(ReadAuditTest, PairsTheRecordsOfTwoListsWithTheirAnnotations) {
       list(document, FindingCode::RecordLost),
       (Lines{
           "error view/0 /textannotations/0: the annotation without name was not read: it is no map",
-          "warning view/0/annot/0 /textannotations/1/leaders: 2 of 3 leaders were not read",
+          "error view/0/annot/0 /textannotations/1/leaders: 2 of 3 leaders were not read",
           "error view/0 /rasterannotations/0: the annotation without name was not read: its 'sizeem' is no "
           "list of two numbers",
-          "warning view/0/annot/1 /rasterannotations/1/leaders: 1 of 1 leaders were not read"}));
+          "error view/0/annot/1 /rasterannotations/1/leaders: 1 of 1 leaders were not read"}));
 }
 
 TEST_F(ReadAuditTest, CountsWhatWentWithARefusedView) {
@@ -162,10 +162,63 @@ TEST_F(ReadAuditTest, ReportsWhatChangesWithoutAMessageOfTheReaders) {
       list(document, FindingCode::RecordLost),
       (Lines{
           "warning view/0/annot/0 /annotations/0/metadata: 'metadata' is no map, so no metadata was read",
-          "warning view/0/annot/0 /annotations/0/leaders/0: the leader's 'pos' is no list of three numbers; "
+          "error view/0/annot/0 /annotations/0/leaders/0: the leader's 'pos' is no list of three numbers; "
           "it "
           "runs to the origin",
           "error view/0/annot/0 /annotations/0/lines: 'lines' is no list; the text was taken from 'text'"}));
+}
+
+TEST_F(ReadAuditTest, TellsALeaderWithoutEndFromOneWhoseEndIsLost) {
+  Document const document =
+      read(makeView("6.22", R"("annotations":[{"type":"text","leaders":[{},{"pos":null}]}])"));
+  EXPECT_EQ(list(document, FindingCode::RecordLost),
+            (Lines{"warning view/0/annot/0 /annotations/0/leaders/0: the leader has no 'pos'; it runs to the "
+                   "origin",
+                   "error view/0/annot/0 /annotations/0/leaders/1: the leader's 'pos' is no list of three "
+                   "numbers; it runs to the origin"}));
+}
+
+TEST_F(ReadAuditTest, ReportsColorsThatAreNotSixHexadecimalDigits) {
+  Document const document = read(
+      makeView("6.22", R"("annotations":[{"type":"text","color":"12GGGG"},{"type":"text","color":"00GGGG"},
+              {"type":"text","color":"00ff0a"},{"type":"text","color":"000000"},{"type":"text","color":123456},
+              {"type":"text","color":"F"}])"));
+  EXPECT_EQ(
+      list(document, FindingCode::RecordLost),
+      (Lines{"warning view/0/annot/0 /annotations/0/color: the color is not six hexadecimal digits; it is "
+             "taken for #000012",
+             "warning view/0/annot/1 /annotations/1/color: the color is not six hexadecimal digits; it is "
+             "taken for #FFFFFF",
+             "warning view/0/annot/5 /annotations/5/color: the color is not six hexadecimal digits; it is "
+             "taken for #FFFFFF"}));
+  EXPECT_EQ(select(document.m_findings, FindingCode::ReaderMessage).size(), 2U) << "the reader tells of two";
+}
+
+TEST_F(ReadAuditTest, SaysWhereARecordHadAPartOfAnotherKind) {
+  Document const document = read(makeView(
+      "6.22",
+      R"("annotations":[{"type":"text"},{"type":"text","defaulttextprop":[],"lines":[[{"text":"a"},7],"b"],
+              "leaders":{},"measures":1}])"));
+  EXPECT_EQ(
+      list(document, FindingCode::RecordLost),
+      (Lines{"error view/0/annot/1 /annotations/1/leaders: 'leaders' is no list, so none of them was read",
+             "error view/0/annot/1 /annotations/1/measures: 'measures' is no list, so none of them was read",
+             "warning view/0/annot/1 /annotations/1/defaulttextprop: 'defaulttextprop' is no map; the "
+             "default text properties were taken",
+             "error view/0/annot/1 /annotations/1/lines/0/1: the run is no map, so none was read",
+             "error view/0/annot/1 /annotations/1/lines/1: the line is no list, so none was read"}));
+}
+
+TEST_F(ReadAuditTest, ReportsTextHeightsThatWereCut) {
+  Document const document = read(makeView(
+      "6.22",
+      R"("annotations":[{"type":"text","defaulttextprop":{"heightem":700},"lines":[[{"text":"a","heightem":1e300},
+              {"text":"b","heightem":655.35},{"text":"c","heightem":3}]]}])"));
+  EXPECT_EQ(list(document, FindingCode::RecordLost),
+            (Lines{"warning view/0/annot/0 /annotations/0/defaulttextprop/heightem: the text height 700 was "
+                   "cut at 655.34",
+                   "warning view/0/annot/0 /annotations/0/lines/0/0/heightem: the text height 1e+300 was cut "
+                   "at 655.34"}));
 }
 
 TEST_F(ReadAuditTest, ReportsTextsThatWereCut) {
@@ -266,12 +319,13 @@ TEST(ReaderMessages, WeighWhatTheyCost) {
   for (char const* const lost :
        {"invalid version 6.16", "invalid annotation type", "invalid 'position' field", "invalid segment",
         "missing 'annotations' field", "invalid 'annotations' field content", "invalid 'sizeem' length",
-        "a message of another reader"}) {
+        "invalid 'leaders' field content", "invalid 'leaders' field", "invalid 'measures' field content",
+        "invalid 'measures' field", "invalid 'origin' field", "invalid 'normal' field",
+        "invalid 'axis' field", "a message of another reader"}) {
     EXPECT_EQ(getReaderMessageSeverity(lost), Severity::Error) << lost;
   }
   for (char const* const changed :
-       {"invalid 'color' field", "invalid 'leaders' field content", "invalid 'origin' field",
-        "invalid 'defaulttextprop' field", "invalid 'metadata' field"}) {
+       {"invalid 'color' field", "invalid 'defaulttextprop' field", "invalid 'metadata' field"}) {
     EXPECT_EQ(getReaderMessageSeverity(changed), Severity::Warning) << changed;
   }
 }

@@ -145,7 +145,7 @@ TEST_F(Encoder, NamesWhatATextLosesAtTheOldestVersion) {
                        "sub-annotations, they came with 6.22" + at,
                    "warning: the metadata is lost" + has + "annotation metadata, they came with 6.22" + at,
                    "warning: 1 leader head lost" + has + "leader heads, they came with 6.22" + at,
-                   "warning: 2 measure leaders left out" + has + "measure leaders, they came with 6.17" + at,
+                   "error: 2 measure leaders left out" + has + "measure leaders, they came with 6.17" + at,
                    "warning: 1 run lowered or raised no more" + has +
                        "run types and 16-bit lengths, they came with 6.17" + at,
                    "error: 1 run cut at the first zero character" + has +

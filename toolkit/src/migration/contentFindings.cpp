@@ -1,21 +1,54 @@
+#include <cmath>
+#include <string>
+
 #include "images/imageFormat.h"
 #include "migration/fontFindings.h"
 #include "migration/migrationFindings.h"
 #include "qvSvg/image.h"
 #include "qvSvg/text.h"
+#include "text/svgNumber.h"
 
 namespace qvToolkit {
 
 namespace {
 
+std::string formatSize(float width, float height) {
+  std::string text;
+  appendNumber(text, width);
+  text += " x ";
+  appendNumber(text, height);
+  return text;
+}
+
+bool isVisibleLength(float length) {
+  return std::abs(static_cast<double>(length)) >= MinMagnitude;
+}
+
+/// A size that is not finite never gets this far.
+void reportSize(qv::svg::Image const& image, std::string const& address, FindingList& findings) {
+  float const width = image.m_size.X();
+  float const height = image.m_size.Y();
+  bool const isSeen = isVisibleLength(width) && isVisibleLength(height);
+  if (isSeen && width > 0.0F && height > 0.0F) return;
+  std::string const size = "the image has a size of " + formatSize(width, height) + " mm; ";
+  if (isSeen) {
+    findings.add(
+        FindingCode::RasterSize, Severity::Warning, address,
+        size + "it is shown as " + formatSize(std::abs(width), std::abs(height)) + ", and not mirrored");
+  } else {
+    findings.add(FindingCode::RasterSize, Severity::Error, address, size + "it is not to be seen");
+  }
+}
+
 void reportImage(qv::svg::Image const& image, std::string const& address, RasterFolder const& rasters,
                  FindingList& findings) {
+  reportSize(image, address, findings);
   ImageHeader const header = readImageHeader(rasters.resolve(image.m_data));
   if (isShowable(header)) return;
   std::string_view const reason = header.m_mediaType.empty()
                                       ? "the data are no PNG, JPEG, GIF or WebP image"
                                       : "its header is broken or it has more than 64 million pixels";
-  findings.add(FindingCode::RasterUnreadable, Severity::Warning, address,
+  findings.add(FindingCode::RasterUnreadable, Severity::Error, address,
                "the image is shown as a black rectangle: " + std::string(reason));
 }
 

@@ -6,7 +6,9 @@
 #include "qvAnnotation/fontOptions.h"
 #include "qvToolkit/text/textEscape.h"
 #include "text/characterName.h"
+#include "text/countText.h"
 #include "text/utf8.h"
+#include "text/visibleText.h"
 
 namespace qvToolkit {
 
@@ -100,6 +102,16 @@ void reportSynthesis(qv::svg::TextSpan const& span, std::string const& address, 
   }
 }
 
+/// A font may have characters without drawing anything for them.
+void reportNoInk(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
+  if (span.m_glyphSource == nullptr || !span.m_glyphs.empty()) return;
+  std::size_t const count = countVisibleCharacters(span.m_text);
+  if (count == 0) return;
+  findings.add(FindingCode::GlyphMissing, Severity::Error, address,
+               "the font " + nameFont(span) + " draws nothing for " + formatCount(count, "character") +
+                   " of the text; remove it, or name another one with --font-map");
+}
+
 /// "U+001B" for a character, "the bytes FF FE" for what is none.
 std::string describePiece(std::string_view bytes) {
   Utf8Step const step = decodeUtf8(bytes);
@@ -136,6 +148,7 @@ void reportSpan(qv::svg::TextSpan const& span, std::string const& address, Findi
   reportMatch(span, address, findings);
   reportSynthesis(span, address, findings);
   reportUnshowable(span, address, findings);
+  reportNoInk(span, address, findings);
 }
 
 }  // namespace qvToolkit

@@ -8,7 +8,7 @@
 namespace qvToolkit {
 
 /// Reports what is not as the document asks: another font, a face that is made up, characters that no font
-/// has or that cannot be shown.
+/// has, that its font leaves blank, or that cannot be shown.
 void reportSpan(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings);
 
 }  // namespace qvToolkit

@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <cmath>
 
 #include "migration/migrationFindings.h"
+#include "text/countText.h"
 #include "wm4/math.h"
 
 namespace qvToolkit {
@@ -41,7 +43,8 @@ void reportHeads(AnnotationPair const& pair, FindingList& findings) {
                    "leader head " + std::to_string(leaders[i].m_head) + " is unknown and not drawn");
     }
     if (pair.m_depth > 1 || !turnsWithLeader(leaders[i].m_head)) continue;
-    if (getLengthInPlane(getLeaderVector(pair, i)) <= Tolerance) {
+    float const length = getLengthInPlane(getLeaderVector(pair, i));
+    if (!(length > Tolerance) || std::isinf(length)) {
       findings.add(FindingCode::LeaderHeadCollapsed, Severity::Warning, pair.m_address,
                    "leader " + std::to_string(i) +
                        " ends where it begins, so that its head has no direction and collapses into a point");
@@ -57,14 +60,10 @@ bool hasDirection(MeasureLeader const& measure) {
   return distance > Tolerance && std::isfinite(distance);
 }
 
-std::string countThings(std::size_t count, std::string const& thing) {
-  return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
 std::string countLeaders(std::size_t leaders, std::size_t measures) {
-  if (measures == 0) return countThings(leaders, "leader");
-  if (leaders == 0) return countThings(measures, "measure leader");
-  return countThings(leaders, "leader") + " and " + countThings(measures, "measure leader");
+  if (measures == 0) return formatCount(leaders, "leader");
+  if (leaders == 0) return formatCount(measures, "measure leader");
+  return formatCount(leaders, "leader") + " and " + formatCount(measures, "measure leader");
 }
 
 /// The migration gives leaders of sub-annotations to the CAD annotation of their parent, which lives on only
@@ -73,27 +72,52 @@ void reportLostWithParent(AnnotationPair const& pair, FindingList& findings) {
   std::size_t const leaders = pair.m_legacy->m_leaders.size();
   std::size_t const measures = pair.m_legacy->m_measures.size();
   if (leaders + measures == 0) return;
-  findings.add(FindingCode::LeaderLost, Severity::Warning, pair.m_address,
+  findings.add(FindingCode::LeaderLost, Severity::Error, pair.m_address,
                "lost, since only an annotation of the view and its direct sub-annotations keep theirs: " +
                    countLeaders(leaders, measures));
 }
 
 /// The first measure leader without direction ends the measure leaders of a sub-annotation.
 void reportFailedMeasures(AnnotationPair const& pair, FindingList& findings) {
-  auto const& measures = pair.m_legacy->m_measures;
-  for (std::size_t i = 0; i < measures.size(); ++i) {
-    if (hasDirection(measures[i])) continue;
-    findings.add(FindingCode::LeaderLost, Severity::Warning, pair.m_address,
-                 "measure leader " + std::to_string(i) + " has no direction; it and those behind it, " +
-                     std::to_string(measures.size() - i) + " in all, are lost");
-    return;
+  std::size_t const count = pair.m_legacy->m_measures.size();
+  std::size_t const failed = findFailedMeasure(*pair.m_legacy);
+  if (failed == count) return;
+  findings.add(FindingCode::LeaderLost, Severity::Error, pair.m_address,
+               "measure leader " + std::to_string(failed) + " has no direction; it and those behind it, " +
+                   std::to_string(count - failed) + " in all, are lost");
+}
+
+void reportArrows(AnnotationPair const& pair, FindingList& findings) {
+  for (MeasureLeader const& measure : pair.m_legacy->m_measures) {
+    if (measure.m_arrowDir <= qvAnnotationInterface::OutIn) continue;
+    findings.add(FindingCode::ValueUnknown, Severity::Warning, pair.m_address,
+                 "arrow direction " + std::to_string(measure.m_arrowDir) +
+                     " is unknown, expected 0 to 3; the arrows are drawn as for 3");
   }
+}
+
+/// The leaders of a whole tree are those of its CAD annotation.
+void reportDepths(AnnotationPair const& pair, FindingList& findings) {
+  auto const count = std::ranges::count_if(pair.m_cad->m_lineSegments, [](auto const& segment) {
+    return lacksDepth(segment.m_from) || lacksDepth(segment.m_to);
+  });
+  if (count == 0) return;
+  findings.add(FindingCode::NumberNotFinite, Severity::Error, pair.m_address,
+               "the depth of " + formatCount(static_cast<std::uint64_t>(count), "leader line") +
+                   " is lost: it is not finite; the migrated model holds null");
 }
 
 }  // namespace
 
+std::size_t findFailedMeasure(qvAnnotationInterface const& annotation) {
+  auto const failed = std::ranges::find_if_not(annotation.m_measures, hasDirection);
+  return static_cast<std::size_t>(failed - annotation.m_measures.begin());
+}
+
 void reportLeaders(AnnotationPair const& pair, FindingList& findings) {
   reportHeads(pair, findings);
+  reportArrows(pair, findings);
+  if (pair.m_depth == 0) reportDepths(pair, findings);
   if (pair.m_depth > 1) reportLostWithParent(pair, findings);
   if (pair.m_depth == 1) reportFailedMeasures(pair, findings);
 }

@@ -1,12 +1,13 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string_view>
 
 #include "annotationLegacy/qvAnnotationMigration.h"
 #include "annotationLegacy/qvAnnotationRaster.h"
-#include "annotationLegacy/qvAnnotationText.h"
 #include "migration/migrationFindings.h"
 #include "qvToolkit/text/textEscape.h"
+#include "wm4/math.h"
 
 namespace qvToolkit {
 
@@ -15,7 +16,6 @@ namespace {
 using qvLegacy::qvAnnotationInterface;
 using qvLegacy::qvAnnotationMigration;
 using qvLegacy::qvAnnotationRaster;
-using qvLegacy::qvAnnotationText;
 
 /// Metadata keys of annotations that `DropKnownMetadata` covers; all others need `DropUnknownMetadata`.
 constexpr std::array<std::string_view, 7> KnownKeys = {
@@ -50,14 +50,10 @@ constexpr std::array<ShapeText, 8> RectangleShapes = {{
     {qvAnnotationInterface::OblongRight, "oblongright"},
 }};
 
-int getNeededOptions(qvAnnotationInterface const& annotation) {
-  int needed = 0;
-  for (auto const& [key, value] : annotation.m_metadata) {
-    bool const isKnown = std::find(KnownKeys.begin(), KnownKeys.end(), key) != KnownKeys.end();
-    needed |= isKnown ? qvAnnotationMigration::DropKnownMetadata : qvAnnotationMigration::DropUnknownMetadata;
-  }
+int getNeededOptionsOfTree(qvAnnotationInterface const& annotation) {
+  int needed = getNeededOptions(annotation.m_metadata);
   for (auto const& child : annotation.getSubAnnots()) {
-    if (child.m_annot != nullptr) needed |= getNeededOptions(*child.m_annot);
+    if (child.m_annot != nullptr) needed |= getNeededOptionsOfTree(*child.m_annot);
   }
   return needed;
 }
@@ -80,55 +76,39 @@ void addDroppedMetadata(qv::qvVariant::qvVariantMapImpl const& metadata, std::st
                "metadata is not carried over: " + listKeys(metadata));
 }
 
-std::string_view getRunText(qvAnnotationText::TextSegment const& run) {
-  return run.m_text == nullptr ? std::string_view() : std::string_view(run.m_text.get(), run.m_length);
-}
-
-/// Blank for the migration: no run, or runs of blanks only.
-bool isBlankLine(qvAnnotationText::Line const& line) {
-  return std::all_of(line.begin(), line.end(), [](qvAnnotationText::TextSegment const& run) {
-    return getRunText(run).find_first_not_of(' ') == std::string_view::npos;
-  });
-}
-
-void reportBlankLines(qvAnnotationText const& text, std::string const& address, FindingList& findings) {
-  auto const total = static_cast<std::ptrdiff_t>(text.m_lines.size());
-  auto blank = std::count_if(text.m_lines.begin(), text.m_lines.end(), isBlankLine);
-  // A text without anything else keeps one line, with a single blank.
-  if (blank == total) --blank;
-  if (blank <= 0) return;
-  findings.add(FindingCode::BlankLineSkipped, Severity::Info, address,
-               std::to_string(blank) + (blank == 1 ? " blank line is" : " blank lines are") + " left out");
-}
-
 void reportShape(AnnotationPair const& pair, FindingList& findings) {
   int const shape = pair.m_legacy->m_style & qvAnnotationInterface::FrameShapeMask;
   for (ShapeText const& known : RectangleShapes) {
     if (known.m_shape != shape) continue;
-    findings.add(FindingCode::ShapeAsRectangle, Severity::Info, pair.m_address,
+    findings.add(FindingCode::ShapeAsRectangle, Severity::Warning, pair.m_address,
                  "frame shape '" + std::string(known.m_text) + "' is drawn as a rectangle");
   }
 }
 
-void reportRepair(std::string_view bytes, std::string_view what, std::string const& address,
-                  FindingList& findings) {
-  bool isRepaired = false;
-  static_cast<void>(repairUtf8(bytes, &isRepaired));
-  if (!isRepaired) return;
-  findings.add(
-      FindingCode::TextRepaired, Severity::Warning, address,
-      "the " + std::string(what) + " holds control characters or invalid UTF-8; each is shown as U+FFFD");
+bool isFinite(Wm4::Vector3<float> const& v) {
+  return std::isfinite(v.X()) && std::isfinite(v.Y()) && std::isfinite(v.Z());
 }
 
-void reportFontNames(qvAnnotationText const& text, std::string const& address, FindingList& findings) {
-  reportRepair(text.m_defaultTextProperties.m_fontName, "font name", address, findings);
-  for (auto const& line : text.m_lines) {
-    for (auto const& run : line) {
-      if (run.m_textProperties != nullptr) {
-        reportRepair(run.m_textProperties->m_fontName, "font name", address, findings);
-      }
-    }
+void reportPlane(qvLegacy::qvAnnotationView const& view, std::string const& address, FindingList& findings) {
+  auto const& normal = view.m_planeNormal;
+  auto const& axis = view.m_planeXAxis;
+  if (!isFinite(view.m_planeOrigin) || !isFinite(normal) || !isFinite(axis)) {
+    findings.add(FindingCode::NumberNotFinite, Severity::Error, address,
+                 "the view's plane is lost: not all numbers of its origin, normal and axis are finite; the "
+                 "migrated model holds null for those that are not");
+    return;
   }
+  float const area = normal.Cross(axis).Length();
+  if (area > Wm4::Math<float>::ZERO_TOLERANCE * normal.Length() * axis.Length()) return;
+  findings.add(FindingCode::PlaneDegenerate, Severity::Warning, address,
+               "the view's normal and axis are parallel or zero, so that they span no plane");
+}
+
+/// The depth of a sub-annotation's own position counts for nothing.
+void reportDepth(AnnotationPair const& pair, FindingList& findings) {
+  if (pair.m_depth > 0 || !lacksDepth(pair.m_legacy->m_position)) return;
+  findings.add(FindingCode::NumberNotFinite, Severity::Error, pair.m_address,
+               "the depth of its position is lost: it is not finite; the migrated model holds null");
 }
 
 /// Visits the rasters of a tree with their addresses.
@@ -153,10 +133,33 @@ void reportRastersUnder(qvAnnotationInterface const& annotation, std::string con
 
 }  // namespace
 
+int getNeededOptions(qv::qvVariant::qvVariantMapImpl const& metadata) {
+  int needed = 0;
+  for (auto const& [key, value] : metadata) {
+    bool const isKnown = std::find(KnownKeys.begin(), KnownKeys.end(), key) != KnownKeys.end();
+    needed |= isKnown ? qvAnnotationMigration::DropKnownMetadata : qvAnnotationMigration::DropUnknownMetadata;
+  }
+  return needed;
+}
+
+void reportRepair(std::string_view bytes, std::string_view what, std::string const& address,
+                  FindingList& findings) {
+  bool isRepaired = false;
+  static_cast<void>(repairUtf8(bytes, &isRepaired));
+  if (!isRepaired) return;
+  findings.add(
+      FindingCode::TextRepaired, Severity::Warning, address,
+      "the " + std::string(what) + " holds control characters or invalid UTF-8; each is shown as U+FFFD");
+}
+
+bool lacksDepth(Wm4::Vector3<float> const& point) {
+  return std::isfinite(point.X()) && std::isfinite(point.Y()) && !std::isfinite(point.Z());
+}
+
 std::string findMissingOptions(qvLegacy::qvAnnotationView const& view, int dropped) {
   int needed = view.m_metadata.empty() ? 0 : static_cast<int>(qvAnnotationMigration::DropViewMetadata);
   for (auto const& annotation : view.m_annotations) {
-    if (annotation != nullptr) needed |= getNeededOptions(*annotation);
+    if (annotation != nullptr) needed |= getNeededOptionsOfTree(*annotation);
   }
   std::string options;
   for (OptionText const& option : OptionTexts) {
@@ -170,17 +173,15 @@ std::string findMissingOptions(qvLegacy::qvAnnotationView const& view, int dropp
 void reportView(qvLegacy::qvAnnotationView const& view, std::string const& viewAddress,
                 FindingList& findings) {
   addDroppedMetadata(view.m_metadata, viewAddress, findings);
+  reportPlane(view, viewAddress, findings);
   reportRepair(view.m_name, "name", viewAddress, findings);
 }
 
 void reportAnnotation(AnnotationPair const& pair, FindingList& findings) {
   addDroppedMetadata(pair.m_legacy->m_metadata, pair.m_address, findings);
   reportShape(pair, findings);
+  reportDepth(pair, findings);
   reportRepair(pair.m_legacy->m_name, "name", pair.m_address, findings);
-  if (auto const* text = dynamic_cast<qvAnnotationText const*>(pair.m_legacy)) {
-    reportBlankLines(*text, pair.m_address, findings);
-    reportFontNames(*text, pair.m_address, findings);
-  }
 }
 
 void reportRasters(qvLegacy::qvAnnotationView const& view, std::string const& viewAddress, bool hasFolder,

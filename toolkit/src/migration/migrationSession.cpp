@@ -1,9 +1,11 @@
 #include "qvToolkit/migration/migrationSession.h"
 
 #include <map>
+#include <string_view>
 #include <utility>
 
 #include "migration/migrationFindings.h"
+#include "migration/migrationRefusal.h"
 #include "qvAnnotation/fontOptions.h"
 #include "qvToolkit/text/textEscape.h"
 
@@ -25,10 +27,13 @@ class MigrationLog : public qv::qvLog {
   qv::qvLog* m_previous;
 };
 
+/// A head that is not drawn changes the look; every other record is of something that is lost.
+constexpr std::string_view HeadRecord = "Unhandled leader head";
+
 void addLogRecords(MigratedView const& view, std::string const& address, FindingList& findings) {
-  Severity const severity = view.m_view == nullptr ? Severity::Error : Severity::Warning;
   for (std::string const& text : view.m_log) {
-    findings.add(FindingCode::MigrationMessage, severity, address, text);
+    findings.add(FindingCode::MigrationMessage, text == HeadRecord ? Severity::Warning : Severity::Error,
+                 address, text);
   }
 }
 
@@ -37,12 +42,21 @@ std::string describeRefusal(LoadedView const& loaded) {
                                    : "the reader refused it: " + loaded.m_messages.back();
 }
 
-void addFailure(MigratedView const& view, std::string const& reason, std::string options,
+void addFailure(MigratedView const& view, std::string const& reason, FindingList& findings,
+                std::string options = {}) {
+  findings.add(FindingCode::ViewNotMigrated, Severity::Error, getViewAddress(view.m_index),
+               "view '" + shortenText(view.m_name) + "' is not migrated: " + reason, std::move(options));
+}
+
+/// Names the options that the view's metadata need, even where something else failed first.
+void addRefusal(MigratedView const& view, Refusal const& refusal, std::string options,
                 FindingList& findings) {
-  std::string text = "view '" + shortenText(view.m_name) + "' is not migrated: " + reason;
-  if (!options.empty()) text += "; drop it with " + options;
-  findings.add(FindingCode::ViewNotMigrated, Severity::Error, getViewAddress(view.m_index), std::move(text),
-               std::move(options));
+  std::string reason = refusal.m_reason;
+  if (!refusal.m_place.empty()) reason += ", at " + refusal.m_place;
+  if (!options.empty()) {
+    reason += (refusal.m_isMetadata ? "; drop it with " : "; its metadata need, too, ") + options;
+  }
+  addFailure(view, reason, findings, std::move(options));
 }
 
 /// The log says only that an annotation could not be migrated.
@@ -65,6 +79,7 @@ void addLosses(qvLegacy::qvAnnotationView const& legacy, RasterFolder const& ras
   reportView(legacy, address, findings);
   for (AnnotationPair const& pair : pairs) {
     reportAnnotation(pair, findings);
+    reportText(pair, findings);
     reportLeaders(pair, findings);
     reportContent(pair, view.m_marks, rasters, findings);
   }
@@ -104,7 +119,7 @@ MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t
   view.m_name = loaded.m_name;
   FindingList findings;
   if (loaded.m_view == nullptr) {
-    addFailure(view, describeRefusal(loaded), {}, findings);
+    addFailure(view, describeRefusal(loaded), findings);
   } else if (auto const refusal = checkTrees(*loaded.m_view, getViewAddress(index), m_options.m_trees)) {
     findings.add(refusal->m_code, refusal->m_severity, refusal->m_address,
                  "view '" + shortenText(view.m_name) + "' is not migrated: " + refusal->m_text,
@@ -131,7 +146,7 @@ void MigrationSession::migrateModel(qv::qvPointer<qvLegacy::qvAnnotationView> co
     addLosses(*legacy, m_rasters, view, findings);
   } else {
     reportMissedFonts(address, findings);
-    addFailure(view, view.m_log.empty() ? "the migration gave no reason" : view.m_log.front(),
+    addRefusal(view, explainRefusal({*legacy, address, view.m_log, m_options.m_dropped, m_rasters}),
                findMissingOptions(*legacy, m_options.m_dropped), findings);
   }
 }

@@ -57,7 +57,7 @@ void PageMeasure::measureAnnotation(qv::qvCadAnnotation const& annotation) {
   std::string const address = mark == m_view.m_marks.end() ? std::string() : mark->second.m_address;
   for (auto const& segment : annotation.m_lineSegments) {
     if (!isDrawable(segment)) {
-      leaveOut(address);
+      leaveOut(address, false);
       continue;
     }
     m_extent.add(project(segment.m_from));
@@ -79,7 +79,7 @@ void PageMeasure::measureItem(qv::svg::ItemInterface const& item, Affine const& 
   if (extent && !extent->isEmpty()) extent = extent->map(map);
   if (!extent || !map.isDrawable() || !outer.isDrawable()) {
     m_leftOut.insert(&item);
-    leaveOut(address);
+    leaveOut(address, mark != m_view.m_marks.end());
     return;
   }
   m_extent.add(*extent);
@@ -95,10 +95,24 @@ void PageMeasure::measureChildren(qv::svg::Node const& node, Affine const& map, 
   }
 }
 
-void PageMeasure::leaveOut(std::string const& address) {
-  m_findings.add(
-      FindingCode::NumberNotFinite, Severity::Warning, address,
-      "an item is left out of the page, since one of its numbers is not finite or beyond 1000000000");
+void PageMeasure::leaveOut(std::string const& address, bool isAnnotation) {
+  auto const [place, isNew] = m_leftOutPlaces.emplace(address, m_leftOutCounts.size());
+  if (isNew) m_leftOutCounts.push_back({address, 0, false});
+  LeftOutCount& count = m_leftOutCounts[place->second];
+  ++count.m_items;
+  count.m_isAnnotation = count.m_isAnnotation || isAnnotation;
+}
+
+Findings PageMeasure::listFindings() const {
+  FindingList findings;
+  for (LeftOutCount const& count : m_leftOutCounts) {
+    std::string const what = count.m_isAnnotation ? "the annotation, with all that belongs to it, is"
+                             : count.m_items == 1 ? "an item is"
+                                                  : std::to_string(count.m_items) + " items are";
+    findings.add(FindingCode::NumberNotFinite, Severity::Error, count.m_address,
+                 what + " left out of the page, since a number is not finite or beyond 1000000000");
+  }
+  return findings.takeFindings();
 }
 
 }  // namespace qvToolkit

@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -67,21 +68,29 @@ class PageMeasure {
   PageImages const& getImages() const noexcept { return m_images; }
   PageGlyphs const& getGlyphs() const noexcept { return m_glyphs; }
   bool isLeftOut(qv::svg::ItemInterface const* item) const { return m_leftOut.contains(item); }
-  Findings takeFindings() { return m_findings.takeFindings(); }
+  /// What is left out, one finding for each annotation that it belongs to.
+  Findings listFindings() const;
 
  private:
   void measureAnnotation(qv::qvCadAnnotation const& annotation);
   void measureItem(qv::svg::ItemInterface const& item, Affine const& outer, std::string const& address);
   void measureChildren(qv::svg::Node const& node, Affine const& map, std::string const& address);
-  void leaveOut(std::string const& address);
+  void leaveOut(std::string const& address, bool isAnnotation);
 
   MigratedView const& m_view;
   bool m_hasOutlines;
   PageImages m_images;
   PageGlyphs m_glyphs;
   Extent m_extent;
+  struct LeftOutCount {
+    std::string m_address;
+    std::size_t m_items;
+    bool m_isAnnotation;  ///< its root is left out, and so everything in it
+  };
+
   std::unordered_set<qv::svg::ItemInterface const*> m_leftOut;
-  FindingList m_findings;
+  std::vector<LeftOutCount> m_leftOutCounts;  ///< in the order met
+  std::unordered_map<std::string, std::size_t> m_leftOutPlaces;
 };
 
 }  // namespace qvToolkit

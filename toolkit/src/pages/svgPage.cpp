@@ -88,7 +88,7 @@ Findings writeSvgPage(MigratedView const& view, RasterFolder const& rasters, Out
   PageMeasure measure(view, rasters, mode != TextMode::Live);
   SvgPage page(view, measure, mode, sink);
   if (sink.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>")) static_cast<void>(page.write());
-  return measure.takeFindings();
+  return measure.listFindings();
 }
 
 }  // namespace qvToolkit

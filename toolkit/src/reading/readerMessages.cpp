@@ -15,9 +15,9 @@ struct MessageCost {
 /// In the order in which a view is read. "invalid version 6.16" and its like, which lose a view, vary and
 /// stand for the unknown texts.
 constexpr std::array<MessageCost, 26> MessageCosts = {{
-    {"invalid 'origin' field", Severity::Warning},
-    {"invalid 'normal' field", Severity::Warning},
-    {"invalid 'axis' field", Severity::Warning},
+    {"invalid 'origin' field", Severity::Error},
+    {"invalid 'normal' field", Severity::Error},
+    {"invalid 'axis' field", Severity::Error},
     {"invalid 'metadata' field", Severity::Warning},
     {"missing 'textannotations' field", Severity::Error},
     {"invalid 'textannotations' field", Severity::Error},
@@ -32,10 +32,10 @@ constexpr std::array<MessageCost, 26> MessageCosts = {{
     {"invalid version for text annotation", Severity::Error},
     {"invalid 'color' field", Severity::Warning},
     {"invalid 'position' field", Severity::Error},
-    {"invalid 'leaders' field content", Severity::Warning},
-    {"invalid 'leaders' field", Severity::Warning},
-    {"invalid 'measures' field content", Severity::Warning},
-    {"invalid 'measures' field", Severity::Warning},
+    {"invalid 'leaders' field content", Severity::Error},
+    {"invalid 'leaders' field", Severity::Error},
+    {"invalid 'measures' field content", Severity::Error},
+    {"invalid 'measures' field", Severity::Error},
     {"invalid 'defaulttextprop' field", Severity::Warning},
     {"invalid line", Severity::Error},
     {"invalid segment", Severity::Error},

@@ -13,6 +13,7 @@
 
 #include "annotationLegacy/qvAnnotationMetaData.h"
 #include "qvSystem/qvStreamReader.h"
+#include "reading/cutTexts.h"
 #include "reading/stackBudget.h"
 
 namespace qvToolkit {
@@ -85,6 +86,8 @@ class StreamDocumentReader {
     for (qv::qvLoadedObject const& object : m_loaded.m_objects) hasMetadata |= addListedViews(object);
     for (qv::qvLoadedObject const& object : m_loaded.m_objects) addUnlistedView(object, hasMetadata);
     for (qv::qvStreamProblem const& problem : m_loaded.m_problems) addProblem(problem);
+    std::string_view const content(reinterpret_cast<char const*>(m_bytes.data()), m_bytes.size());
+    for (CutText const& text : findCutTexts(content, m_loaded.m_version)) addCutText(text);
     if (m_document.m_views.empty()) reportNoView();
   }
 
@@ -95,7 +98,9 @@ class StreamDocumentReader {
   void addUnlistedView(qv::qvLoadedObject const& object, bool hasMetadata);
   void addView(qvAnnotationView& view);
   void addProblem(qv::qvStreamProblem const& problem);
+  void addCutText(CutText const& text);
   void reportNoView();
+  std::string findAddress(qv::qvLoadedObject const* object) const;
   void reportLinks(qv::qvLoadedObject const& owner, OddLinks const& links, Severity severity,
                    char const* text);
   void report(FindingCode code, Severity severity, std::string const& object, std::uint64_t offset,
@@ -191,17 +196,25 @@ void StreamDocumentReader::addProblem(qv::qvStreamProblem const& problem) {
   bool const isOfObject = !problem.m_typeName.empty() || problem.m_objectId != 0;
   // These two are told at the object's header, which may begin where another object's payload ends.
   bool const isOfHeader = problem.m_kind == Kind::Id || problem.m_kind == Kind::UnknownType;
-  std::string address;
-  qv::qvLoadedObject const* const object =
-      isOfObject && !isOfHeader ? findObjectAt(problem.m_offset) : nullptr;
-  if (object != nullptr) {
-    auto const entry = m_addresses.find(dynamic_cast<qvAnnotationView const*>(object->m_object.get()));
-    if (entry != m_addresses.end()) address = entry->second;
-  }
+  std::string address = findAddress(isOfObject && !isOfHeader ? findObjectAt(problem.m_offset) : nullptr);
   bool const isError = problem.m_severity == qv::qvStreamProblem::Severity::Error;
   report(getCode(problem.m_kind), isError ? Severity::Error : Severity::Warning,
          isOfObject ? describeObject(problem.m_objectId, problem.m_typeName) : std::string(),
          problem.m_offset, problem.m_text, std::move(address));
+}
+
+/// Of the view that the object is; empty when it is none.
+std::string StreamDocumentReader::findAddress(qv::qvLoadedObject const* object) const {
+  if (object == nullptr) return {};
+  auto const entry = m_addresses.find(dynamic_cast<qvAnnotationView const*>(object->m_object.get()));
+  return entry == m_addresses.end() ? std::string() : entry->second;
+}
+
+void StreamDocumentReader::addCutText(CutText const& text) {
+  report(FindingCode::RecordLost, Severity::Error, {}, text.m_offset,
+         text.m_path + ": a text of " + std::to_string(text.m_size) + " bytes was cut at " +
+             std::to_string(text.m_kept),
+         findAddress(findObjectAt(text.m_offset)));
 }
 
 /// A document that broke before its first view is not known to hold none.

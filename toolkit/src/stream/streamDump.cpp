@@ -7,71 +7,16 @@
 #include "files/inputFile.h"
 #include "qvToolkit/text/textEscape.h"
 #include "reading/streamDocument.h"
-#include "rules/typeNames.h"
-#include "stream/recordWalk.h"
-#include "stream/streamContainer.h"
+#include "text/countText.h"
+#include "text/hexadecimal.h"
 
 namespace qvToolkit {
 
 namespace {
 
-constexpr std::int32_t MaxTypeName = 256;
 constexpr std::size_t MaxShownBytes = 12;
 constexpr std::size_t Neighbours = 2;
 constexpr std::size_t MaxFindings = 100;
-
-std::string toHexNumber(std::uint64_t number, std::size_t width) {
-  constexpr std::string_view Digits = "0123456789abcdef";
-  std::string text;
-  for (; number > 0 || text.size() < width; number >>= 4) text += Digits[number & 0x0FU];
-  std::reverse(text.begin(), text.end());
-  return text;
-}
-
-/// A length that no type name has leaves no way to find what follows.
-std::string_view walkTypeName(FieldCursor& in) {
-  auto const length = static_cast<std::int32_t>(in.takeNumber<std::uint32_t>("type.length"));
-  if (length > MaxTypeName) {
-    in.breakHere("type.length",
-                 "expected a type name of at most 256 bytes, found one of " + std::to_string(length));
-    return {};
-  }
-  in.show("type.length", std::to_string(length));
-  return length > 0 ? in.text("type", static_cast<std::uint64_t>(length)) : std::string_view();
-}
-
-/// True when the document goes on behind the object.
-bool walkObject(FieldCursor& in, std::uint32_t index) {
-  FieldCursor::Inside const inObject(in, "object", index);
-  in.number<std::uint32_t>("id");
-  std::string_view const type = walkTypeName(in);
-  auto const size = in.number<std::uint64_t>("payloadSize");
-  if (in.isBroken()) return false;
-  std::uint64_t const held = std::min(size, in.getLeft());
-  in.beginPayload(size);
-  bool const isView = type == qvLegacy::rules::viewTypeName;
-  bool const isMetadata =
-      type == qvLegacy::rules::metadataTypeName || type == qvLegacy::rules::metadataTypeNameOfRecord;
-  if (isView) walkViewRecord(in);
-  if (isMetadata) walkMetadataRecord(in);
-  bool const wasBroken = in.isBroken();
-  in.endPayload(isView || isMetadata ? "expected the end of the payload, found " : "unknown type: ");
-  if (held == size) return true;
-  if (!wasBroken) in.take("payload", size - held);
-  return false;
-}
-
-void walkObjects(FieldCursor& in) {
-  in.take("mark", StreamMark.size());
-  in.show("mark", '"' + std::string(StreamMark) + '"');
-  auto const version = in.takeNumber<std::uint32_t>("version");
-  in.show("version", "0x" + toHexNumber(version, 1) + " (" + qv::qvStreamVersion(version).toString() + ")");
-  in.setVersion(version);
-  auto const count = in.number<std::uint32_t>("objectCount");
-  for (std::uint32_t i = 0; i < count && !in.isBroken(); ++i) {
-    if (!walkObject(in, i)) break;
-  }
-}
 
 std::string formatBytes(std::string_view bytes) {
   std::string text;
@@ -125,12 +70,6 @@ void addBreak(Findings& findings, StreamField const& field) {
 
 }  // namespace
 
-void walkObjectStream(std::string_view bytes, FieldVisitor const& visit) {
-  FieldCursor in(bytes, visit);
-  walkObjects(in);
-  in.endPayload("expected the end of the document, found ");
-}
-
 std::string formatField(StreamField const& field, std::string_view bytes) {
   constexpr std::size_t BytesWidth = 3 * MaxShownBytes + 2;
   std::string line = toHexNumber(field.m_offset, 8) + "  ";
@@ -156,7 +95,7 @@ DumpResult dumpStream(std::string_view bytes, std::optional<std::uint64_t> at,
     return fail(ExitUsage, {FindingCode::StreamOffset,
                             Severity::Error,
                             "byte " + std::to_string(*at) + " lies beyond the end of the document of " +
-                                describeBytes(bytes.size()),
+                                formatCount(bytes.size(), "byte"),
                             {},
                             {},
                             "--at"});

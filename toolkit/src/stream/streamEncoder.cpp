@@ -3,11 +3,11 @@
 #include <unordered_map>
 #include <vector>
 
+#include "reading/streamContainer.h"
 #include "rules/fields.h"
 #include "rules/typeNames.h"
 #include "stream/annotationRecord.h"
 #include "stream/streamBytes.h"
-#include "stream/streamContainer.h"
 #include "stream/streamLosses.h"
 #include "stream/variantMapWriter.h"
 

@@ -8,9 +8,9 @@
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
 #include "model/annotationWalk.h"
+#include "reading/streamContainer.h"
 #include "rules/gates.h"
 #include "stream/annotationRecord.h"
-#include "stream/streamContainer.h"
 #include "stream/variantMapWriter.h"
 
 namespace qvToolkit {
@@ -145,7 +145,7 @@ void LossFinder::checkLeaders(qvAnnotationInterface const& annotation) {
     lose(Severity::Warning, countOf(static_cast<std::size_t>(heads), "leader head") + " lost", Since::heads);
   }
   if (!has(Since::measures) && !measures.empty()) {
-    return lose(Severity::Warning, countOf(measures.size(), "measure leader") + " left out", Since::measures);
+    return lose(Severity::Error, countOf(measures.size(), "measure leader") + " left out", Since::measures);
   }
   auto const arrows =
       std::count_if(measures.begin(), measures.end(), [](auto const& m) { return m.m_arrowDir != 0; });

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "stream/streamContainer.h"
+#include "reading/streamContainer.h"
 
 namespace qvToolkit {
 

@@ -9,7 +9,7 @@ namespace {
 
 template <class Real>
 void appendShortest(std::string& text, Real number) {
-  if (std::abs(number) < Real(1e-9)) number = Real(0);
+  if (std::abs(number) < Real(MinMagnitude)) number = Real(0);
   // Enough for the largest double without exponent.
   std::array<char, 400> digits;
   auto const result =

@@ -8,8 +8,8 @@
 
 namespace qvToolkit {
 
-/// How much a finding weighs. Info: by design and harmless. Warning: changed in look. Error: lost or
-/// unreadable.
+/// How much a finding weighs. Info: by design and harmless. Warning: changed in look or hard to see. Error:
+/// lost or unreadable.
 enum class Severity : std::uint8_t { Info, Warning, Error };
 
 /// Everything that the toolkit reports about a document beside the library's own messages.
@@ -48,7 +48,11 @@ enum class FindingCode : std::uint8_t {
   MigrationMessage,  ///< the exact text of one record of the migration's log
   ViewNotMigrated,
   MetadataDropped,
+  PlaneDegenerate,  ///< the view plane's axes span no plane
   BlankLineSkipped,
+  BlankRunSkipped,  ///< blanks between texts are left out, so that these stand closer
+  TextNoHeight,     ///< text of height 0, which is not drawn
+  TextLowContrast,  ///< text that its background hardly lets see
   ShapeAsRectangle,
   FontNone,  ///< there is no font at all, so that no text can be drawn
   FontMetricCompatible,
@@ -61,7 +65,8 @@ enum class FindingCode : std::uint8_t {
   LeaderLost,         ///< a leader that the migration cannot keep
   RasterUnavailable,  ///< the raster folder has no such file, or its name leaves the folder
   RasterUnreadable,   ///< the data are no known image format, so only the rectangle is drawn
-  NumberNotFinite,    ///< an item with a NaN or infinite coordinate was left out of the page
+  RasterSize,         ///< an image of no size, which is not to be seen, or of one below zero
+  NumberNotFinite,    ///< a NaN or infinite number: left out of the page, null in the migrated model
   TextRepaired,       ///< control characters, halves of surrogate pairs or invalid UTF-8 became U+FFFD
   // encoding
   EncodingLoss,   ///< something that the asked stream version cannot hold

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "stream/fieldCursor.h"
+#include "reading/fieldCursor.h"
 
 namespace qvToolkit {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "qvToolkit/stream/streamDump.h"
+#include "qvToolkit/reading/streamFields.h"
 #include "rules/fields.h"
 
 namespace qvToolkit {
@@ -115,8 +115,5 @@ class FieldCursor {
   std::uint32_t m_version = 0;
   bool m_isBroken = false;
 };
-
-/// "1 byte", "7 bytes".
-std::string describeBytes(std::uint64_t count);
 
 }  // namespace qvToolkit

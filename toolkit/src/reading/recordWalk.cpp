@@ -1,4 +1,4 @@
-#include "stream/recordWalk.h"
+#include "reading/recordWalk.h"
 
 #include <span>
 

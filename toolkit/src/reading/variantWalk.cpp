@@ -2,8 +2,8 @@
 #include <bit>
 #include <charconv>
 
-#include "stream/recordWalk.h"
-#include "stream/streamContainer.h"
+#include "reading/recordWalk.h"
+#include "reading/streamContainer.h"
 
 namespace qvToolkit {
 

@@ -1,4 +1,4 @@
-#include "stream/fieldCursor.h"
+#include "reading/fieldCursor.h"
 
 #include <algorithm>
 #include <array>
@@ -6,6 +6,7 @@
 
 #include "annotationLegacy/platform.h"
 #include "qvToolkit/text/textEscape.h"
+#include "text/countText.h"
 
 namespace qvToolkit {
 
@@ -33,10 +34,6 @@ void appendFloat(std::string& text, std::string_view bytes) {
 }
 
 }  // namespace
-
-std::string describeBytes(std::uint64_t count) {
-  return std::to_string(count) + (count == 1 ? " byte" : " bytes");
-}
 
 std::string FieldPath::join(std::string_view name) const {
   std::string path;
@@ -68,7 +65,7 @@ void FieldCursor::endPayload(std::string_view expected) {
   m_offset = m_limit;
   if (left > 0) {
     emit(StreamField::State::Rest, "rest", left,
-         (m_isBroken ? "not walked: " : std::string(expected)) + describeBytes(left));
+         (m_isBroken ? "not walked: " : std::string(expected)) + formatCount(left, "byte"));
   }
   m_limit = m_bytes.size();
   m_limitName = "document";
@@ -96,7 +93,7 @@ std::string_view FieldCursor::take(std::string_view name, std::uint64_t size) {
   std::string_view const bytes = m_bytes.substr(m_offset, m_taken);
   m_offset += m_taken;
   if (m_taken == size) return bytes;
-  breakHere(name, "expected " + describeBytes(size) + ", found " + describeBytes(m_taken) +
+  breakHere(name, "expected " + formatCount(size, "byte") + ", found " + formatCount(m_taken, "byte") +
                       " before the end of the " + std::string(m_limitName));
   return {};
 }

@@ -1,0 +1,206 @@
+#include "migration/migrationRefusal.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string_view>
+
+#include "annotationLegacy/qvAnnotationMigration.h"
+#include "annotationLegacy/qvAnnotationRaster.h"
+#include "migration/migrationFindings.h"
+#include "model/annotationWalk.h"
+#include "qvAnnotation/fontOptions.h"
+
+namespace qvToolkit {
+
+namespace {
+
+using qvLegacy::qvAnnotationInterface;
+using qvLegacy::qvAnnotationRaster;
+using SubAnnot = qvAnnotationInterface::SubAnnot;
+
+/// What makes an annotation fail. The kinds from `Metadata` to `EarlierLeaders` leave a record.
+enum class Cause : std::uint8_t {
+  ViewMetadata,
+  Measure,
+  Metadata,
+  Raster,
+  EmptyFrame,
+  EarlierLeaders,
+  Silent,
+};
+
+struct CauseRecord {
+  std::string_view m_beginning;
+  Cause m_cause;
+};
+
+/// Records that end the migration of their annotation at once. All others are of what was tolerated.
+constexpr auto CauseRecords = std::to_array<CauseRecord>({
+    {"Found CT metadata ", Cause::Metadata},
+    {"Found unexpected metadata ", Cause::Metadata},
+    {"Fail to retrieve raster '", Cause::Raster},
+    {"Empty frame", Cause::EmptyFrame},
+    {"Unexpected leader segments or shapes", Cause::EarlierLeaders},
+});
+
+constexpr std::string_view ViewMetadataRecord = "Found metadata in annotation view";
+constexpr std::string_view MeasuresRecord = "Fail to migrate measure leaders of annotation '";
+/// Once for each level on the way up from the annotation that failed.
+constexpr std::string_view ParentRecord = "Fail to migrate sub annotation of '";
+
+/// Where a log says that the view failed.
+struct FailedStep {
+  Cause m_cause = Cause::Silent;
+  std::string_view m_record;  ///< empty for a silent cause
+  std::size_t m_depth = 0;    ///< of the annotation that failed; 0 for the view's own
+};
+
+Cause findCause(std::string_view record) {
+  auto const known = std::ranges::find_if(
+      CauseRecords, [record](CauseRecord const& each) { return record.starts_with(each.m_beginning); });
+  return known == CauseRecords.end() ? Cause::Silent : known->m_cause;
+}
+
+/// Reads a log from its end: the view's own record, one for each parent, and before them the cause.
+FailedStep readLog(std::vector<std::string> const& log) {
+  auto record = log.rbegin();
+  if (record == log.rend()) return {};
+  if (*record == ViewMetadataRecord) return {Cause::ViewMetadata, *record};
+  bool const isMeasure = record->starts_with(MeasuresRecord);
+  FailedStep step;
+  for (++record; record != log.rend() && record->starts_with(ParentRecord); ++record) ++step.m_depth;
+  if (record == log.rend()) return step;
+  step.m_cause = isMeasure ? Cause::Measure : findCause(*record);
+  if (step.m_cause != Cause::Silent) step.m_record = *record;
+  return step;
+}
+
+std::string describeAnnotation(qvAnnotationInterface const& annotation, std::string const& address) {
+  std::string const& name = annotation.GetName();
+  return "annotation " + (name.empty() ? std::string("without name") : "'" + name + "'") + " (" + address +
+         ")";
+}
+
+bool hasFiniteSize(qvAnnotationRaster const& raster) {
+  constexpr float SvgUnitsPerLegacyUnit = 3.175F;
+  return std::isfinite(raster.m_size.X() * SvgUnitsPerLegacyUnit) &&
+         std::isfinite(raster.m_size.Y() * SvgUnitsPerLegacyUnit);
+}
+
+/// True when the migration draws leaders of the sub-annotation.
+bool drawsLeaders(SubAnnot const& child) {
+  if (child.m_annot == nullptr) return false;
+  bool const hasMeasure = !child.m_annot->m_measures.empty() && findFailedMeasure(*child.m_annot) != 0;
+  return hasMeasure || !child.m_annot->m_leaders.empty();
+}
+
+/// True when a sub-annotation stands behind one whose leaders are drawn.
+bool hasEarlierLeaders(qvAnnotationInterface const& annotation) {
+  auto const& children = annotation.getSubAnnots();
+  auto const first = std::ranges::find_if(children, drawsLeaders);
+  return first != children.end() && std::any_of(std::next(first), children.end(), [](SubAnnot const& child) {
+           return child.m_annot != nullptr;
+         });
+}
+
+/// Looks for the annotation that failed. Among those of its depth it is the first, in document order, that
+/// has the cause: the migration would have failed at an earlier one.
+class FailureSearch {
+ public:
+  FailureSearch(RefusedMigration const& refused, FailedStep const& step) : m_refused(refused), m_step(step) {
+    m_refusal.m_reason = step.m_record;
+    m_refusal.m_isMetadata = step.m_cause == Cause::Metadata;
+  }
+
+  Refusal find() {
+    walkAnnotations(m_refused.m_view, m_refused.m_viewAddress, [this](WalkedAnnotation const& walked) {
+      bool const isCandidate = walked.m_annotation != nullptr && walked.m_depth == m_step.m_depth;
+      if (isCandidate && m_refusal.m_place.empty()) check(*walked.m_annotation, walked.m_address);
+    });
+    auto const& log = m_refused.m_log;
+    if (m_refusal.m_reason.empty())
+      m_refusal.m_reason = log.empty() ? "the migration gave no reason" : log.back();
+    return m_refusal;
+  }
+
+ private:
+  void check(qvAnnotationInterface const& annotation, std::string const& address);
+  void checkSilent(qvAnnotationInterface const& annotation, std::string const& address);
+  void checkAnchors(qvAnnotationInterface const& annotation, std::string const& address);
+  void fail(qvAnnotationInterface const& annotation, std::string const& address, std::string const& detail) {
+    m_refusal.m_reason += detail;
+    m_refusal.m_place = describeAnnotation(annotation, address);
+  }
+
+  RefusedMigration const& m_refused;
+  FailedStep const& m_step;
+  Refusal m_refusal;
+};
+
+void FailureSearch::check(qvAnnotationInterface const& annotation, std::string const& address) {
+  auto const* const raster = dynamic_cast<qvAnnotationRaster const*>(&annotation);
+  switch (m_step.m_cause) {
+    case Cause::ViewMetadata:
+      return;
+    case Cause::Measure:
+      if (std::size_t const measure = findFailedMeasure(annotation); measure < annotation.m_measures.size())
+        fail(annotation, address, ": measure leader " + std::to_string(measure) + " has no direction");
+      return;
+    case Cause::Metadata:
+      if ((getNeededOptions(annotation.m_metadata) & ~m_refused.m_dropped) != 0)
+        fail(annotation, address, {});
+      return;
+    case Cause::Raster:
+      if (raster != nullptr && m_refused.m_rasters.findProblem(raster->m_rasterName) != nullptr)
+        fail(annotation, address, {});
+      return;
+    case Cause::EmptyFrame:
+      if (raster != nullptr && !hasFiniteSize(*raster))
+        fail(annotation, address, ": the size of its image is not finite");
+      return;
+    case Cause::EarlierLeaders:
+      if (hasEarlierLeaders(annotation))
+        fail(annotation, address, ": only the last of its sub-annotations may have leaders");
+      return;
+    case Cause::Silent:
+      return checkSilent(annotation, address);
+  }
+}
+
+void FailureSearch::checkSilent(qvAnnotationInterface const& annotation, std::string const& address) {
+  int const shape = annotation.m_style & qvAnnotationInterface::FrameShapeMask;
+  bool const isText = annotation.m_type == qvAnnotationInterface::Text;
+  if (!isText && annotation.m_type != qvAnnotationInterface::Raster)
+    return fail(annotation, address, "its kind is neither text nor raster");
+  if (isText && qv::text::hasMissedEveryFont())
+    return fail(annotation, address, "there is no font to draw text with");
+  if (shape > qvAnnotationInterface::OblongRight)
+    return fail(annotation, address,
+                "frame shape " + std::to_string(shape) + " is unknown, expected 0 to 14");
+  checkAnchors(annotation, address);
+}
+
+/// An anchor fails the parent, but belongs to the sub-annotation.
+void FailureSearch::checkAnchors(qvAnnotationInterface const& annotation, std::string const& address) {
+  std::size_t index = 0;
+  for (SubAnnot const& child : annotation.getSubAnnots()) {
+    std::string const childAddress = address + "/sub/" + std::to_string(index++);
+    if (child.m_annot == nullptr || child.m_anchor <= qvAnnotationInterface::RightTop) continue;
+    return fail(*child.m_annot, childAddress,
+                "anchor " + std::to_string(child.m_anchor) + " is unknown, expected 0 to 12");
+  }
+}
+
+}  // namespace
+
+Refusal explainRefusal(RefusedMigration const& refused) {
+  FailedStep const step = readLog(refused.m_log);
+  if (step.m_cause == Cause::ViewMetadata) return {std::string(step.m_record), {}, true};
+  return FailureSearch(refused, step).find();
+}
+
+}  // namespace qvToolkit
