@@ -7,7 +7,7 @@ namespace qvStreamTest {
 
 namespace {
 
-class CutTexts : public StreamTest {};
+class CutTextsTest : public StreamTest {};
 
 /// A view of one text with one line, as 6.15 and 6.16 have it.
 std::string makeView(std::vector<std::string> const& runs) {
@@ -32,7 +32,7 @@ std::vector<std::size_t> getLengths(Document const& document) {
   return lengths;
 }
 
-TEST_F(CutTexts, AreErrorsWithTheirPlace) {
+TEST_F(CutTextsTest, AreErrorsWithTheirPlace) {
   std::string const zero("ab\0c", 4);
   Document const document = readRuns({"ab", std::string(70000, 'x'), zero});
   EXPECT_EQ(getLengths(document), (std::vector<std::size_t>{2, 65535, 2}));
@@ -47,17 +47,24 @@ TEST_F(CutTexts, AreErrorsWithTheirPlace) {
             "[reader.record-lost, view/0]");
 }
 
-TEST_F(CutTexts, AreNoneWhereOnlyZeroCharactersAtTheEndGo) {
+TEST_F(CutTextsTest, AreNoneWhereOnlyZeroCharactersAtTheEndGo) {
   Document const document = readRuns({std::string("ab\0\0", 4), std::string(65535, 'x'), ""});
   EXPECT_EQ(getLengths(document), (std::vector<std::size_t>{2, 65535, 0}));
   EXPECT_EQ(describeFindings(document), std::vector<std::string>());
 }
 
-TEST_F(CutTexts, AreLookedForOnlyBeforeLengthsHad16Bits) {
+TEST_F(CutTextsTest, AreLookedForOnlyBeforeLengthsHad16Bits) {
   std::string const bytes =
       beginDocument(0x60010, 1).raw(makeObject(2, ViewType, makeView({std::string("a\0b", 3)}))).get();
-  EXPECT_EQ(findCutTexts(bytes, 0x60010).size(), 1U);
-  EXPECT_TRUE(findCutTexts(bytes, 0x60011).empty());
+  EXPECT_EQ(findCutTexts(bytes, 0x60010).m_texts.size(), 1U);
+  EXPECT_TRUE(findCutTexts(bytes, 0x60011).m_texts.empty());
+}
+
+TEST_F(CutTextsTest, AreCountedBeyondTheFirstHundred) {
+  Document const document = readRuns(std::vector<std::string>(103, std::string("a\0b", 3)));
+  ASSERT_EQ(document.m_findings.size(), 101U);
+  EXPECT_EQ(document.m_findings.back().m_text, "3 more texts cut, which are not listed");
+  EXPECT_EQ(document.m_findings.back().m_severity, Severity::Error);
 }
 
 }  // namespace

@@ -197,7 +197,7 @@ TEST_F(ReadAuditTest, ReportsColorsThatAreNotSixHexadecimalDigits) {
 TEST_F(ReadAuditTest, SaysWhereARecordHadAPartOfAnotherKind) {
   Document const document = read(makeView(
       "6.22",
-      R"("annotations":[{"type":"text"},{"type":"text","defaulttextprop":[],"lines":[[{"text":"a"},7],"b"],
+      R"("annotations":[{"type":"text"},{"type":"text","defaulttextprop":[],"lines":[[{"text":"a"},7],"b",[7,{}]],
               "leaders":{},"measures":1}])"));
   EXPECT_EQ(
       list(document, FindingCode::RecordLost),
@@ -205,8 +205,8 @@ TEST_F(ReadAuditTest, SaysWhereARecordHadAPartOfAnotherKind) {
              "error view/0/annot/1 /annotations/1/measures: 'measures' is no list, so none of them was read",
              "warning view/0/annot/1 /annotations/1/defaulttextprop: 'defaulttextprop' is no map; the "
              "default text properties were taken",
-             "error view/0/annot/1 /annotations/1/lines/0/1: the run is no map, so none was read",
-             "error view/0/annot/1 /annotations/1/lines/1: the line is no list, so none was read"}));
+             "error view/0/annot/1 /annotations/1/lines/1: 1 line not read, since no list",
+             "error view/0/annot/1 /annotations/1/lines/0/1: 2 runs not read, since no map (first here)"}));
 }
 
 TEST_F(ReadAuditTest, ReportsTextHeightsThatWereCut) {
@@ -270,6 +270,34 @@ TEST_F(ReadAuditTest, ReportsTextsThatAreNone) {
   EXPECT_EQ(list(document, FindingCode::RecordLost),
             (Lines{"error view/0/annot/0 /annotations/0/text: 'text' is no text, so none was read",
                    "error view/0/annot/1 /annotations/1/lines/0/0: 'text' is no text, so none was read"}));
+}
+
+TEST_F(ReadAuditTest, ReportsNamesAndValuesThatAreNoText) {
+  Document const document = read(makeView(
+      "6.22",
+      R"("name":{},"annotations":[{"type":"text","name":[1],"frameshape":["circle"],"defaulttextprop":{"font":{}},
+              "leaders":[{"pos":[1,2,3],"head":[]}]},{"type":"text","name":null,"frameshape":null}])"));
+  EXPECT_EQ(
+      list(document, FindingCode::RecordLost),
+      (Lines{"error view/0 /name: 'name' is no text; it was read as an empty one",
+             "warning view/0/annot/0 /annotations/0/frameshape: 'frameshape' is no text; it was read as an "
+             "empty one",
+             "error view/0/annot/0 /annotations/0/name: 'name' is no text; it was read as an empty one",
+             "warning view/0/annot/0 /annotations/0/leaders/0/head: 'head' is no text; it was read as an "
+             "empty one",
+             "warning view/0/annot/0 /annotations/0/defaulttextprop/font: 'font' is no text; it was read as "
+             "an empty one"}));
+}
+
+TEST_F(ReadAuditTest, ReportsRecordsBesideTheViews) {
+  Document const document = read(
+      R"({"views":[],"annotations":[{"type":"text","children":[{}]}],"textannotations":[],"other":[1]})");
+  EXPECT_EQ(
+      list(document, FindingCode::KeyIgnored),
+      (Lines{"error  /annotations: the key 'annotations' beside 'views' is not read; 2 annotation records "
+             "went with it",
+             "info  /other: the key 'other' beside 'views' is not read",
+             "info  /textannotations: the key 'textannotations' beside 'views' is not read"}));
 }
 
 TEST_F(ReadAuditTest, OnlyCountsWhenTheViewDoesNotMatchItsMap) {

@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "text/colorText.h"
 #include "text/countText.h"
@@ -38,27 +39,53 @@ void checkPlainText(qv::qvVariant const& text, AuditTrail& trail) {
   }
 }
 
-void checkRun(qv::qvVariant const& run, AuditTrail& trail) {
-  if (!run.isMap()) return trail.reportLost(Severity::Error, "the run is no map, so none was read");
-  trail.checkKeys(run.toMap(), RecordKind::Run);
-  qv::qvVariant const* const text = findValue(run.toMap(), "text");
+void checkRun(VariantMap const& run, AuditTrail& trail) {
+  trail.checkKeys(run, RecordKind::Run);
+  qv::qvVariant const* const text = findValue(run, "text");
   if (text == nullptr) return;
   if (text->isMap() || text->isList())
     trail.reportLost(Severity::Error, "'text' is no text, so none was read");
   checkRunLength(text->getString(), trail);
 }
 
+/// Elements of a text that the reader passes over; there may be millions.
+class WrongElements {
+ public:
+  void add(AuditTrail const& trail) {
+    if (m_count++ == 0) m_firstPointer = trail.m_pointer;
+  }
+  void report(std::string const& noun, std::string const& kind, AuditTrail& trail) const {
+    if (m_count == 0) return;
+    std::string const pointer = std::exchange(trail.m_pointer, m_firstPointer);
+    trail.reportLost(Severity::Error, formatCount(m_count, noun) + " not read, since no " + kind +
+                                          (m_count > 1 ? " (first here)" : ""));
+    trail.m_pointer = pointer;
+  }
+
+ private:
+  std::size_t m_count = 0;
+  std::string m_firstPointer;
+};
+
 void checkLines(VariantList const& lines, AuditTrail& trail) {
+  WrongElements wrongLines;
+  WrongElements wrongRuns;
   Inside const inside(trail, "lines");
   for (std::size_t i = 0; i < lines.size(); ++i) {
     Inside const inLine(trail, i);
-    if (!lines[i].isList()) trail.reportLost(Severity::Error, "the line is no list, so none was read");
+    if (!lines[i].isList()) wrongLines.add(trail);
     VariantList const& runs = lines[i].toList();
     for (std::size_t j = 0; j < runs.size(); ++j) {
       Inside const inRun(trail, j);
-      checkRun(runs[j], trail);
+      if (runs[j].isMap()) {
+        checkRun(runs[j].toMap(), trail);
+      } else {
+        wrongRuns.add(trail);
+      }
     }
   }
+  wrongLines.report("line", "list", trail);
+  wrongRuns.report("run", "map", trail);
 }
 
 void checkText(VariantMap const& record, AuditTrail& trail) {

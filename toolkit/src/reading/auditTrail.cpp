@@ -29,6 +29,12 @@ void AuditTrail::checkHeight(qv::qvVariant const& value) {
 /// message.
 void AuditTrail::checkValue(RecordKind kind, std::string_view key, qv::qvVariant const& value) {
   qvLegacy::rules::ValueNames const* const names = findValueNames(kind, key);
+  bool const isFreeText = key == "name" || key == "font";
+  if ((isFreeText || names != nullptr) && (value.isMap() || value.isList())) {
+    Inside const inside(*this, key);
+    reportLost(key == "name" ? Severity::Error : Severity::Warning,
+               "'" + std::string(key) + "' is no text; it was read as an empty one");
+  }
   if (names == nullptr) return;
   std::string const text = value.toString();
   if (text.empty() || names->has(text)) return;

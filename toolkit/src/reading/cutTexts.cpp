@@ -21,17 +21,21 @@ std::size_t countKept(std::string_view text) {
 
 }  // namespace
 
-std::vector<CutText> findCutTexts(std::string_view bytes, std::uint32_t version) {
-  std::vector<CutText> texts;
-  if (qvLegacy::rules::reaches(version, qvLegacy::rules::Since::segmentTypes)) return texts;
+CutTexts findCutTexts(std::string_view bytes, std::uint32_t version) {
+  CutTexts cut;
+  if (qvLegacy::rules::reaches(version, qvLegacy::rules::Since::segmentTypes)) return cut;
   walkObjectStream(bytes, [&](StreamField const& field) {
     if (!isRunText(field)) return;
     std::string_view const text = bytes.substr(field.m_offset, field.m_size);
     std::size_t const kept = countKept(text);
     if (text.find_first_not_of('\0', kept) == std::string_view::npos) return;
-    texts.push_back({field.m_offset, field.m_path, text.size(), kept});
+    if (cut.m_texts.size() < CutTexts::MaxListed) {
+      cut.m_texts.push_back({field.m_offset, field.m_path, text.size(), kept});
+    } else {
+      ++cut.m_more;
+    }
   });
-  return texts;
+  return cut;
 }
 
 }  // namespace qvToolkit

@@ -16,9 +16,17 @@ struct CutText {
   std::size_t m_kept = 0;
 };
 
+/// Of many texts only the first are listed.
+struct CutTexts {
+  static constexpr std::size_t MaxListed = 100;
+
+  std::vector<CutText> m_texts;  ///< in the order of the bytes
+  std::size_t m_more = 0;        ///< that are not listed
+};
+
 /// The runs of an object stream that are cut without a message: before 6.17 a text is as long as it says, but
 /// a run takes no more than 65535 bytes of it, and ends at its first zero character. Zero characters at the
 /// very end are no loss. Later streams cannot hold longer texts.
-std::vector<CutText> findCutTexts(std::string_view bytes, std::uint32_t version);
+CutTexts findCutTexts(std::string_view bytes, std::uint32_t version);
 
 }  // namespace qvToolkit

@@ -1,11 +1,15 @@
 #include "reading/documentShape.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
 #include "findings/jsonPointer.h"
 #include "qvToolkit/text/textEscape.h"
+#include "reading/readRules.h"
+#include "text/countText.h"
 
 namespace qvToolkit {
 
@@ -57,8 +61,12 @@ void addViewsOfMap(DocumentShape& shape, qv::qvVariant const& root) {
     if (key == "views") continue;
     std::string pointer;
     appendPointerKey(pointer, key);
-    report(shape, FindingCode::KeyIgnored, Severity::Info,
-           "the key '" + shortenText(key) + "' beside 'views' is not read", std::move(pointer));
+    bool const isList = std::ranges::find(TellingKeys, key) != std::end(TellingKeys);
+    std::size_t const records = isList ? countRecords(value.toList()) : 0;
+    std::string text = "the key '" + shortenText(key) + "' beside 'views' is not read";
+    if (records > 0) text += "; " + formatCount(records, "annotation record") + " went with it";
+    report(shape, FindingCode::KeyIgnored, records > 0 ? Severity::Error : Severity::Info, std::move(text),
+           std::move(pointer));
   }
 }
 

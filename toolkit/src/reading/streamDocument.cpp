@@ -15,6 +15,7 @@
 #include "qvSystem/qvStreamReader.h"
 #include "reading/cutTexts.h"
 #include "reading/stackBudget.h"
+#include "text/countText.h"
 
 namespace qvToolkit {
 
@@ -86,8 +87,7 @@ class StreamDocumentReader {
     for (qv::qvLoadedObject const& object : m_loaded.m_objects) hasMetadata |= addListedViews(object);
     for (qv::qvLoadedObject const& object : m_loaded.m_objects) addUnlistedView(object, hasMetadata);
     for (qv::qvStreamProblem const& problem : m_loaded.m_problems) addProblem(problem);
-    std::string_view const content(reinterpret_cast<char const*>(m_bytes.data()), m_bytes.size());
-    for (CutText const& text : findCutTexts(content, m_loaded.m_version)) addCutText(text);
+    addCutTexts();
     if (m_document.m_views.empty()) reportNoView();
   }
 
@@ -98,7 +98,7 @@ class StreamDocumentReader {
   void addUnlistedView(qv::qvLoadedObject const& object, bool hasMetadata);
   void addView(qvAnnotationView& view);
   void addProblem(qv::qvStreamProblem const& problem);
-  void addCutText(CutText const& text);
+  void addCutTexts();
   void reportNoView();
   std::string findAddress(qv::qvLoadedObject const* object) const;
   void reportLinks(qv::qvLoadedObject const& owner, OddLinks const& links, Severity severity,
@@ -210,11 +210,22 @@ std::string StreamDocumentReader::findAddress(qv::qvLoadedObject const* object) 
   return entry == m_addresses.end() ? std::string() : entry->second;
 }
 
-void StreamDocumentReader::addCutText(CutText const& text) {
-  report(FindingCode::RecordLost, Severity::Error, {}, text.m_offset,
-         text.m_path + ": a text of " + std::to_string(text.m_size) + " bytes was cut at " +
-             std::to_string(text.m_kept),
-         findAddress(findObjectAt(text.m_offset)));
+void StreamDocumentReader::addCutTexts() {
+  std::string_view const content(reinterpret_cast<char const*>(m_bytes.data()), m_bytes.size());
+  CutTexts const cut = findCutTexts(content, m_loaded.m_version);
+  for (CutText const& text : cut.m_texts) {
+    report(FindingCode::RecordLost, Severity::Error, {}, text.m_offset,
+           text.m_path + ": a text of " + std::to_string(text.m_size) + " bytes was cut at " +
+               std::to_string(text.m_kept),
+           findAddress(findObjectAt(text.m_offset)));
+  }
+  if (cut.m_more == 0) return;
+  m_document.m_findings.push_back({FindingCode::RecordLost,
+                                   Severity::Error,
+                                   formatCount(cut.m_more, "more text") + " cut, which are not listed",
+                                   {},
+                                   {},
+                                   {}});
 }
 
 /// A document that broke before its first view is not known to hold none.
