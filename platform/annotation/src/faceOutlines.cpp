@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "memoryWatch.h"
 #include "qvSvg/text.h"
 
 namespace qv::text {
@@ -63,6 +64,8 @@ void closePath(hb_draw_funcs_t*, void* data, hb_draw_state_t*, void*) noexcept {
 
 hb_draw_funcs_t* createDrawing() {
   hb_draw_funcs_t* const drawing = hb_draw_funcs_create();
+  // The one that stands for all that there was no memory for takes no functions.
+  if (hb_draw_funcs_is_immutable(drawing) != 0) throw std::bad_alloc();
   hb_draw_funcs_set_move_to_func(drawing, moveTo, nullptr, nullptr);
   hb_draw_funcs_set_line_to_func(drawing, lineTo, nullptr, nullptr);
   hb_draw_funcs_set_quadratic_to_func(drawing, quadraticTo, nullptr, nullptr);
@@ -95,7 +98,9 @@ unsigned FaceOutlines::getUnitsPerEm() const noexcept {
 svg::Outline FaceOutlines::getOutline(std::uint32_t glyph) const {
   static hb_draw_funcs_t* const drawing = createDrawing();
   Pen pen{m_face->getUnit(), m_slant};
+  MemoryWatch const watch;
   hb_font_get_glyph_shape(m_face->getFont(), glyph, drawing, &pen);
+  m_face->checkMemory(watch);
   if (pen.m_isOutOfMemory) throw std::bad_alloc();
   return std::move(pen.m_outline);
 }

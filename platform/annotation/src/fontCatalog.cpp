@@ -1,5 +1,6 @@
 #include "fontCatalog.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace qv::text {
@@ -30,7 +31,8 @@ FontCatalog::~FontCatalog() = default;
 std::shared_ptr<FontCatalog> FontCatalog::shared() {
   SharedCatalog& place = sharedCatalog();
   std::scoped_lock const lock(place.m_mutex);
-  if (place.m_catalog == nullptr) place.m_catalog = std::make_shared<FontCatalog>(getFontOptions());
+  bool const isUsable = place.m_catalog != nullptr && !place.m_catalog->isSpoiled();
+  if (!isUsable) place.m_catalog = std::make_shared<FontCatalog>(getFontOptions());
   return place.m_catalog;
 }
 
@@ -44,6 +46,12 @@ void FontCatalog::releaseShared() {
   SharedCatalog& place = sharedCatalog();
   std::scoped_lock const lock(place.m_mutex);
   place.m_catalog.reset();
+}
+
+bool FontCatalog::isSpoiled() {
+  std::scoped_lock const lock(m_faceMutex);
+  return std::ranges::any_of(
+      m_faces, [](auto const& entry) { return entry.second != nullptr && entry.second->isSpoiled(); });
 }
 
 std::shared_ptr<FontFace const> FontCatalog::getFace(FaceLocation const& location) {

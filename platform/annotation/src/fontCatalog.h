@@ -23,12 +23,16 @@ class FontCatalog {
   explicit FontCatalog(FontOptions options);
   ~FontCatalog();
 
-  /// The process's catalogue, created for the process's font options when there is none.
+  /// The process's catalogue, created for the process's font options when there is none, and anew when memory
+  /// ran out in one of its faces.
   static std::shared_ptr<FontCatalog> shared();
   /// The process's catalogue, null when there is none.
   static std::shared_ptr<FontCatalog> findShared();
   /// Lets go of the process's catalogue; who still holds it keeps it.
   static void releaseShared();
+
+  /// Whether memory ran out in one of the faces: what is shaped with it from then on lacks letters.
+  bool isSpoiled();
 
   FontOptions const& getOptions() const noexcept { return m_options; }
   FontIndex const& getIndex() const noexcept { return m_index; }

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "memoryWatch.h"
+
 namespace qv::text {
 
 namespace {
@@ -16,6 +18,18 @@ struct FontDeleter {
   void operator()(hb_font_t* font) const { hb_font_destroy(font); }
 };
 using FontHandle = std::unique_ptr<hb_font_t, FontDeleter>;
+
+/// HarfBuzz makes the functions that read fonts once for the process, and keeps empty ones for good when it
+/// had no memory for them.
+void requireFontFunctions() {
+  static bool const areThere = [] {
+    MemoryWatch const watch;
+    FontHandle const font(hb_font_create(hb_face_get_empty()));
+    hb_ot_font_set_funcs(font.get());
+    return !watch.hasFailed();
+  }();
+  if (!areThere) throw std::bad_alloc();
+}
 
 /// A font with units per em as its scale, or null.
 FontHandle createFont(FaceLocation const& location) {
@@ -44,10 +58,14 @@ float getBlankWidth(hb_font_t* font) {
 }  // namespace
 
 std::shared_ptr<FontFace const> FontFace::load(FaceLocation const& location) {
+  requireFontFunctions();
+  MemoryWatch const watch;
   FontHandle font = createFont(location);
+  watch.check();
   if (font == nullptr) return nullptr;
   std::unique_ptr<FontFace const> face(new FontFace(font.get(), location));
   static_cast<void>(font.release());  // the face destroys it from here on
+  watch.check();
   return face;
 }
 
@@ -66,6 +84,11 @@ FontFace::FontFace(hb_font_t* font, FaceLocation location)
 
 FontFace::~FontFace() {
   hb_font_destroy(m_font);
+}
+
+void FontFace::checkMemory(MemoryWatch const& watch) const {
+  if (watch.hasFailed()) m_isSpoiled = true;
+  if (m_isSpoiled) throw std::bad_alloc();
 }
 
 bool FontFace::hasGlyph(char32_t character) const {

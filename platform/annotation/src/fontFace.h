@@ -2,6 +2,7 @@
 
 #include <hb.h>
 
+#include <atomic>
 #include <bitset>
 #include <memory>
 
@@ -10,7 +11,12 @@
 
 namespace qv::text {
 
+class MemoryWatch;
+
 /// One face of a font file, ready for shaping. Immutable, so threads may share it.
+///
+/// HarfBuzz reads most tables of a font when it first needs them. One that it has no memory for it takes as
+/// missing from then on: such a face is spoiled, and whoever asks more of it gets `std::bad_alloc`.
 class FontFace {
  public:
   /// Null when the file cannot be read or holds no such face.
@@ -24,6 +30,11 @@ class FontFace {
   bool hasGlyph(char32_t character) const;
   /// The same at once for a character below `FIRST_MARK`.
   bool hasBasicGlyph(char32_t character) const noexcept { return m_basic[character]; }
+  /// To be called behind each use of the font, with a watch over that use: throws `std::bad_alloc` when
+  /// memory ran out in it, or did before.
+  void checkMemory(MemoryWatch const& watch) const;
+  bool isSpoiled() const noexcept { return m_isSpoiled; }
+
   /// Distances in this font are counted in units per em.
   hb_font_t* getFont() const noexcept { return m_font; }
 
@@ -39,6 +50,7 @@ class FontFace {
 
   FaceLocation m_location;
   hb_font_t* m_font;
+  mutable std::atomic<bool> m_isSpoiled = false;
   std::bitset<FIRST_MARK> m_basic;
   float m_unit;
   float m_ascender;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <system_error>
 #include <tuple>
 #include <utility>
@@ -42,19 +43,24 @@ char const* fromFontconfig(FcChar8 const* text) {
   return reinterpret_cast<char const*>(text);
 }
 
+bool isFound(FcResult result) {
+  if (result == FcResultOutOfMemory) throw std::bad_alloc();
+  return result == FcResultMatch;
+}
+
 int getInteger(FcPattern const* pattern, char const* object, int fallback) {
   int value = fallback;
-  return FcPatternGetInteger(pattern, object, 0, &value) == FcResultMatch ? value : fallback;
+  return isFound(FcPatternGetInteger(pattern, object, 0, &value)) ? value : fallback;
 }
 
 bool getFlag(FcPattern const* pattern, char const* object) {
   FcBool value = FcFalse;
-  return FcPatternGetBool(pattern, object, 0, &value) == FcResultMatch && value == FcTrue;
+  return isFound(FcPatternGetBool(pattern, object, 0, &value)) && value == FcTrue;
 }
 
 std::string getText(FcPattern const* pattern, char const* object, int position) {
   FcChar8* value = nullptr;
-  if (FcPatternGetString(pattern, object, position, &value) != FcResultMatch) return {};
+  if (!isFound(FcPatternGetString(pattern, object, position, &value))) return {};
   return fromFontconfig(value);
 }
 
@@ -77,8 +83,7 @@ std::vector<std::string> getFamilies(FcPattern const* pattern) {
 
 FcCharSet const* getCharacters(FcPattern const* pattern) {
   FcCharSet* characters = nullptr;
-  FcPatternGetCharSet(pattern, FC_CHARSET, 0, &characters);
-  return characters;
+  return isFound(FcPatternGetCharSet(pattern, FC_CHARSET, 0, &characters)) ? characters : nullptr;
 }
 
 /// Smaller is closer; a wrong width is worse than a wrong slant, which is worse than a wrong weight.
@@ -110,17 +115,19 @@ bool hasCharacters(FontIndex::Entry const& entry, std::u32string_view cluster) {
          });
 }
 
-FcConfig* createConfig(bool useSystemFonts) {
-  if (useSystemFonts) return FcInitLoadConfigAndFonts();
-  FcConfig* const config = FcConfigCreate();
-  if (config != nullptr) FcConfigParseAndLoadFromMemory(config, toFontconfig(CACHES_ONLY), FcFalse);
-  return config;
+/// Only want of memory makes these operations fail; a configuration that is wrong is told on standard error.
+template <class Result>
+Result require(Result result) {
+  if (!result) throw std::bad_alloc();
+  return result;
 }
 
 }  // namespace
 
-FontIndex::FontIndex(FontOptions const& options) : m_config(createConfig(options.m_useSystemFonts)) {
-  if (m_config == nullptr) return;
+FontIndex::FontIndex(FontOptions const& options)
+    : m_config(require(options.m_useSystemFonts ? FcInitLoadConfigAndFonts() : FcConfigCreate())) {
+  if (!options.m_useSystemFonts)
+    require(FcConfigParseAndLoadFromMemory(m_config.get(), toFontconfig(CACHES_ONLY), FcFalse));
   for (std::string const& directory : options.m_directories) addDirectory(directory);
   if (options.m_useSystemFonts) addFonts(FcConfigGetFonts(m_config.get(), FcSetSystem), 0);
   sortFonts();
@@ -133,7 +140,8 @@ void FontIndex::addDirectory(std::string const& directory) {
   int const first = before != nullptr ? before->nfont : 0;
   std::error_code error;
   std::string const path = std::filesystem::absolute(directory, error).lexically_normal().string();
-  if (error || FcConfigAppFontAddDir(m_config.get(), toFontconfig(path.c_str())) == FcFalse) return;
+  if (error) return;
+  require(FcConfigAppFontAddDir(m_config.get(), toFontconfig(path.c_str())));
   addFonts(FcConfigGetFonts(m_config.get(), FcSetApplication), first);
 }
 

@@ -9,6 +9,7 @@
 
 #include "familyNames.h"
 #include "qvAnnotation/fontOptions.h"
+#include "textClusters.h"
 
 namespace qv::text {
 
@@ -91,7 +92,7 @@ constexpr CharacterPackage CHARACTERS[] = {
 static_assert(std::ranges::is_sorted(CHARACTERS, {}, &CharacterPackage::m_first));
 
 bool isAssigned(char32_t character) {
-  switch (hb_unicode_general_category(hb_unicode_funcs_get_default(), character)) {
+  switch (hb_unicode_general_category(getUnicode(), character)) {
     case HB_UNICODE_GENERAL_CATEGORY_CONTROL:
     case HB_UNICODE_GENERAL_CATEGORY_PRIVATE_USE:
     case HB_UNICODE_GENERAL_CATEGORY_SURROGATE:

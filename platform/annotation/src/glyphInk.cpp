@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "memoryWatch.h"
+
 namespace qv::text {
 
 namespace {
@@ -12,7 +14,9 @@ using Point = Wm4::Vector2<float>;
 
 InkBox getUprightInk(FontFace const& face, hb_codepoint_t glyph) {
   hb_glyph_extents_t extents{};
+  MemoryWatch const watch;
   hb_font_get_glyph_extents(face.getFont(), glyph, &extents);
+  face.checkMemory(watch);
   if (extents.width == 0 && extents.height == 0) return {};
   float const unit = face.getUnit();
   auto const left = static_cast<float>(extents.x_bearing);

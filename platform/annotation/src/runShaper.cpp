@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "memoryWatch.h"
 #include "utf8.h"
 
 namespace qv::text {
@@ -101,6 +102,8 @@ class ClusterBreaks {
 }  // namespace
 
 RunShaper::RunShaper(FontCatalog& catalog) : m_catalog(catalog), m_buffer(hb_buffer_create()) {
+  // The buffer that stands for one that there was no memory for needs no release.
+  if (!hb_buffer_allocation_successful(m_buffer)) throw std::bad_alloc();
 }
 
 RunShaper::~RunShaper() {
@@ -153,16 +156,19 @@ void RunShaper::addSpan(std::span<TextPiece const> pieces, FontChain const& chai
 
 void RunShaper::shapePiece(TextPiece const& piece, bool isRightToLeft,
                            std::span<hb_feature_t const> features) {
+  FontFace const& face = *piece.m_font->m_face;
+  MemoryWatch const watch;
   hb_buffer_clear_contents(m_buffer);
   auto const length = static_cast<int>(piece.m_text.size());
   hb_buffer_add_codepoints(m_buffer, reinterpret_cast<hb_codepoint_t const*>(piece.m_text.data()), length, 0,
                            length);
   hb_buffer_set_script(m_buffer, piece.m_script);
   hb_buffer_set_direction(m_buffer, isRightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
-  hb_shape(piece.m_font->m_face->getFont(), m_buffer, features.data(),
-           static_cast<unsigned>(features.size()));
-  // A buffer without memory would hold a part of the text, or none.
-  if (!hb_buffer_allocation_successful(m_buffer)) throw std::bad_alloc();
+  hb_bool_t const isShaped = hb_shape_full(face.getFont(), m_buffer, features.data(),
+                                           static_cast<unsigned>(features.size()), nullptr);
+  face.checkMemory(watch);
+  // Without memory for its plan the text stays unshaped; a buffer without memory would hold a part of it.
+  if (isShaped == 0 || !hb_buffer_allocation_successful(m_buffer)) throw std::bad_alloc();
 }
 
 std::vector<unsigned> RunShaper::fillBuffer(TextPiece const& piece, bool isRightToLeft) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 
 #include "utf8.h"
 
@@ -28,7 +29,7 @@ static_assert(std::ranges::is_sorted(IGNORABLE, {}, &Range::m_first));
 
 bool isMark(char32_t character) {
   if (character < FIRST_MARK || isUnshowable(character)) return false;
-  switch (hb_unicode_general_category(hb_unicode_funcs_get_default(), character)) {
+  switch (hb_unicode_general_category(getUnicode(), character)) {
     case HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK:
     case HB_UNICODE_GENERAL_CATEGORY_SPACING_MARK:
     case HB_UNICODE_GENERAL_CATEGORY_ENCLOSING_MARK:
@@ -40,6 +41,12 @@ bool isMark(char32_t character) {
 
 }  // namespace
 
+hb_unicode_funcs_t* getUnicode() {
+  hb_unicode_funcs_t* const unicode = hb_unicode_funcs_get_default();
+  if (unicode == hb_unicode_funcs_get_empty()) throw std::bad_alloc();
+  return unicode;
+}
+
 bool isIgnorable(char32_t character) {
   if (character < IGNORABLE[0].m_first) return false;
   auto const* const range = std::ranges::lower_bound(IGNORABLE, character, {}, &Range::m_last);
@@ -48,7 +55,7 @@ bool isIgnorable(char32_t character) {
 
 char32_t compose(char32_t base, char32_t mark) {
   hb_codepoint_t composed = 0;
-  return hb_unicode_compose(hb_unicode_funcs_get_default(), base, mark, &composed) != 0 ? composed : 0;
+  return hb_unicode_compose(getUnicode(), base, mark, &composed) != 0 ? composed : 0;
 }
 
 std::size_t getClusterLength(std::u32string_view text, std::size_t start) {
@@ -61,7 +68,7 @@ std::size_t getClusterLength(std::u32string_view text, std::size_t start) {
 }
 
 hb_script_t getScript(char32_t character) {
-  hb_script_t const script = hb_unicode_script(hb_unicode_funcs_get_default(), character);
+  hb_script_t const script = hb_unicode_script(getUnicode(), character);
   return script == HB_SCRIPT_INHERITED || script == HB_SCRIPT_UNKNOWN ? HB_SCRIPT_COMMON : script;
 }
 

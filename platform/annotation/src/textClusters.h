@@ -11,6 +11,10 @@ namespace qv::text {
 /// none.
 constexpr char32_t FIRST_MARK = 0x0300;
 
+/// HarfBuzz's knowledge of characters. Throws `std::bad_alloc` when it could not be made: HarfBuzz then knows
+/// nothing of any character, for good.
+hb_unicode_funcs_t* getUnicode();
+
 /// True for characters without a picture of their own, which need no glyph: joiners, direction marks,
 /// variation selectors, ...
 bool isIgnorable(char32_t character);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -105,7 +106,7 @@ TextSegmentToSvgConverter::~TextSegmentToSvgConverter() = default;
 bool TextSegmentToSvgConverter::convertTextAreaToSvg(TextArea const& area, svg::Node& node,
                                                      Wm4::Vector2<float>* size, char const* name) {
   // Only now: a converter that is never used must not cost the reading of the fonts.
-  if (m_impl == nullptr) m_impl = std::make_unique<Impl>();
+  if (m_impl == nullptr || m_impl->m_catalog->isSpoiled()) m_impl = std::make_unique<Impl>();
   if (m_impl->getFonts(area.m_defaultProperties).getPrimary() == nullptr) return false;
   auto group = std::make_shared<svg::Node>();
   if (name != nullptr) group->m_class = name;
@@ -116,6 +117,8 @@ bool TextSegmentToSvgConverter::convertTextAreaToSvg(TextArea const& area, svg::
       group->editChildren().push_back(std::move(item));
     }
   }
+  // Another thread may have run out of memory in a face that both use.
+  if (m_impl->m_catalog->isSpoiled()) throw std::bad_alloc();
   if (!group->getChildren().empty()) node.editChildren().push_back(std::move(group));
   if (size != nullptr) *size = box.getSize();
   return true;

@@ -28,7 +28,8 @@ class QV_EXPORT TextSegmentToSvgConverter {
   /// the origin, further lines below it. Items set no fill, so the node's fill is the text colour, and the
   /// stroke "none". `size`, when not null, receives the width and height of the text's box; `name` becomes
   /// the class text of the items' group. Runs without characters yield nothing. False when no font at all can
-  /// be loaded.
+  /// be loaded. Throws `std::bad_alloc` when memory runs out, in the font libraries, too; the node is as
+  /// before then, and a later call starts with fonts read anew.
   bool convertTextAreaToSvg(TextArea const& area, svg::Node& node, Wm4::Vector2<float>* size,
                             char const* name);
 
