@@ -39,6 +39,33 @@ function(qva_add_shared target)
   set_property(GLOBAL APPEND PROPERTY QVA_PLATFORM_TARGETS ${target})
 endfunction()
 
+# qva_precompile_headers(<target>...): standard headers that most sources include, each with the others. Builds without them
+# show what a source forgets to include.
+function(qva_precompile_headers)
+  foreach(target IN LISTS ARGN)
+    get_target_property(sources ${target} SOURCES)
+    list(LENGTH sources count)
+    # Reading them once takes as long as in three sources.
+    if(count GREATER 5)
+      target_precompile_headers(
+        ${target}
+        PRIVATE
+        <algorithm>
+        <array>
+        <charconv>
+        <cmath>
+        <filesystem>
+        <functional>
+        <map>
+        <memory>
+        <optional>
+        <string>
+        <utility>
+        <vector>)
+    endif()
+  endforeach()
+endfunction()
+
 # qva_add_test(<name> SOURCES ... [LINK ...]): a GoogleTest executable whose cases ctest runs one by one.
 # Test code is compiled unoptimised and with one shared precompiled header: compiling it is most of a test run.
 function(qva_add_test name)

@@ -29,6 +29,9 @@ launcher_option() {
   command -v ccache >/dev/null && printf '%s' -DCMAKE_CXX_COMPILER_LAUNCHER=ccache || true
 }
 
+# With precompiled headers, too.
+export CCACHE_SLOPPINESS=pch_defines,time_macros
+
 # configure PRESET [OPTION...]: makes the build folder of that preset ready.
 configure() {
   local preset=$1

@@ -6,7 +6,8 @@
 namespace qvTest {
 
 constexpr char const* DecimalComma = "de_DE.UTF-8";
-constexpr char const* NoDecimalComma = "there is no locale de_DE.UTF-8: install the package locales and build anew";
+constexpr char const* NoDecimalComma =
+    "there is no locale de_DE.UTF-8: install the package locales and build anew";
 
 inline bool hasDecimalComma() {
   locale_t const locale = newlocale(LC_ALL_MASK, DecimalComma, nullptr);

@@ -11,9 +11,9 @@
 #include "documentSteps.h"
 #include "shaperMemory.h"
 #include "tests/platform/annotation/fontFolders.h"
-#include "toolkit/librarySession.h"
-#include "toolkit/migratedJson.h"
-#include "toolkit/svgPage.h"
+#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/reports/migratedJson.h"
+#include "qvToolkit/pages/svgPage.h"
 
 /// Each allocation within the shaping library fails. It goes on with less then: a table that is not there, a
 /// plan that does nothing. No page may be written from that.

@@ -162,7 +162,8 @@ TEST(FontChoice, NamesTheFamilyUnderWhichTheFaceWasAskedFor) {
 constexpr std::size_t WIDTH_IN_OS2 = 6;
 constexpr char CONDENSED = 3;
 
-/// The bytes of a TrueType file with another width class in its table of metrics; the glyphs stay as they are.
+/// The bytes of a TrueType file with another width class in its table of metrics; the glyphs stay as they
+/// are.
 std::string withWidthClass(std::string font, char width) {
   std::size_t const record = font.find("OS/2");
   std::size_t table = 0;
