@@ -103,7 +103,7 @@ class ClusterBreaks {
 
 RunShaper::RunShaper(FontCatalog& catalog) : m_catalog(catalog), m_buffer(hb_buffer_create()) {
   // The buffer that stands for one that there was no memory for needs no release.
-  if (!hb_buffer_allocation_successful(m_buffer)) throw std::bad_alloc();
+  if (hb_buffer_allocation_successful(m_buffer) == 0) throw std::bad_alloc();
 }
 
 RunShaper::~RunShaper() {
@@ -168,7 +168,7 @@ void RunShaper::shapePiece(TextPiece const& piece, bool isRightToLeft,
                                            static_cast<unsigned>(features.size()), nullptr);
   face.checkMemory(watch);
   // Without memory for its plan the text stays unshaped; a buffer without memory would hold a part of it.
-  if (isShaped == 0 || !hb_buffer_allocation_successful(m_buffer)) throw std::bad_alloc();
+  if (isShaped == 0 || hb_buffer_allocation_successful(m_buffer) == 0) throw std::bad_alloc();
 }
 
 std::vector<unsigned> RunShaper::fillBuffer(TextPiece const& piece, bool isRightToLeft) {
