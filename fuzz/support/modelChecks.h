@@ -4,7 +4,7 @@
 #include <string>
 
 #include "annotationLegacy/qvAnnotationView.h"
-#include "qvToolkit/model/document.h"
+#include "qvToolkit/reading/openDocument.h"
 
 namespace qvFuzz {
 

@@ -3,6 +3,7 @@
 #include "apps/qvannot/commandLine.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "apps/qvannot/optionNumbers.h"
 #include "support/target.h"
@@ -40,7 +41,9 @@ void check(EncodeCommand const& command) {
 
 void check(TransformCommand const& command) {
   check(static_cast<EncodeCommand const&>(command));
-  require(command.m_transformation.IsFinite(), "the transformation is finite");
+  qvToolkit::Similarity const& moved = command.m_transformation;
+  require(qvToolkit::checkScale(moved.m_scale).empty(), "the scale is one that keeps a drawing");
+  for (int i = 0; i < 3; ++i) require(std::isfinite(moved.m_translation[i]), "the move is finite");
 }
 
 void check(DumpCommand const& command) {

@@ -7,6 +7,7 @@
 #include "exampleDocuments.h"
 #include "fuzz/support/memoryFaults.h"
 #include "qvSceneGraph/qvObject.h"
+#include "qvToolkit/reading/openDocument.h"
 #include "qvToolkit/work/librarySession.h"
 #include "tests/hostile/hostileDocuments.h"
 #include "tests/support/modelComparison.h"

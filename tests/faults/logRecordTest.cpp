@@ -9,6 +9,7 @@
 #include "allocationSweep.h"
 #include "exampleDocuments.h"
 #include "logRecordGuard.h"
+#include "qvToolkit/reading/openDocument.h"
 #include "qvToolkit/work/librarySession.h"
 
 /// A log record is written by its destructor, where an exhausted heap ends the process: there, and nowhere

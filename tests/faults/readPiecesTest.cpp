@@ -8,6 +8,7 @@
 
 #include "documentSteps.h"
 #include "exampleDocuments.h"
+#include "qvToolkit/reading/openDocument.h"
 #include "qvToolkit/work/librarySession.h"
 
 /// Files whose reads deliver few bytes at a time, or are interrupted. This executable's own `read` stands in
