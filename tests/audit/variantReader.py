@@ -159,7 +159,7 @@ class ViewReader:
             name = to_text(record.get("name", "")) if isinstance(record, dict) else ""
             self.lose(holder, f"the annotation record '{name}' of {holder}", word="was not read")
             return None
-        annotation = Annotation(address, to_text(record.get("name", "")))
+        annotation = Annotation(address, self.read_name(record, address))
         self.read_shared(record, annotation)
         if kind == "text":
             self.read_text(record, annotation)
@@ -167,6 +167,12 @@ class ViewReader:
             annotation.raster = to_text(record.get("rastername", ""))
             annotation.size = tuple(single(to_real(side)) for side in record.get("sizeem", (1.0, 1.0)))
         return annotation
+
+    def read_name(self, record, address):
+        """A list or a map has no text."""
+        if isinstance(record.get("name"), (list, dict)):
+            self.lose(address, "the name", word="'name'")
+        return to_text(record.get("name", ""))
 
     def is_readable(self, record, kind):
         """Whether nothing in the record costs it as a whole."""

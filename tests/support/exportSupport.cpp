@@ -6,22 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "annotationLegacy/library.h"
-
 namespace qvTest {
-
-namespace {
-
-class LibraryEnvironment : public testing::Environment {
- public:
-  void SetUp() override { qv::initializeQvAnnotationLegacyLibrary(); }
-  void TearDown() override { qv::terminateQvAnnotationLegacyLibrary(); }
-};
-
-[[maybe_unused]] testing::Environment* const environment =
-    testing::AddGlobalTestEnvironment(new LibraryEnvironment);
-
-}  // namespace
 
 TemporaryFolder::TemporaryFolder() {
   std::string pattern = (std::filesystem::temp_directory_path() / "qvannot-test-XXXXXX").string();
