@@ -4,6 +4,7 @@
 
 #include "annotationLegacy/version.h"
 #include "limitOptions.h"
+#include "optionNames.h"
 #include "optionNumbers.h"
 #include "qvToolkit/model/documentTransform.h"
 #include "qvToolkit/text/textEscape.h"
@@ -51,14 +52,16 @@ void addFiles(CLI::App& command, std::vector<std::string>& files) {
 }
 
 void addStrict(CLI::App& command, bool& isStrict) {
-  command.add_flag("--strict", isStrict, "Let warnings count, too: exit code 1 instead of 0");
+  command.add_flag(option::Strict, isStrict, "Let warnings count, too: exit code 1 instead of 0");
 }
 
 void addInspect(CLI::App& app, InspectCommand& command) {
   CLI::App& inspect = *app.add_subcommand("inspect", "Show what documents hold");
   addFiles(inspect, command.m_files);
-  CLI::Option* json = inspect.add_flag("--json", command.m_asJson, "Write JSON");
-  inspect.add_flag("--full", command.m_isFull, "With --json: the whole legacy model, field by field")
+  CLI::Option* json = inspect.add_flag(option::Json, command.m_asJson, "Write JSON");
+  inspect
+      .add_flag(option::Full, command.m_isFull,
+                std::string("With ") + option::Json + ": the whole legacy model, field by field")
       ->needs(json);
   addStrict(inspect, command.m_isStrict);
 }
@@ -79,14 +82,14 @@ constexpr TextModeWord TextModeWords[] = {{"live", qvToolkit::TextMode::Live},
 void addTextMode(CLI::App& command, qvToolkit::TextMode& mode) {
   command
       .add_option_function<std::string>(
-          "--text",
+          option::Text,
           [&mode](std::string const& text) {
             for (TextModeWord const& word : TextModeWords) {
               if (text != word.m_word) continue;
               mode = word.m_mode;
               return;
             }
-            throw CLI::ValidationError("--text", "'" + text + "' is none of live, outline, both");
+            throw CLI::ValidationError(option::Text, "'" + text + "' is none of live, outline, both");
           },
           "Text of the pages: live characters (default), glyph outlines, or both")
       ->type_name("{live,outline,both}");
@@ -96,7 +99,7 @@ void addConversion(CLI::App& command, qvToolkit::PageConversion& conversion) {
   using qvToolkit::PageConversion;
   command
       .add_option_function<std::string>(
-          "--format",
+          option::Format,
           [&conversion](std::string const& text) {
             for (auto const format :
                  {qvToolkit::PageFormat::Svg, qvToolkit::PageFormat::Png, qvToolkit::PageFormat::Pdf}) {
@@ -104,18 +107,18 @@ void addConversion(CLI::App& command, qvToolkit::PageConversion& conversion) {
               conversion.m_format = format;
               return;
             }
-            throw CLI::ValidationError("--format", "'" + text + "' is none of svg, png, pdf");
+            throw CLI::ValidationError(option::Format, "'" + text + "' is none of svg, png, pdf");
           },
           "Format of the pages: svg (default), png or pdf; the latter two take the program rsvg-convert")
       ->type_name("{svg,png,pdf}");
   command
       .add_option_function<std::string>(
-          "--dpi",
+          option::Dpi,
           [&conversion](std::string const& text) {
             constexpr CountRange Resolutions{PageConversion::MinResolution, PageConversion::MaxResolution};
             auto const number = readCount(text, Resolutions);
             if (!number.has_value()) {
-              throw CLI::ValidationError("--dpi",
+              throw CLI::ValidationError(option::Dpi,
                                          refuseNumber(text, "number", std::to_string(Resolutions.m_least),
                                                       std::to_string(Resolutions.m_most)));
             }
@@ -128,7 +131,7 @@ void addConversion(CLI::App& command, qvToolkit::PageConversion& conversion) {
 void addFonts(CLI::App& command, qvToolkit::FontOptions& fonts) {
   command
       .add_option_function<std::string>(
-          "--font-dir", [&fonts](std::string const& folder) { fonts.m_directories.push_back(folder); },
+          option::FontDir, [&fonts](std::string const& folder) { fonts.m_directories.push_back(folder); },
           "Look for fonts in this folder first; may be repeated")
       ->type_name("DIR")
       ->check(requireName)
@@ -136,11 +139,11 @@ void addFonts(CLI::App& command, qvToolkit::FontOptions& fonts) {
       ->trigger_on_parse();
   command
       .add_option_function<std::string>(
-          "--font-map",
+          option::FontMap,
           [&fonts](std::string const& text) {
             std::size_t const sign = text.find('=');
             if (sign == std::string::npos || sign == 0 || sign + 1 == text.size()) {
-              throw CLI::ValidationError("--font-map",
+              throw CLI::ValidationError(option::FontMap,
                                          "'" + text + "' is no pair of families; write it like Old=New");
             }
             fonts.m_replacements.push_back({text.substr(0, sign), text.substr(sign + 1)});
@@ -150,7 +153,8 @@ void addFonts(CLI::App& command, qvToolkit::FontOptions& fonts) {
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->trigger_on_parse();
   command.add_flag_callback(
-      "--no-system-fonts", [&fonts] { fonts.m_useSystemFonts = false; }, "Use only the fonts of --font-dir");
+      option::NoSystemFonts, [&fonts] { fonts.m_useSystemFonts = false; },
+      std::string("Use only the fonts of ") + option::FontDir);
 }
 
 void addMigrate(CLI::App& app, MigrateCommand& command) {
@@ -158,23 +162,23 @@ void addMigrate(CLI::App& app, MigrateCommand& command) {
   int& dropped = command.m_options.m_dropped;
   float& headSize = command.m_options.m_headSize;
   addFiles(migrate, command.m_files);
-  migrate.add_option("-o,--output", command.m_outputFolder, "Folder for the results; created when missing")
+  migrate.add_option(option::Output, command.m_outputFolder, "Folder for the results; created when missing")
       ->type_name("DIR")
       ->check(requireName)
       ->required();
-  addDropFlag(migrate, "--drop-view-metadata", qvAnnotationMigration::DropViewMetadata, dropped,
+  addDropFlag(migrate, option::DropViewMetadata, qvAnnotationMigration::DropViewMetadata, dropped,
               "Migrate views that carry metadata, without it");
-  addDropFlag(migrate, "--drop-known-metadata", qvAnnotationMigration::DropKnownMetadata, dropped,
+  addDropFlag(migrate, option::DropKnownMetadata, qvAnnotationMigration::DropKnownMetadata, dropped,
               "Migrate annotations whose metadata has only known keys, without it");
-  addDropFlag(migrate, "--drop-unknown-metadata", qvAnnotationMigration::DropUnknownMetadata, dropped,
+  addDropFlag(migrate, option::DropUnknownMetadata, qvAnnotationMigration::DropUnknownMetadata, dropped,
               "Pass over unknown metadata keys of annotations");
   migrate
       .add_option_function<std::string>(
-          "--head-size",
+          option::HeadSize,
           [&headSize](std::string const& text) {
             auto const size = readLength(text, HeadSizes);
             if (!size.has_value()) {
-              throw CLI::ValidationError("--head-size",
+              throw CLI::ValidationError(option::HeadSize,
                                          refuseNumber(text, "number", formatLength(HeadSizes.m_least),
                                                       formatLength(HeadSizes.m_most)) +
                                              "; write it like 3 or 2.5");
@@ -183,20 +187,21 @@ void addMigrate(CLI::App& app, MigrateCommand& command) {
           },
           "Size of leader heads and dimension arrows in mm, from 0.001 to 1000 (default 3)")
       ->type_name("X");
-  migrate.add_option("--rasters", command.m_options.m_rasterFolder, "Folder of the images that rasters name")
+  migrate
+      .add_option(option::Rasters, command.m_options.m_rasterFolder, "Folder of the images that rasters name")
       ->type_name("DIR")
       ->check(requireName);
   addTextMode(migrate, command.m_textMode);
   addConversion(migrate, command.m_conversion);
   addFonts(migrate, command.m_options.m_fonts);
-  migrate.add_flag("--force", command.m_force, "Replace results that exist");
+  migrate.add_flag(option::Force, command.m_force, "Replace results that exist");
   addStrict(migrate, command.m_isStrict);
 }
 
 void addFontReport(CLI::App& app, FontsCommand& command) {
   CLI::App& fonts = *app.add_subcommand("fonts", "List the fonts that documents ask for and get");
   addFiles(fonts, command.m_files);
-  fonts.add_flag("--json", command.m_asJson, "Write JSON");
+  fonts.add_flag(option::Json, command.m_asJson, "Write JSON");
   addFonts(fonts, command.m_fonts);
   addStrict(fonts, command.m_isStrict);
 }
@@ -211,14 +216,15 @@ void addFile(CLI::App& command, std::string& file) {
 CLI::Option* addStreamVersion(CLI::App& command, qvToolkit::EncodingOptions& options) {
   return command
       .add_option_function<std::string>(
-          "--stream-version",
+          option::StreamVersion,
           [&options](std::string const& text) {
             qv::qvStreamVersion const version(text);
             constexpr NumberRange<std::uint32_t> Writable{qvToolkit::OldestWritableVersion,
                                                           qvToolkit::NewestWritableVersion};
             // Spelled as versions are, so that nobody takes 6.022 for an older one.
             if (!Writable.holds(version.GetPacked()) || version.toString() != text) {
-              throw CLI::ValidationError("--stream-version", refuseNumber(text, "version", "6.13", "6.27"));
+              throw CLI::ValidationError(option::StreamVersion,
+                                         refuseNumber(text, "version", "6.13", "6.27"));
             }
             options.m_version = version.GetPacked();
           },
@@ -233,12 +239,12 @@ std::string requireFileName(std::string const& path) {
 
 void addEncodedOutput(CLI::App& app, EncodeCommand& command) {
   addFile(app, command.m_file);
-  app.add_option("-o,--output", command.m_output, "File for the result")
+  app.add_option(option::Output, command.m_output, "File for the result")
       ->type_name("OUT")
       ->check(requireFileName)
       ->required();
-  app.add_flag("--views-only", command.m_options.m_viewsOnly, "Write no metadata object, only the views");
-  app.add_flag("--force", command.m_force, "Replace a result that exists");
+  app.add_flag(option::ViewsOnly, command.m_options.m_viewsOnly, "Write no metadata object, only the views");
+  app.add_flag(option::Force, command.m_force, "Replace a result that exists");
   addStrict(app, command.m_isStrict);
 }
 
@@ -256,12 +262,12 @@ struct TransformOption {
 };
 
 constexpr TransformOption TransformOptions[] = {
-    {"--matrix", qvToolkit::TransformKind::Matrix, "M00 ... M23",
+    {option::Matrix, qvToolkit::TransformKind::Matrix, "M00 ... M23",
      "Three rows of four numbers for column vectors, or all 16: a turn times one scale, and a move"},
-    {"--translate", qvToolkit::TransformKind::Translate, "X Y Z", "Move by a vector of model space"},
-    {"--scale", qvToolkit::TransformKind::Scale, "S",
+    {option::Translate, qvToolkit::TransformKind::Translate, "X Y Z", "Move by a vector of model space"},
+    {option::Scale, qvToolkit::TransformKind::Scale, "S",
      "Scale places about the origin by a number above 0; texts keep their size"},
-    {"--rotate", qvToolkit::TransformKind::Rotate, "AXIS DEG",
+    {option::Rotate, qvToolkit::TransformKind::Rotate, "AXIS DEG",
      "Turn about the axis x, y or z of model space, counter-clockwise"},
 };
 
@@ -302,12 +308,12 @@ void addDump(CLI::App& app, DumpCommand& command) {
   CLI::App& dump = *app.add_subcommand("dump", "Show the fields of an object stream, byte by byte");
   addFile(dump, command.m_file);
   dump.add_option_function<std::string>(
-          "--at",
+          option::At,
           [&command](std::string const& text) {
             command.m_at = readOffset(text);
             if (command.m_at.has_value()) return;
-            throw CLI::ValidationError("--at", refuseNumber(text, "offset", "0", "18446744073709551615") +
-                                                   "; write it like 288 or 0x120");
+            throw CLI::ValidationError(option::At, refuseNumber(text, "offset", "0", "18446744073709551615") +
+                                                       "; write it like 288 or 0x120");
           },
           "Show only the field that holds this byte, and its neighbours")
       ->type_name("OFFSET");
@@ -345,7 +351,7 @@ Command parseCommandLine(int count, char const* const* arguments) {
   CLI::App app(Description, "qvannot");
   app.footer(Footer);
   app.require_subcommand(1);
-  app.set_version_flag("--version", getVersionText(), "Print the version and exit");
+  app.set_version_flag(option::Version, getVersionText(), "Print the version and exit");
   InspectCommand inspect;
   MigrateCommand migrate;
   addInspect(app, inspect);

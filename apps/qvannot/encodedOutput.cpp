@@ -33,10 +33,7 @@ void writeEncoded(qvToolkit::Document const& document, EncodeCommand const& comm
   qvToolkit::OutputSet outputs(getFolder(command), command.m_force, getInterruption());
   outputs.protect(input);
   bool const isWritten = writeOutput(command, encoded.m_bytes, reporter, outputs);
-  if (!isWritten) {
-    encoded.m_findings.push_back(outputs.getProblem());
-    reporter.count(qvToolkit::ExitOutputFailed);
-  }
+  if (!isWritten) encoded.m_findings.push_back(outputs.getProblem());
   reporter.report(document.m_path, encoded.m_findings);
   if (isWritten) reporter.print(command.m_output + '\n');
 }

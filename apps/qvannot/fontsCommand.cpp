@@ -3,6 +3,7 @@
 #include "fontChoice.h"
 #include "job.h"
 #include "jsonFiles.h"
+#include "optionNames.h"
 #include "qvToolkit/reports/fontReport.h"
 
 namespace qvannot {
@@ -37,11 +38,12 @@ std::string makeReport(FontsCommand const& command, std::string const& path, Rep
     return document.m_failure == qvToolkit::ExitDone ? formatFontReport(document, report) : std::string();
   qvToolkit::Findings all = document.m_findings;
   all.insert(all.end(), findings.begin(), findings.end());
-  return qvToolkit::formatFontReportsJson({document}, {report}, {all});
+  return qvToolkit::formatFontReportsJson({document}, {report}, {all}, spellOption);
 }
 
 std::string makeFailedEntry(qvToolkit::Document const& document) {
-  return qvToolkit::formatFontReportsJson({document}, {qvToolkit::FontReport()}, {document.m_findings});
+  return qvToolkit::formatFontReportsJson({document}, {qvToolkit::FontReport()}, {document.m_findings},
+                                          spellOption);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "commands.h"
 #include "job.h"
 #include "jsonFiles.h"
+#include "optionNames.h"
 #include "qvToolkit/reports/inspection.h"
 #include "qvToolkit/reports/legacyJson.h"
 
@@ -9,8 +10,8 @@ namespace qvannot {
 namespace {
 
 std::string formatJson(qvToolkit::Document const& document, bool isFull) {
-  return isFull ? qvToolkit::formatLegacyJson({document})
-                : qvToolkit::formatInspectionsJson({qvToolkit::inspectDocument(document)});
+  return isFull ? qvToolkit::formatLegacyJson({document}, spellOption)
+                : qvToolkit::formatInspectionsJson({qvToolkit::inspectDocument(document)}, spellOption);
 }
 
 void inspectFile(InspectCommand const& command, std::string const& path, Reporter& reporter) {

@@ -13,6 +13,7 @@ namespace {
 
 using qvToolkit::ExitCode;
 using qvToolkit::Finding;
+using qvToolkit::FindingCode;
 
 class JsonRun {
  public:
@@ -52,23 +53,17 @@ class JsonRun {
   void relay(std::string const& path, Spool const& entry, ExitCode code) {
     if (m_list.add(entry)) return;
     // A worker that withdrew its result has said why.
-    Finding finding{qvToolkit::FindingCode::LimitOutput,
-                    qvToolkit::Severity::Error,
-                    "its result is larger than it may be",
-                    {},
-                    {},
-                    "--max-output"};
-    if (code == qvToolkit::ExitOutputFailed) {
-      finding.m_code = qvToolkit::FindingCode::OutputFailed;
-      finding.m_text = "its result cannot be kept";
-      finding.m_option.clear();
-    } else if (code != qvToolkit::ExitLimit) {
-      finding.m_code = qvToolkit::FindingCode::WorkerGarbage;
-      finding.m_text = "the process that worked on it left no proper result; please report it";
-      finding.m_option.clear();
-      m_reporter.report(path, {finding});
+    if (code == qvToolkit::ExitLimit) {
+      addFailed(path, makeFinding(FindingCode::LimitOutput, "its result is larger than it may be"));
+    } else if (code == qvToolkit::ExitOutputFailed) {
+      addFailed(path, makeFinding(FindingCode::OutputFailed, "its result cannot be kept"));
+    } else {
+      Finding const garbage =
+          makeFinding(FindingCode::WorkerGarbage,
+                      "the process that worked on it left no proper result; please report it");
+      m_reporter.report(path, {garbage});
+      addFailed(path, garbage);
     }
-    addFailed(path, finding);
   }
 
   void addFailed(std::string const& path, Finding const& finding) {

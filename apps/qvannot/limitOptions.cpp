@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+#include "optionNames.h"
 #include "optionNumbers.h"
 
 namespace qvannot {
@@ -24,50 +25,50 @@ constexpr std::uint64_t MostOfAnything = 1'000'000'000'000;
 
 /// Least values are those with which some document can still be read or written.
 constexpr LimitOption LimitOptions[] = {
-    {"--max-memory",
+    {option::MaxMemory,
      Limit::Memory,
      true,
      {MiB, MostBytes},
      "Memory (default 256M and 64 times the input, at most 4G)"},
-    {"--max-time",
+    {option::MaxTime,
      Limit::Time,
      false,
      {1, 1'000'000'000},
      "Seconds of processor time for an input, and twice as many by the clock (default 60)"},
-    {"--max-input", Limit::Input, true, {1, MostBytes}, "Size of an input (default 1G)"},
-    {"--max-failed-reads",
+    {option::MaxInput, Limit::Input, true, {1, MostBytes}, "Size of an input (default 1G)"},
+    {option::MaxFailedReads,
      Limit::FailedReads,
      false,
      {0, MostOfAnything},
      "Reads behind the end of an object stream (default 1000000)"},
-    {"--max-stack",
+    {option::MaxStack,
      Limit::Stack,
      true,
      {16 * KiB, MostBytes},
      "Stack for reading an object stream (default 1M, never more than a quarter of what there is)"},
-    {"--max-json-depth",
+    {option::MaxJsonDepth,
      Limit::JsonDepth,
      false,
      {1, Limits::MostContainers},
      "Objects and arrays within each other (default 1000)"},
-    {"--max-depth",
+    {option::MaxDepth,
      Limit::Depth,
      false,
      {0, MostOfAnything},
      "Levels of sub-annotations in what is written (default 200)"},
-    {"--max-nodes",
+    {option::MaxNodes,
      Limit::Nodes,
      false,
      {1, MostOfAnything},
      "Annotations of a view in what is written (default 10000000)"},
-    {"--max-output",
+    {option::MaxOutput,
      Limit::Output,
      true,
      {1, MostBytes},
      "All results together (default 64M and 64 times the input)"},
-    {"--max-output-file", Limit::OutputFile, true, {1, MostBytes}, "One result (default 2G)"},
-    {"--max-raster", Limit::Raster, true, {1, MostBytes}, "File of an image (default 64M)"},
-    {"--max-views",
+    {option::MaxOutputFile, Limit::OutputFile, true, {1, MostBytes}, "One result (default 2G)"},
+    {option::MaxRaster, Limit::Raster, true, {1, MostBytes}, "File of an image (default 64M)"},
+    {option::MaxViews,
      Limit::Views,
      false,
      {1, MostOfAnything},
@@ -102,9 +103,9 @@ void addLimits(CLI::App& command, Limits& limits) {
   for (LimitOption const& option : LimitOptions) addLimit(command, option, limits);
   command
       .add_option_function<std::string>(
-          "--limits",
+          option::Limits,
           [&limits](std::string const& text) {
-            if (text != "none") throw CLI::ValidationError("--limits", "'" + text + "' is not none");
+            if (text != "none") throw CLI::ValidationError(option::Limits, "'" + text + "' is not none");
             limits.lift();
           },
           "For trusted documents: no limit but those that options set, and no process of its own")

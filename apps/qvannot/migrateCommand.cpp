@@ -6,6 +6,7 @@
 #include "interruption.h"
 #include "job.h"
 #include "memoryBudget.h"
+#include "optionNames.h"
 #include "qvToolkit/files/outputSet.h"
 #include "qvToolkit/pages/svgPage.h"
 #include "qvToolkit/reports/migratedJson.h"
@@ -14,7 +15,6 @@ namespace qvannot {
 
 namespace {
 
-using qvToolkit::ExitCode;
 using qvToolkit::Findings;
 
 void append(Findings& findings, Findings const& more) {
@@ -78,16 +78,13 @@ class DocumentWriter {
     if (!m_outputs.open(qvToolkit::getModelName(stem))) return fail();
     Findings all = document.m_findings;
     append(all, m_findings);
-    bool const isWritten = writeMigratedDocument(m_outputs, document, m_session, views, pages, all);
+    bool const isWritten =
+        writeMigratedDocument(m_outputs, document, m_session, views, pages, all, spellOption);
     return (isWritten && m_outputs.commit()) || fail();
   }
 
   /// What was found on the way, and in the end why the outputs could not be written.
   Findings const& getFindings() const noexcept { return m_findings; }
-  ExitCode getFailure() const noexcept {
-    bool const isConverted = m_converter.getFailure() == qvToolkit::ExitDone;
-    return isConverted ? qvToolkit::ExitOutputFailed : m_converter.getFailure();
-  }
   std::vector<std::string> getPaths() const { return m_outputs.getPaths(); }
 
  private:
@@ -102,8 +99,7 @@ class DocumentWriter {
   }
 
   bool fail() {
-    bool const isConverted = m_converter.getFailure() == qvToolkit::ExitDone;
-    m_findings.push_back(isConverted ? m_outputs.getProblem() : m_converter.getProblem());
+    m_findings.push_back(m_converter.findProblem().value_or(m_outputs.getProblem()));
     return false;
   }
 
@@ -126,13 +122,11 @@ bool checkViews(MigrateCommand const& command, qvToolkit::Document const& docume
   std::uint64_t const limit = command.m_limits.get(Limit::Views);
   std::size_t const count = document.m_views.size();
   if (count <= limit) return true;
-  reporter.report(document.m_path, {{qvToolkit::FindingCode::LimitViews,
-                                     qvToolkit::Severity::Error,
-                                     "it has " + std::to_string(count) + " views, more than the limit of " +
-                                         std::to_string(limit) + "; nothing is migrated",
-                                     "view/" + std::to_string(limit),
-                                     {},
-                                     "--max-views"}});
+  reporter.report(document.m_path,
+                  {makeFinding(qvToolkit::FindingCode::LimitViews,
+                               "it has " + std::to_string(count) + " views, more than the limit of " +
+                                   std::to_string(limit) + "; nothing is migrated",
+                               "view/" + std::to_string(limit))});
   return false;
 }
 
@@ -144,7 +138,6 @@ void migrateFile(MigrateCommand const& command, std::size_t index, InputNames co
   std::vector<qvToolkit::MigratedView> const views = session.migrate(document);
   DocumentWriter writer(command, session, inputs.m_files, reporter.getOutputBudget());
   bool const isWritten = writer.write(document, views, inputs.m_stems[index]);
-  if (!isWritten) reporter.count(writer.getFailure());
   reporter.report(document.m_path, writer.getFindings());
   if (!isWritten) return;
   for (std::string const& path : writer.getPaths()) reporter.print(path + '\n');
@@ -153,8 +146,8 @@ void migrateFile(MigrateCommand const& command, std::size_t index, InputNames co
 bool checkRasterFolder(std::string const& folder, Reporter& reporter) {
   std::string const problem = qvToolkit::RasterFolder(folder).getFolderProblem();
   if (problem.empty()) return true;
-  reporter.fail(qvToolkit::ExitInputUnreadable,
-                "cannot use the folder of images '" + folder + "': " + problem + "; correct --rasters");
+  reporter.fail(qvToolkit::ExitInputUnreadable, "cannot use the folder of images '" + folder +
+                                                    "': " + problem + "; correct " + option::Rasters);
   return false;
 }
 

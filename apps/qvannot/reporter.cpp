@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+#include "optionNames.h"
 #include "qvToolkit/text/textEscape.h"
 
 namespace qvannot {
@@ -53,7 +54,7 @@ void Reporter::report(std::string const& path, qvToolkit::Findings const& findin
   std::string limits;
   for (qvToolkit::Finding const& finding : joinInfos(findings)) {
     if (++printed[finding.m_code] > MaxPrintedPerCode) continue;
-    (isLimit(finding.m_code) ? limits : lines) += formatFinding(path, finding) + '\n';
+    (isLimit(finding.m_code) ? limits : lines) += formatFinding(path, finding, spellOption) + '\n';
   }
   for (auto const& [code, number] : printed) {
     if (number <= MaxPrintedPerCode) continue;
@@ -63,9 +64,7 @@ void Reporter::report(std::string const& path, qvToolkit::Findings const& findin
   // Last, where they are passed on in any case.
   writeError(lines + limits);
   auto const threshold = m_isStrict ? qvToolkit::Severity::Warning : qvToolkit::Severity::Error;
-  if (getHighestSeverity(findings) >= threshold) count(qvToolkit::ExitFindings);
-  if (std::ranges::any_of(findings, qvToolkit::isLimit, &qvToolkit::Finding::m_code))
-    count(qvToolkit::ExitLimit);
+  for (qvToolkit::Finding const& finding : findings) count(getExitCode(finding, threshold));
 }
 
 bool Reporter::reportOpened(qvToolkit::Document const& document) {
@@ -87,8 +86,8 @@ void Reporter::count(qvToolkit::ExitCode code) {
 
 void Reporter::print(std::string_view text) {
   if (m_isBroken) return;
-  if (text.size() > m_outputLeft) return refuseOutput(m_outputBudget, "--max-output");
-  if (text.size() > m_printLeft) return refuseOutput(m_printBudget, "--max-output-file");
+  if (text.size() > m_outputLeft) return refuseOutput(m_outputBudget, qvToolkit::OptionKey::MaxOutput);
+  if (text.size() > m_printLeft) return refuseOutput(m_printBudget, qvToolkit::OptionKey::MaxOutputFile);
   m_outputLeft -= text.size();
   m_printLeft -= text.size();
   if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failToPrint(errno);
@@ -113,7 +112,7 @@ void Reporter::failToPrint(int error) {
   if (m_isWorker && error == EFBIG) {
     rlimit limit{};
     getrlimit(RLIMIT_FSIZE, &limit);
-    return refuseOutput(limit.rlim_cur, "--max-output-file");
+    return refuseOutput(limit.rlim_cur, qvToolkit::OptionKey::MaxOutputFile);
   }
   m_isBroken = true;
   if (!m_isWorker && error == EPIPE) return count(qvToolkit::ExitOutputFailed);
@@ -123,15 +122,12 @@ void Reporter::failToPrint(int error) {
   withdraw();
 }
 
-void Reporter::refuseOutput(std::uint64_t limit, char const* option) {
+void Reporter::refuseOutput(std::uint64_t limit, qvToolkit::OptionKey option) {
   m_isBroken = true;
-  qvToolkit::Finding finding;
-  finding.m_code = qvToolkit::FindingCode::LimitOutput;
-  finding.m_severity = qvToolkit::Severity::Error;
-  finding.m_text =
-      "the result is larger than the limit of " + std::to_string(limit) + " bytes; nothing is shown";
-  finding.m_option = option;
-  report(m_input, {finding});
+  auto const finding = qvToolkit::makeFinding(
+      qvToolkit::FindingCode::LimitOutput,
+      "the result is larger than the limit of " + std::to_string(limit) + " bytes; nothing is shown");
+  report(m_input, {withOptions(finding, {option})});
   withdraw();
 }
 

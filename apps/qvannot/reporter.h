@@ -64,7 +64,7 @@ class Reporter {
  private:
   std::string readMessages(Spool const& errors);
   void failToPrint(int error);
-  void refuseOutput(std::uint64_t limit, char const* option);
+  void refuseOutput(std::uint64_t limit, qvToolkit::OptionKey option);
   void withdraw();
 
   bool m_isStrict;

@@ -15,8 +15,7 @@ void transformFile(TransformCommand const& command, Reporter& reporter) {
   }
   auto const outcome = transformDocument(document, command.m_transformation);
   reporter.report(document.m_path, outcome.m_findings);
-  if (!outcome.m_isMoved) return reporter.count(qvToolkit::ExitOutputFailed);
-  writeEncoded(document, command, reporter);
+  if (outcome.m_isMoved) writeEncoded(document, command, reporter);
 }
 
 }  // namespace

@@ -105,26 +105,21 @@ void sleepOn(pollfd& event, Pause pause) noexcept {
   ppoll(&event, event.revents == 0 ? 1 : 0, &time, nullptr);
 }
 
-Finding makeDeath(FindingCode code, std::string text, char const* option = "") {
-  return {code, qvToolkit::Severity::Error, std::move(text), {}, {}, option};
-}
-
 Finding describeSignal(int signal, std::uint64_t seconds) {
   if (signal == SIGXCPU) {
-    return makeDeath(FindingCode::LimitTime,
-                     "the work on it took more than the limit of " + std::to_string(seconds) +
-                         " seconds of processor time; nothing of it is written",
-                     "--max-time");
+    return makeFinding(FindingCode::LimitTime, "the work on it took more than the limit of " +
+                                                   std::to_string(seconds) +
+                                                   " seconds of processor time; nothing of it is written");
   }
   if (signal == SIGKILL) {
-    return makeDeath(
+    return makeFinding(
         FindingCode::WorkerKilled,
         "the process that worked on it was killed, for want of memory or by an operator; nothing "
         "of it is written");
   }
-  return makeDeath(FindingCode::WorkerCrashed, "the process that worked on it crashed by signal " +
-                                                   std::to_string(signal) + " (" + strsignal(signal) +
-                                                   "); nothing of it is written; please report it");
+  return makeFinding(FindingCode::WorkerCrashed, "the process that worked on it crashed by signal " +
+                                                     std::to_string(signal) + " (" + strsignal(signal) +
+                                                     "); nothing of it is written; please report it");
 }
 
 bool isKnown(int exitCode) {
@@ -204,8 +199,8 @@ std::optional<int> Worker::readResult() const {
 WorkerEnd Worker::wait() {
   if (m_process < 0) {
     return {std::nullopt,
-            makeDeath(FindingCode::WorkerKilled,
-                      "no process can be started for it: " + std::generic_category().message(m_problem))};
+            makeFinding(FindingCode::WorkerKilled,
+                        "no process can be started for it: " + std::generic_category().message(m_problem))};
   }
   bool const isInTime = waitForExit();
   // Also when it has ended: it may have left others of its group behind.
@@ -216,19 +211,18 @@ WorkerEnd Worker::wait() {
   }
   std::uint64_t const seconds = m_limits.get(Limit::Time);
   if (!isInTime) {
-    return {std::nullopt, makeDeath(FindingCode::LimitTime,
-                                    "the work on it took longer than the limit of " +
-                                        std::to_string(ClockFactor * seconds) +
-                                        " seconds by the clock; nothing of it is written",
-                                    "--max-time")};
+    return {std::nullopt,
+            makeFinding(FindingCode::LimitTime, "the work on it took longer than the limit of " +
+                                                    std::to_string(ClockFactor * seconds) +
+                                                    " seconds by the clock; nothing of it is written")};
   }
   if (WIFSIGNALED(status)) return {std::nullopt, describeSignal(WTERMSIG(status), seconds)};
   int const exitCode = WEXITSTATUS(status);
   if (readResult() == exitCode && isKnown(exitCode)) return {static_cast<qvToolkit::ExitCode>(exitCode), {}};
   return {std::nullopt,
-          makeDeath(FindingCode::WorkerGarbage,
-                    "the process that worked on it ended with code " + std::to_string(exitCode) +
-                        " without a proper result; nothing of it is shown; please report it")};
+          makeFinding(FindingCode::WorkerGarbage,
+                      "the process that worked on it ended with code " + std::to_string(exitCode) +
+                          " without a proper result; nothing of it is shown; please report it")};
 }
 
 bool isWorker() noexcept {

@@ -29,25 +29,22 @@ struct SignalLimit {
   FindingCode m_code;
   char const* m_text;
   char const* m_unit;
-  char const* m_option;
+  OptionKey m_option;
 };
 
 constexpr std::array SignalLimits = {
     SignalLimit{SIGXCPU, RLIMIT_CPU, FindingCode::LimitTime, " took more than the limit of ",
-                " seconds of processor time", "--max-time"},
+                " seconds of processor time", OptionKey::MaxTime},
     SignalLimit{SIGXFSZ, RLIMIT_FSIZE, FindingCode::LimitOutput, " writes more than the limit of ", " bytes",
-                "--max-output-file"},
+                OptionKey::MaxOutputFile},
 };
-
-Finding makeFinding(FindingCode code, std::string text, char const* option) {
-  return {code, Severity::Error, std::move(text), {}, {}, option};
-}
 
 Finding describe(std::string const& program, SignalLimit const& limit) {
   rlimit value{};
   getrlimit(limit.m_resource, &value);
-  return makeFinding(limit.m_code, program + limit.m_text + std::to_string(value.rlim_cur) + limit.m_unit,
-                     limit.m_option);
+  return withOptions(
+      makeFinding(limit.m_code, program + limit.m_text + std::to_string(value.rlim_cur) + limit.m_unit),
+      {limit.m_option});
 }
 
 Finding describeMemory(std::string const& program, std::uint64_t limit) {
@@ -55,8 +52,7 @@ Finding describeMemory(std::string const& program, std::uint64_t limit) {
   return makeFinding(FindingCode::LimitMemory,
                      text + (limit == ChildCommand::Unlimited
                                  ? "there is"
-                                 : "is left of the limit of " + std::to_string(limit) + " bytes"),
-                     "--max-memory");
+                                 : "is left of the limit of " + std::to_string(limit) + " bytes"));
 }
 
 }  // namespace
@@ -69,10 +65,9 @@ std::optional<Finding> findChildLimit(std::string const& program, ChildRun const
   if (limit != SignalLimits.end()) return describe(program, *limit);
   if (run.m_signal == 0) return std::nullopt;
   bool const isKilled = run.m_signal == SIGKILL;
-  return makeFinding(
-      isKilled ? FindingCode::WorkerKilled : FindingCode::WorkerCrashed,
-      program + " was ended by signal " + std::to_string(run.m_signal) + " (" + strsignal(run.m_signal) + ")",
-      "");
+  return makeFinding(isKilled ? FindingCode::WorkerKilled : FindingCode::WorkerCrashed,
+                     program + " was ended by signal " + std::to_string(run.m_signal) + " (" +
+                         strsignal(run.m_signal) + ")");
 }
 
 }  // namespace qvToolkit

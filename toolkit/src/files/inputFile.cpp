@@ -18,15 +18,14 @@ namespace {
 
 constexpr std::size_t ChunkSize = std::size_t{1} << 16;
 
-InputFile fail(FindingCode code, ExitCode failure, std::string text) {
+InputFile fail(FindingCode code, std::string text) {
   InputFile input;
-  input.m_problem = Finding{code, Severity::Error, std::move(text), {}, {}, {}};
-  input.m_failure = failure;
+  input.m_problem = makeFinding(code, std::move(text));
   return input;
 }
 
 InputFile failToRead(std::string text) {
-  return fail(FindingCode::InputUnreadable, ExitInputUnreadable, std::move(text));
+  return fail(FindingCode::InputUnreadable, std::move(text));
 }
 
 InputFile failByErrno(char const* action) {
@@ -34,10 +33,8 @@ InputFile failByErrno(char const* action) {
 }
 
 InputFile failBySize(std::uint64_t maxBytes) {
-  InputFile input = fail(FindingCode::InputTooLarge, ExitLimit,
-                         "the input is larger than the limit of " + std::to_string(maxBytes) + " bytes");
-  input.m_problem->m_option = "--max-input";
-  return input;
+  return fail(FindingCode::InputTooLarge,
+              "the input is larger than the limit of " + std::to_string(maxBytes) + " bytes");
 }
 
 /// What a path names when it is no regular file; null when it is one.

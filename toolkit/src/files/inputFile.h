@@ -14,7 +14,6 @@ namespace qvToolkit {
 struct InputFile {
   std::string m_bytes;
   std::optional<Finding> m_problem;
-  ExitCode m_failure = ExitDone;
 };
 
 /// Room that is kept free behind the bytes, for parsers that read ahead.

@@ -100,7 +100,7 @@ bool OutputSet::admit(std::uint64_t bytes) {
       isFileTooLarge ? "'" + m_folderPath + "/" + m_files.back().m_name + "' is" : "the results are";
   fail(FindingCode::LimitOutput,
        what + " larger than the limit of " + std::to_string(limit) + " bytes; nothing is written");
-  m_problem.m_option = isFileTooLarge ? "--max-output-file" : "--max-output";
+  if (isFileTooLarge) m_problem.m_options = {OptionKey::MaxOutputFile};
   return false;
 }
 
@@ -127,8 +127,7 @@ std::vector<std::string> OutputSet::getPaths() const {
 
 bool OutputSet::fail(FindingCode code, std::string text) {
   m_hasFailed = true;
-  m_problem = {code, Severity::Error, std::move(text), {}, {}, {}};
-  if (code == FindingCode::OutputExists) m_problem.m_option = "--force";
+  m_problem = makeFinding(code, std::move(text));
   return false;
 }
 
@@ -159,7 +158,7 @@ bool OutputSet::mayCreate(std::string const& name) {
     return fail(FindingCode::OutputFailed,
                 "'" + path + "' is an input and is not replaced; name another folder");
   }
-  return m_force || fail(FindingCode::OutputExists, "'" + path + "' exists; --force replaces it");
+  return m_force || fail(FindingCode::OutputExists, "'" + path + "' exists; it is not replaced");
 }
 
 bool OutputSet::openTemporary(std::string const& name) {
@@ -196,7 +195,7 @@ bool OutputSet::place(File const& file) {
   if (result == 0) return true;
   if (errno == EEXIST && !m_force) {
     return fail(FindingCode::OutputExists,
-                "'" + m_folderPath + "/" + file.m_name + "' exists; --force replaces it");
+                "'" + m_folderPath + "/" + file.m_name + "' exists; it is not replaced");
   }
   return failWithError("create", file.m_name, errno);
 }

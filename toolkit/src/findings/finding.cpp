@@ -1,8 +1,8 @@
 #include "qvToolkit/findings/finding.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
+#include <utility>
 
 #include "qvToolkit/text/textEscape.h"
 
@@ -12,92 +12,6 @@ namespace {
 
 /// Messages of the library hold texts of the document in full.
 constexpr std::size_t MaxShownText = 2000;
-
-struct CodeText {
-  FindingCode m_code;
-  std::string_view m_text;
-};
-
-/// In the order of the enumeration; the texts are stable, scripts filter by them.
-constexpr auto CodeTexts = std::to_array<CodeText>({
-    {FindingCode::InputUnreadable, "input.unreadable"},
-    {FindingCode::InputTooLarge, "input.too-large"},
-    {FindingCode::FormatUnknown, "input.unknown-format"},
-    {FindingCode::JsonBroken, "json.broken"},
-    {FindingCode::JsonTooDeep, "json.too-deep"},
-    {FindingCode::JsonDuplicateKey, "json.duplicate-key"},
-    {FindingCode::JsonBigInteger, "json.big-integer"},
-    {FindingCode::JsonByteOrderMark, "json.byte-order-mark"},
-    {FindingCode::DocumentShape, "document.shape"},
-    {FindingCode::NoViews, "document.no-views"},
-    {FindingCode::StreamBroken, "stream.broken"},
-    {FindingCode::StreamObjectId, "stream.object-id"},
-    {FindingCode::StreamUnknownType, "stream.unknown-type"},
-    {FindingCode::StreamOverRead, "stream.over-read"},
-    {FindingCode::StreamRefused, "stream.refused"},
-    {FindingCode::StreamUnderRead, "stream.under-read"},
-    {FindingCode::StreamLink, "stream.link"},
-    {FindingCode::StreamUnlistedView, "stream.unlisted-view"},
-    {FindingCode::StreamTrailing, "stream.trailing-bytes"},
-    {FindingCode::StreamVersion, "stream.version"},
-    {FindingCode::StreamMore, "stream.more"},
-    {FindingCode::StreamOffset, "stream.offset"},
-    {FindingCode::ReaderMessage, "reader.message"},
-    {FindingCode::ReaderRepeated, "reader.repeated"},
-    {FindingCode::RecordLost, "reader.record-lost"},
-    {FindingCode::KeyIgnored, "reader.key-ignored"},
-    {FindingCode::ValueUnknown, "reader.value-unknown"},
-    {FindingCode::MigrationMessage, "migration.message"},
-    {FindingCode::ViewNotMigrated, "migration.view-not-migrated"},
-    {FindingCode::MetadataDropped, "migration.metadata-dropped"},
-    {FindingCode::PlaneDegenerate, "view.plane-degenerate"},
-    {FindingCode::BlankLineSkipped, "text.blank-line-skipped"},
-    {FindingCode::BlankRunSkipped, "text.blank-run-skipped"},
-    {FindingCode::TextNoHeight, "text.no-height"},
-    {FindingCode::TextLowContrast, "text.low-contrast"},
-    {FindingCode::ShapeAsRectangle, "frame.shape-as-rectangle"},
-    {FindingCode::FontNone, "font.none"},
-    {FindingCode::FontMetricCompatible, "font.metric-compatible"},
-    {FindingCode::FontSubstituted, "font.substituted"},
-    {FindingCode::FontReplaced, "font.replaced"},
-    {FindingCode::FontSynthesized, "font.synthesized"},
-    {FindingCode::GlyphMissing, "font.glyph-missing"},
-    {FindingCode::LeaderHeadUnknown, "leader.head-unknown"},
-    {FindingCode::LeaderHeadCollapsed, "leader.head-collapsed"},
-    {FindingCode::LeaderLost, "leader.lost"},
-    {FindingCode::RasterUnavailable, "raster.unavailable"},
-    {FindingCode::RasterUnreadable, "raster.unreadable"},
-    {FindingCode::RasterSize, "raster.size"},
-    {FindingCode::NumberNotFinite, "number.not-finite"},
-    {FindingCode::TextRepaired, "text.repaired"},
-    {FindingCode::EncodingLoss, "encoding.loss"},
-    {FindingCode::EncodingOrder, "encoding.order"},
-    {FindingCode::TransformSizeKept, "transform.size-kept"},
-    {FindingCode::TransformPlaneKept, "transform.plane-kept"},
-    {FindingCode::TransformOverflow, "transform.overflow"},
-    {FindingCode::LimitMemory, "limit.memory"},
-    {FindingCode::LimitFailedReads, "limit.failed-reads"},
-    {FindingCode::LimitStack, "limit.stack"},
-    {FindingCode::LimitTime, "limit.time"},
-    {FindingCode::LimitDepth, "limit.depth"},
-    {FindingCode::LimitViews, "limit.views"},
-    {FindingCode::LimitNodes, "limit.nodes"},
-    {FindingCode::LimitOutput, "limit.output"},
-    {FindingCode::LimitRaster, "limit.raster"},
-    {FindingCode::WorkerCrashed, "worker.crashed"},
-    {FindingCode::WorkerKilled, "worker.killed"},
-    {FindingCode::WorkerGarbage, "worker.garbage"},
-    {FindingCode::OutputExists, "output.exists"},
-    {FindingCode::OutputFailed, "output.failed"},
-});
-
-constexpr bool standInOrder() {
-  for (std::size_t i = 0; i < CodeTexts.size(); ++i) {
-    if (static_cast<std::size_t>(CodeTexts[i].m_code) != i || CodeTexts[i].m_text.empty()) return false;
-  }
-  return CodeTexts.back().m_code == FindingCode::OutputFailed;
-}
-static_assert(standInOrder());
 
 void appendNumber(std::string& text, std::optional<std::uint64_t> const& number) {
   if (number.has_value()) text += std::to_string(*number) + ":";
@@ -111,29 +25,41 @@ void appendNote(std::string& notes, std::string_view note) {
 
 }  // namespace
 
-bool isLimit(FindingCode code) {
-  if (code == FindingCode::InputTooLarge || code == FindingCode::JsonTooDeep) return true;
-  return code >= FindingCode::LimitMemory && code <= FindingCode::WorkerGarbage;
+Finding makeFinding(FindingCode code, std::string text, std::string address, SourcePlace place) {
+  return makeFinding(code, getRow(code).m_severity, std::move(text), std::move(address), std::move(place));
 }
 
-std::string_view getCodeText(FindingCode code) {
-  auto const index = static_cast<std::size_t>(code);
-  return index < CodeTexts.size() ? CodeTexts[index].m_text : "unknown";
+Finding makeFinding(FindingCode code, Severity severity, std::string text, std::string address,
+                    SourcePlace place) {
+  Finding finding{code, severity, std::move(text), std::move(address), std::move(place), {}};
+  OptionKey const option = getRow(code).m_option;
+  if (option != OptionKey::None) finding.m_options.push_back(option);
+  return finding;
 }
 
-std::string_view getSeverityText(Severity severity) {
-  switch (severity) {
-    case Severity::Info:
-      return "info";
-    case Severity::Warning:
-      return "warning";
-    case Severity::Error:
-      break;
+Finding withOptions(Finding finding, std::vector<OptionKey> options) {
+  finding.m_options = std::move(options);
+  return finding;
+}
+
+std::string spellOptions(Finding const& finding, OptionSpelling spelling) {
+  std::string text;
+  if (spelling == nullptr) return text;
+  for (OptionKey const option : finding.m_options) {
+    if (!text.empty()) text += ' ';
+    text += spelling(option);
   }
-  return "error";
+  return text;
 }
 
-std::string formatFinding(std::string_view file, Finding const& finding) {
+ExitCode getExitCode(Finding const& finding, Severity threshold) {
+  FindingClass const findingClass = getRow(finding.m_code).m_class;
+  if (findingClass > FindingClass::Lost && findingClass != FindingClass::Broken)
+    return getExitCode(findingClass);
+  return finding.m_severity >= threshold ? ExitFindings : ExitDone;
+}
+
+std::string formatFinding(std::string_view file, Finding const& finding, OptionSpelling spelling) {
   std::string line = escapeTerminal(file);
   if (!line.empty()) line += ":";
   appendNumber(line, finding.m_place.m_line);
@@ -145,7 +71,7 @@ std::string formatFinding(std::string_view file, Finding const& finding) {
   std::string notes;
   appendNote(notes, getCodeText(finding.m_code));
   appendNote(notes, finding.m_address);
-  appendNote(notes, finding.m_option);
+  appendNote(notes, spellOptions(finding, spelling));
   return line + " [" + notes + "]";
 }
 

@@ -13,13 +13,17 @@ namespace qvToolkit {
 /// repeated.
 class FindingList {
  public:
-  void add(FindingCode code, Severity severity, std::string const& address, std::string text,
-           std::string option = {}) {
-    if (!m_known.emplace(code, address, text).second) return;
-    m_findings.push_back({code, severity, std::move(text), address, {}, std::move(option)});
+  void add(Finding finding) {
+    if (!m_known.emplace(finding.m_code, finding.m_address, finding.m_text).second) return;
+    m_findings.push_back(std::move(finding));
+  }
+  /// What `makeFinding` makes of the same.
+  template <class... Parts>
+  void add(FindingCode code, Parts&&... parts) {
+    add(makeFinding(code, std::forward<Parts>(parts)...));
   }
   void append(Findings const& findings) {
-    for (Finding const& f : findings) add(f.m_code, f.m_severity, f.m_address, f.m_text, f.m_option);
+    for (Finding const& finding : findings) add(finding);
   }
 
   Findings takeFindings() {

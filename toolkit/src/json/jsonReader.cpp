@@ -248,7 +248,7 @@ void VariantBuilder::reportBigInteger(std::string_view number) {
 }
 
 void VariantBuilder::report(FindingCode code, std::string text, char const* place) {
-  Finding finding{code, Severity::Warning, std::move(text), {}, {}, {}};
+  Finding finding = makeFinding(code, std::move(text));
   finding.m_place = m_lines.locate(static_cast<std::size_t>(place - m_text.data()));
   finding.m_place.m_jsonPointer = makePointer();
   m_findings.push_back(std::move(finding));
@@ -287,18 +287,16 @@ simdjson::error_code parse(std::string_view text, std::size_t maxContainers, Jso
 /// Why the parser refused the text; nothing when it is a sound one of a single scalar, which the parser does
 /// not read.
 std::optional<Finding> explain(std::string_view text, std::size_t maxContainers, simdjson::error_code error) {
-  Finding finding{FindingCode::JsonBroken, Severity::Error, {}, {}, {}, {}};
   std::optional<JsonFault> const fault = findJsonFault(text, maxContainers);
   if (!fault.has_value()) {
     if (error == simdjson::SCALAR_DOCUMENT_AS_VALUE) return std::nullopt;
-    finding.m_text = std::string("the JSON parser refused the text: ") + simdjson::error_message(error);
-    return finding;
+    return makeFinding(FindingCode::JsonBroken,
+                       std::string("the JSON parser refused the text: ") + simdjson::error_message(error));
   }
-  if (fault->m_isTooDeep) finding.m_code = FindingCode::JsonTooDeep;
-  finding.m_text = (fault->m_isTooDeep ? "nested too deep: found " : "no valid JSON: found ") +
-                   fault->m_found + ", expected " + fault->m_expected;
-  finding.m_place = LineCounter(text).locate(fault->m_offset);
-  return finding;
+  return makeFinding(fault->m_isTooDeep ? FindingCode::JsonTooDeep : FindingCode::JsonBroken,
+                     (fault->m_isTooDeep ? "nested too deep: found " : "no valid JSON: found ") +
+                         fault->m_found + ", expected " + fault->m_expected,
+                     {}, LineCounter(text).locate(fault->m_offset));
 }
 
 void shiftOffsets(Findings& findings, std::size_t shift) {
@@ -316,12 +314,8 @@ void shiftOffsets(Findings& findings, std::size_t shift) {
 }
 
 Finding reportByteOrderMark() {
-  return {FindingCode::JsonByteOrderMark,
-          Severity::Warning,
-          "found a byte-order mark in front of the JSON text; it was skipped",
-          {},
-          {0, 1, 1, {}},
-          {}};
+  return makeFinding(FindingCode::JsonByteOrderMark,
+                     "found a byte-order mark in front of the JSON text; it was skipped", {}, {0, 1, 1, {}});
 }
 
 }  // namespace

@@ -33,10 +33,11 @@ void reportSize(qv::svg::Image const& image, std::string const& address, Finding
   std::string const size = "the image has a size of " + formatSize(width, height) + " mm; ";
   if (isSeen) {
     findings.add(
-        FindingCode::RasterSize, Severity::Warning, address,
-        size + "it is shown as " + formatSize(std::abs(width), std::abs(height)) + ", and not mirrored");
+        FindingCode::RasterSize, Severity::Warning,
+        size + "it is shown as " + formatSize(std::abs(width), std::abs(height)) + ", and not mirrored",
+        address);
   } else {
-    findings.add(FindingCode::RasterSize, Severity::Error, address, size + "it is not to be seen");
+    findings.add(FindingCode::RasterSize, size + "it is not to be seen", address);
   }
 }
 
@@ -48,8 +49,8 @@ void reportImage(qv::svg::Image const& image, std::string const& address, Raster
   std::string_view const reason = header.m_mediaType.empty()
                                       ? "the data are no PNG, JPEG, GIF or WebP image"
                                       : "its header is broken or it has more than 64 million pixels";
-  findings.add(FindingCode::RasterUnreadable, Severity::Error, address,
-               "the image is shown as a black rectangle: " + std::string(reason));
+  findings.add(FindingCode::RasterUnreadable,
+               "the image is shown as a black rectangle: " + std::string(reason), address);
 }
 
 void reportItems(qv::svg::Node const& node, AnnotationPair const& pair, AnnotationMarks const& marks,

@@ -37,10 +37,11 @@ void reportMissing(std::string_view text, std::string const& address, FindingLis
     Utf8Step const step = decodeUtf8(text);
     text.remove_prefix(step.m_length);
     std::string const package(qv::text::findPackageWithCharacter(step.m_codePoint));
-    findings.add(FindingCode::GlyphMissing, Severity::Error, address,
+    findings.add(FindingCode::GlyphMissing,
                  "no font has the character " + describeCharacter(step.m_codePoint) +
                      "; a replacement sign is drawn; install " +
-                     (package.empty() ? "a font that has it" : "the package " + package));
+                     (package.empty() ? "a font that has it" : "the package " + package),
+                 address);
   }
 }
 
@@ -59,7 +60,7 @@ void reportReplacement(qv::svg::TextSpan const& span, std::string const& fonts, 
   bool const isReplaced =
       foldName(span.m_askedFamily) != foldName(span.m_family) && !findReplacement(span.m_askedFamily).empty();
   if (!isReplaced) return;
-  findings.add(FindingCode::FontReplaced, Severity::Info, address, fonts + ", as --font-map asks");
+  findings.add(FindingCode::FontReplaced, fonts + ", as was asked for", address);
 }
 
 /// Options that cannot be followed must not be passed over in silence.
@@ -67,8 +68,11 @@ void reportMissingReplacement(qv::svg::TextSpan const& span, std::string const& 
                               std::string const& address, FindingList& findings) {
   std::string const replacement = findReplacement(span.m_askedFamily);
   if (replacement.empty() || qv::text::hasFontFamily(replacement)) return;
-  findings.add(FindingCode::FontSubstituted, Severity::Warning, address,
-               fonts + ", since the font '" + replacement + "' that --font-map names is not there");
+  findings.add(withOptions(
+      makeFinding(FindingCode::FontSubstituted,
+                  fonts + ", since the font '" + replacement + "' that is named instead is not there",
+                  address),
+      {OptionKey::FontReplacement}));
 }
 
 void reportMatch(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
@@ -79,11 +83,10 @@ void reportMatch(qv::svg::TextSpan const& span, std::string const& address, Find
     case qv::svg::FontMatch::Asked:
       return reportReplacement(span, fonts, address, findings);
     case qv::svg::FontMatch::MetricCompatible:
-      findings.add(FindingCode::FontMetricCompatible, Severity::Info, address, fonts + ", which is as wide");
+      findings.add(FindingCode::FontMetricCompatible, fonts + ", which is as wide", address);
       return;
     case qv::svg::FontMatch::Substitute:
-      findings.add(FindingCode::FontSubstituted, Severity::Warning, address,
-                   fonts + ", which is not as wide");
+      findings.add(FindingCode::FontSubstituted, fonts + ", which is not as wide", address);
       return;
     case qv::svg::FontMatch::Missing:
       return reportMissing(span.m_original, address, findings);
@@ -93,12 +96,12 @@ void reportMatch(qv::svg::TextSpan const& span, std::string const& address, Find
 void reportSynthesis(qv::svg::TextSpan const& span, std::string const& address, FindingList& findings) {
   std::string const font = "the font " + nameFont(span);
   if (span.m_synthesis.m_bold) {
-    findings.add(FindingCode::FontSynthesized, Severity::Warning, address,
-                 font + " has no bold face; bold is made up by a stroke");
+    findings.add(FindingCode::FontSynthesized, font + " has no bold face; bold is made up by a stroke",
+                 address);
   }
   if (span.m_synthesis.m_oblique) {
-    findings.add(FindingCode::FontSynthesized, Severity::Warning, address,
-                 font + " has no italic face; italic is made up by a slant");
+    findings.add(FindingCode::FontSynthesized, font + " has no italic face; italic is made up by a slant",
+                 address);
   }
 }
 
@@ -107,9 +110,12 @@ void reportNoInk(qv::svg::TextSpan const& span, std::string const& address, Find
   if (span.m_glyphSource == nullptr || !span.m_glyphs.empty()) return;
   std::size_t const count = countVisibleCharacters(span.m_text);
   if (count == 0) return;
-  findings.add(FindingCode::GlyphMissing, Severity::Error, address,
-               "the font " + nameFont(span) + " draws nothing for " + formatCount(count, "character") +
-                   " of the text; remove it, or name another one with --font-map");
+  findings.add(withOptions(
+      makeFinding(FindingCode::GlyphMissing,
+                  "the font " + nameFont(span) + " draws nothing for " + formatCount(count, "character") +
+                      " of the text; remove it, or name another one",
+                  address),
+      {OptionKey::FontReplacement}));
 }
 
 /// "U+001B" for a character, "the bytes FF FE" for what is none.
@@ -138,8 +144,8 @@ void reportUnshowable(qv::svg::TextSpan const& span, std::string const& address,
   if (shown < span.m_unshowable.size()) {
     text += " and " + std::to_string(span.m_unshowable.size() - shown) + " more";
   }
-  findings.add(FindingCode::TextRepaired, Severity::Warning, address,
-               text + ": control characters and invalid UTF-8 are shown as U+FFFD");
+  findings.add(FindingCode::TextRepaired, text + ": control characters and invalid UTF-8 are shown as U+FFFD",
+               address);
 }
 
 }  // namespace

@@ -39,15 +39,17 @@ void reportHeads(AnnotationPair const& pair, FindingList& findings) {
   auto const& leaders = pair.m_legacy->m_leaders;
   for (std::size_t i = 0; i < leaders.size(); ++i) {
     if (leaders[i].m_head > qvAnnotationInterface::TriangleHead) {
-      findings.add(FindingCode::LeaderHeadUnknown, Severity::Warning, pair.m_address,
-                   "leader head " + std::to_string(leaders[i].m_head) + " is unknown and not drawn");
+      findings.add(FindingCode::LeaderHeadUnknown,
+                   "leader head " + std::to_string(leaders[i].m_head) + " is unknown and not drawn",
+                   pair.m_address);
     }
     if (pair.m_depth > 1 || !turnsWithLeader(leaders[i].m_head)) continue;
     float const length = getLengthInPlane(getLeaderVector(pair, i));
     if (!(length > Tolerance) || std::isinf(length)) {
-      findings.add(FindingCode::LeaderHeadCollapsed, Severity::Warning, pair.m_address,
+      findings.add(FindingCode::LeaderHeadCollapsed,
                    "leader " + std::to_string(i) +
-                       " ends where it begins, so that its head has no direction and collapses into a point");
+                       " ends where it begins, so that its head has no direction and collapses into a point",
+                   pair.m_address);
     }
   }
 }
@@ -72,9 +74,11 @@ void reportLostWithParent(AnnotationPair const& pair, FindingList& findings) {
   std::size_t const leaders = pair.m_legacy->m_leaders.size();
   std::size_t const measures = pair.m_legacy->m_measures.size();
   if (leaders + measures == 0) return;
-  findings.add(FindingCode::LeaderLost, Severity::Error, pair.m_address,
-               "lost, since only an annotation of the view and its direct sub-annotations keep theirs: " +
-                   countLeaders(leaders, measures));
+  findings.add(
+      makeFinding(FindingCode::LeaderLost,
+                  "lost, since only an annotation of the view and its direct sub-annotations keep theirs: " +
+                      countLeaders(leaders, measures),
+                  pair.m_address));
 }
 
 /// The first measure leader without direction ends the measure leaders of a sub-annotation.
@@ -82,17 +86,19 @@ void reportFailedMeasures(AnnotationPair const& pair, FindingList& findings) {
   std::size_t const count = pair.m_legacy->m_measures.size();
   std::size_t const failed = findFailedMeasure(*pair.m_legacy);
   if (failed == count) return;
-  findings.add(FindingCode::LeaderLost, Severity::Error, pair.m_address,
+  findings.add(FindingCode::LeaderLost,
                "measure leader " + std::to_string(failed) + " has no direction; it and those behind it, " +
-                   std::to_string(count - failed) + " in all, are lost");
+                   std::to_string(count - failed) + " in all, are lost",
+               pair.m_address);
 }
 
 void reportArrows(AnnotationPair const& pair, FindingList& findings) {
   for (MeasureLeader const& measure : pair.m_legacy->m_measures) {
     if (measure.m_arrowDir <= qvAnnotationInterface::OutIn) continue;
-    findings.add(FindingCode::ValueUnknown, Severity::Warning, pair.m_address,
+    findings.add(FindingCode::ValueUnknown,
                  "arrow direction " + std::to_string(measure.m_arrowDir) +
-                     " is unknown, expected 0 to 3; the arrows are drawn as for 3");
+                     " is unknown, expected 0 to 3; the arrows are drawn as for 3",
+                 pair.m_address);
   }
 }
 
@@ -102,9 +108,10 @@ void reportDepths(AnnotationPair const& pair, FindingList& findings) {
     return lacksDepth(segment.m_from) || lacksDepth(segment.m_to);
   });
   if (count == 0) return;
-  findings.add(FindingCode::NumberNotFinite, Severity::Error, pair.m_address,
+  findings.add(FindingCode::NumberNotFinite,
                "the depth of " + formatCount(static_cast<std::uint64_t>(count), "leader line") +
-                   " is lost: it is not finite; the migrated model holds null");
+                   " is lost: it is not finite; the migrated model holds null",
+               pair.m_address);
 }
 
 }  // namespace

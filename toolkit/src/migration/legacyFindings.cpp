@@ -22,15 +22,15 @@ constexpr std::array<std::string_view, 7> KnownKeys = {
     "ReferencedEntities",           "AnnotationGroup", "InactivationFlag", "NOA",
     "NOA_Graphical representation", "NOA_Type of Noa", "NOA_Hidden Text"};
 
-struct OptionText {
+struct DropOption {
   int m_bit;
-  std::string_view m_text;
+  OptionKey m_key;
 };
 
-constexpr std::array<OptionText, 3> OptionTexts = {{
-    {qvAnnotationMigration::DropViewMetadata, "--drop-view-metadata"},
-    {qvAnnotationMigration::DropKnownMetadata, "--drop-known-metadata"},
-    {qvAnnotationMigration::DropUnknownMetadata, "--drop-unknown-metadata"},
+constexpr std::array<DropOption, 3> DropOptions = {{
+    {qvAnnotationMigration::DropViewMetadata, OptionKey::DropViewMetadata},
+    {qvAnnotationMigration::DropKnownMetadata, OptionKey::DropKnownMetadata},
+    {qvAnnotationMigration::DropUnknownMetadata, OptionKey::DropUnknownMetadata},
 }};
 
 /// Frame shapes that have no geometry of their own.
@@ -72,16 +72,15 @@ std::string listKeys(qv::qvVariant::qvVariantMapImpl const& metadata) {
 void addDroppedMetadata(qv::qvVariant::qvVariantMapImpl const& metadata, std::string const& address,
                         FindingList& findings) {
   if (metadata.empty()) return;
-  findings.add(FindingCode::MetadataDropped, Severity::Warning, address,
-               "metadata is not carried over: " + listKeys(metadata));
+  findings.add(FindingCode::MetadataDropped, "metadata is not carried over: " + listKeys(metadata), address);
 }
 
 void reportShape(AnnotationPair const& pair, FindingList& findings) {
   int const shape = pair.m_legacy->m_style & qvAnnotationInterface::FrameShapeMask;
   for (ShapeText const& known : RectangleShapes) {
     if (known.m_shape != shape) continue;
-    findings.add(FindingCode::ShapeAsRectangle, Severity::Warning, pair.m_address,
-                 "frame shape '" + std::string(known.m_text) + "' is drawn as a rectangle");
+    findings.add(FindingCode::ShapeAsRectangle,
+                 "frame shape '" + std::string(known.m_text) + "' is drawn as a rectangle", pair.m_address);
   }
 }
 
@@ -93,22 +92,24 @@ void reportPlane(qvLegacy::qvAnnotationView const& view, std::string const& addr
   auto const& normal = view.m_planeNormal;
   auto const& axis = view.m_planeXAxis;
   if (!isFinite(view.m_planeOrigin) || !isFinite(normal) || !isFinite(axis)) {
-    findings.add(FindingCode::NumberNotFinite, Severity::Error, address,
+    findings.add(FindingCode::NumberNotFinite,
                  "the view's plane is lost: not all numbers of its origin, normal and axis are finite; the "
-                 "migrated model holds null for those that are not");
+                 "migrated model holds null for those that are not",
+                 address);
     return;
   }
   float const area = normal.Cross(axis).Length();
   if (area > Wm4::Math<float>::ZERO_TOLERANCE * normal.Length() * axis.Length()) return;
-  findings.add(FindingCode::PlaneDegenerate, Severity::Warning, address,
-               "the view's normal and axis are parallel or zero, so that they span no plane");
+  findings.add(FindingCode::PlaneDegenerate,
+               "the view's normal and axis are parallel or zero, so that they span no plane", address);
 }
 
 /// The depth of a sub-annotation's own position counts for nothing.
 void reportDepth(AnnotationPair const& pair, FindingList& findings) {
   if (pair.m_depth > 0 || !lacksDepth(pair.m_legacy->m_position)) return;
-  findings.add(FindingCode::NumberNotFinite, Severity::Error, pair.m_address,
-               "the depth of its position is lost: it is not finite; the migrated model holds null");
+  findings.add(FindingCode::NumberNotFinite,
+               "the depth of its position is lost: it is not finite; the migrated model holds null",
+               pair.m_address);
 }
 
 /// Visits the rasters of a tree with their addresses.
@@ -117,10 +118,10 @@ void reportRastersUnder(qvAnnotationInterface const& annotation, std::string con
   if (auto const* raster = dynamic_cast<qvAnnotationRaster const*>(&annotation)) {
     if (std::string const* problem = rasters.findProblem(raster->m_rasterName)) {
       std::string text = "image '" + shortenText(raster->m_rasterName) + "' is not available: " + *problem;
-      if (!hasFolder) text += "; name the folder that holds it with --rasters";
+      if (!hasFolder) text += "; name the folder that holds it";
       bool const isTooLarge = rasters.isTooLarge(raster->m_rasterName);
-      findings.add(isTooLarge ? FindingCode::LimitRaster : FindingCode::RasterUnavailable, Severity::Error,
-                   address, std::move(text), isTooLarge ? "--max-raster" : "--rasters");
+      findings.add(isTooLarge ? FindingCode::LimitRaster : FindingCode::RasterUnavailable, std::move(text),
+                   address);
     }
   }
   std::size_t index = 0;
@@ -148,24 +149,23 @@ void reportRepair(std::string_view bytes, std::string_view what, std::string con
   static_cast<void>(repairUtf8(bytes, &isRepaired));
   if (!isRepaired) return;
   findings.add(
-      FindingCode::TextRepaired, Severity::Warning, address,
-      "the " + std::string(what) + " holds control characters or invalid UTF-8; each is shown as U+FFFD");
+      FindingCode::TextRepaired,
+      "the " + std::string(what) + " holds control characters or invalid UTF-8; each is shown as U+FFFD",
+      address);
 }
 
 bool lacksDepth(Wm4::Vector3<float> const& point) {
   return std::isfinite(point.X()) && std::isfinite(point.Y()) && !std::isfinite(point.Z());
 }
 
-std::string findMissingOptions(qvLegacy::qvAnnotationView const& view, int dropped) {
+std::vector<OptionKey> findMissingOptions(qvLegacy::qvAnnotationView const& view, int dropped) {
   int needed = view.m_metadata.empty() ? 0 : static_cast<int>(qvAnnotationMigration::DropViewMetadata);
   for (auto const& annotation : view.m_annotations) {
     if (annotation != nullptr) needed |= getNeededOptionsOfTree(*annotation);
   }
-  std::string options;
-  for (OptionText const& option : OptionTexts) {
-    if ((needed & ~dropped & option.m_bit) == 0) continue;
-    if (!options.empty()) options += ' ';
-    options += option.m_text;
+  std::vector<OptionKey> options;
+  for (DropOption const& option : DropOptions) {
+    if ((needed & ~dropped & option.m_bit) != 0) options.push_back(option.m_key);
   }
   return options;
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "annotationLegacy/qvAnnotationView.h"
 #include "findings/findingList.h"
@@ -12,9 +13,9 @@
 
 namespace qvToolkit {
 
-/// The options, separated by blanks, that a migration with the option bits `dropped` lacks to tolerate the
+/// The options that a migration with the option bits `dropped` lacks to tolerate the
 /// view's metadata; empty when it lacks none.
-std::string findMissingOptions(qvLegacy::qvAnnotationView const& view, int dropped);
+std::vector<OptionKey> findMissingOptions(qvLegacy::qvAnnotationView const& view, int dropped);
 
 /// The option bits without which the migration refuses an annotation with such metadata of its own.
 int getNeededOptions(qv::qvVariant::qvVariantMapImpl const& metadata);

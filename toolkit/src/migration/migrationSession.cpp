@@ -33,7 +33,7 @@ constexpr std::string_view HeadRecord = "Unhandled leader head";
 void addLogRecords(MigratedView const& view, std::string const& address, FindingList& findings) {
   for (std::string const& text : view.m_log) {
     findings.add(FindingCode::MigrationMessage, text == HeadRecord ? Severity::Warning : Severity::Error,
-                 address, text);
+                 text, address);
   }
 }
 
@@ -43,18 +43,20 @@ std::string describeRefusal(LoadedView const& loaded) {
 }
 
 void addFailure(MigratedView const& view, std::string const& reason, FindingList& findings,
-                std::string options = {}) {
-  findings.add(FindingCode::ViewNotMigrated, Severity::Error, getViewAddress(view.m_index),
-               "view '" + shortenText(view.m_name) + "' is not migrated: " + reason, std::move(options));
+                std::vector<OptionKey> options = {}) {
+  Finding failure = makeFinding(FindingCode::ViewNotMigrated,
+                                "view '" + shortenText(view.m_name) + "' is not migrated: " + reason,
+                                getViewAddress(view.m_index));
+  findings.add(withOptions(std::move(failure), std::move(options)));
 }
 
 /// Names the options that the view's metadata need, even where something else failed first.
-void addRefusal(MigratedView const& view, Refusal const& refusal, std::string options,
+void addRefusal(MigratedView const& view, Refusal const& refusal, std::vector<OptionKey> options,
                 FindingList& findings) {
   std::string reason = refusal.m_reason;
   if (!refusal.m_place.empty()) reason += ", at " + refusal.m_place;
   if (!options.empty()) {
-    reason += (refusal.m_isMetadata ? "; drop it with " : "; its metadata need, too, ") + options;
+    reason += refusal.m_isMetadata ? "; it can be dropped" : "; its metadata need to be dropped, too";
   }
   addFailure(view, reason, findings, std::move(options));
 }
@@ -63,9 +65,10 @@ void addRefusal(MigratedView const& view, Refusal const& refusal, std::string op
 void reportMissedFonts(std::string const& address, FindingList& findings) {
   if (!qv::text::hasMissedEveryFont()) return;
   findings.add(
-      FindingCode::FontNone, Severity::Error, address,
+      FindingCode::FontNone,
       "there is no font to draw text with; install the package fonts-liberation2, or name a folder that "
-      "has fonts with --font-dir");
+      "has fonts",
+      address);
 }
 
 void addLosses(qvLegacy::qvAnnotationView const& legacy, RasterFolder const& rasters, MigratedView& view,
@@ -121,9 +124,9 @@ MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t
   if (loaded.m_view == nullptr) {
     addFailure(view, describeRefusal(loaded), findings);
   } else if (auto const refusal = checkTrees(*loaded.m_view, getViewAddress(index), m_options.m_trees)) {
-    findings.add(refusal->m_code, refusal->m_severity, refusal->m_address,
-                 "view '" + shortenText(view.m_name) + "' is not migrated: " + refusal->m_text,
-                 refusal->m_option);
+    Finding failure = *refusal;
+    failure.m_text = "view '" + shortenText(view.m_name) + "' is not migrated: " + refusal->m_text;
+    findings.add(std::move(failure));
   } else {
     migrateModel(loaded.m_view, view, findings);
   }

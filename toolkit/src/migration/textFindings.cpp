@@ -42,8 +42,9 @@ void reportBlankLines(qvAnnotationText const& text, std::string const& address, 
   // A text without anything else keeps one line, with a single blank.
   if (blank == total) --blank;
   if (blank <= 0) return;
-  findings.add(FindingCode::BlankLineSkipped, Severity::Info, address,
-               std::to_string(blank) + (blank == 1 ? " blank line is" : " blank lines are") + " left out");
+  findings.add(FindingCode::BlankLineSkipped,
+               std::to_string(blank) + (blank == 1 ? " blank line is" : " blank lines are") + " left out",
+               address);
 }
 
 /// Runs of blanks in front of a text of the same line, which moves closer to what stands before it.
@@ -58,8 +59,9 @@ void reportBlankRuns(qvAnnotationText const& text, std::string const& address, F
   std::size_t count = 0;
   for (Line const& line : text.m_lines) count += countBlanksBeforeText(line);
   if (count == 0) return;
-  findings.add(FindingCode::BlankRunSkipped, Severity::Warning, address,
-               formatCount(count, "run") + " of blanks within lines left out; what follows moves closer");
+  findings.add(FindingCode::BlankRunSkipped,
+               formatCount(count, "run") + " of blanks within lines left out; what follows moves closer",
+               address);
 }
 
 void reportFontNames(qvAnnotationText const& text, std::string const& address, FindingList& findings) {
@@ -88,9 +90,11 @@ std::size_t countUnseen(qvAnnotationText const& text) {
 void reportHeight(qvAnnotationText const& text, std::string const& address, FindingList& findings) {
   std::size_t const count = countUnseen(text);
   if (count == 0) return;
-  findings.add(FindingCode::TextNoHeight, Severity::Error, address,
-               formatCount(count, "character") +
-                   " of height 0 not drawn; a height below 0.01, or one that is no number, counts as 0");
+  findings.add(
+      makeFinding(FindingCode::TextNoHeight,
+                  formatCount(count, "character") +
+                      " of height 0 not drawn; a height below 0.01, or one that is no number, counts as 0",
+                  address));
 }
 
 void reportRunTypes(qvAnnotationText const& text, std::string const& address, FindingList& findings) {
@@ -99,8 +103,9 @@ void reportRunTypes(qvAnnotationText const& text, std::string const& address, Fi
       auto const type = static_cast<unsigned>(run.m_type);
       if (type <= Run::Superscript) continue;
       findings.add(
-          FindingCode::ValueUnknown, Severity::Warning, address,
-          "run type " + std::to_string(type) + " is unknown, expected 0 to 2; the run is a normal one");
+          FindingCode::ValueUnknown,
+          "run type " + std::to_string(type) + " is unknown, expected 0 to 2; the run is a normal one",
+          address);
     }
   }
 }
@@ -130,8 +135,8 @@ void reportContrast(qvAnnotationText const& text, std::string const& address, Fi
   auto const isVisible = [](Run const& run) { return countVisibleCharacters(getRunText(run)) > 0; };
   auto const hasText = [&](Line const& line) { return std::any_of(line.begin(), line.end(), isVisible); };
   if (std::none_of(text.m_lines.begin(), text.m_lines.end(), hasText)) return;
-  findings.add(FindingCode::TextLowContrast, Severity::Warning, address,
-               "the text is hard to see: black on " + formatColor(color));
+  findings.add(FindingCode::TextLowContrast, "the text is hard to see: black on " + formatColor(color),
+               address);
 }
 
 }  // namespace

@@ -144,14 +144,11 @@ std::optional<Finding> findOverflow(Parts const& parts, Mover const& mover) {
       isHeld = isHeld && fits(image[0]) && fits(image[1]) && fits(image[2]);
     });
     if (isHeld) continue;
-    return Finding{
+    return makeFinding(
         FindingCode::TransformOverflow,
-        Severity::Error,
         "the document is not moved, since a coordinate would be larger than single precision holds, "
         "3.4e38; move it less far or scale it less",
-        parts.getAddress(part),
-        {},
-        {}};
+        parts.getAddress(part));
   }
   return std::nullopt;
 }
@@ -163,13 +160,11 @@ void store(Vector3f& v, Vector3d const& image) {
 void reportKeptPlanes(Parts const& parts, Findings& findings) {
   for (Part const& part : parts.get()) {
     if (part.m_view == nullptr || isFinite(*part.m_view)) continue;
-    findings.push_back({FindingCode::TransformPlaneKept,
-                        Severity::Error,
-                        "the plane of view '" + part.m_view->m_name +
-                            "' stays as it is, since one of its numbers is not finite; mend the plane first",
-                        parts.getAddress(part),
-                        {},
-                        {}});
+    findings.push_back(
+        makeFinding(FindingCode::TransformPlaneKept,
+                    "the plane of view '" + part.m_view->m_name +
+                        "' stays as it is, since one of its numbers is not finite; mend the plane first",
+                    parts.getAddress(part)));
   }
 }
 
@@ -178,14 +173,11 @@ void reportKeptSizes(Parts const& parts, double scale, Findings& findings) {
   if (scale == 1 || std::none_of(parts.get().begin(), parts.get().end(), isAnnotation)) return;
   std::string factor;
   appendNumber(factor, scale);
-  findings.push_back({FindingCode::TransformSizeKept,
-                      Severity::Info,
-                      "places are scaled by " + factor +
-                          "; texts, images, frames and heads keep their size, and anchored sub-annotations "
-                          "their place at their parents",
-                      {},
-                      {},
-                      {}});
+  findings.push_back(
+      makeFinding(FindingCode::TransformSizeKept,
+                  "places are scaled by " + factor +
+                      "; texts, images, frames and heads keep their size, and anchored sub-annotations "
+                      "their place at their parents"));
 }
 
 }  // namespace

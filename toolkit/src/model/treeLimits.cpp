@@ -84,21 +84,16 @@ class TreeMeasure {
 };
 
 Finding refuseDepth(std::string address, TreeLimits const& limits) {
-  return {FindingCode::LimitDepth,
-          Severity::Error,
-          "its sub-annotations are nested more than " + std::to_string(limits.m_maxDepth) + " levels deep",
-          std::move(address),
-          {},
-          "--max-depth"};
+  return makeFinding(
+      FindingCode::LimitDepth,
+      "its sub-annotations are nested more than " + std::to_string(limits.m_maxDepth) + " levels deep",
+      std::move(address));
 }
 
 Finding refuseNodes(std::string address, TreeLimits const& limits) {
-  return {FindingCode::LimitNodes,
-          Severity::Error,
-          "it has more than " + std::to_string(limits.m_maxNodes) + " annotations at all levels",
-          std::move(address),
-          {},
-          "--max-nodes"};
+  return makeFinding(FindingCode::LimitNodes,
+                     "it has more than " + std::to_string(limits.m_maxNodes) + " annotations at all levels",
+                     std::move(address));
 }
 
 }  // namespace

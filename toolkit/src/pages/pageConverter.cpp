@@ -86,32 +86,29 @@ bool PageConverter::convert(std::string_view svg, OutputSink& sink) {
   // A PDF would name the time of its making.
   command.m_environment = {"SOURCE_DATE_EPOCH=0"};
   if (m_fontFile != nullptr) {
-    if (!m_fontFile->isWritten()) return fail(ExitOutputFailed, "cannot write a font configuration");
+    if (!m_fontFile->isWritten()) return fail("cannot write a font configuration");
     command.m_environment.push_back("FONTCONFIG_FILE=" + m_fontFile->getPath());
   }
   ChildRun const run = runChild(command, svg);
   if (run.m_problem == ENOENT) {
-    return fail(ExitOutputFailed, "cannot write " + std::string(getFormatText(m_conversion.m_format)) +
-                                      ": the program " + Program + " is not there; install the package " +
-                                      Package + ", or write SVG");
+    return fail("cannot write " + std::string(getFormatText(m_conversion.m_format)) + ": the program " +
+                Program + " is not there; install the package " + Package + ", or write SVG");
   }
   if (run.m_problem != 0) {
-    return fail(ExitOutputFailed,
-                std::string("cannot run ") + Program + ": " + std::generic_category().message(run.m_problem));
+    return fail(std::string("cannot run ") + Program + ": " + std::generic_category().message(run.m_problem));
   }
-  if (auto limit = findChildLimit(Program, run, memory.m_limit)) return fail(ExitLimit, std::move(*limit));
+  if (auto limit = findChildLimit(Program, run, memory.m_limit)) return fail(std::move(*limit));
   if (run.m_exitCode != 0 || run.m_output.empty()) {
-    return fail(ExitOutputFailed, std::string(Program) + " failed: " + shorten(run.m_errors));
+    return fail(std::string(Program) + " failed: " + shorten(run.m_errors));
   }
   return sink.write(run.m_output);
 }
 
-bool PageConverter::fail(ExitCode failure, std::string text) {
-  return fail(failure, {FindingCode::OutputFailed, Severity::Error, std::move(text), {}, {}, {}});
+bool PageConverter::fail(std::string text) {
+  return fail(makeFinding(FindingCode::OutputFailed, std::move(text)));
 }
 
-bool PageConverter::fail(ExitCode failure, Finding problem) {
-  m_failure = failure;
+bool PageConverter::fail(Finding problem) {
   m_problem = std::move(problem);
   return false;
 }

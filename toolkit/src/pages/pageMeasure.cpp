@@ -109,8 +109,9 @@ Findings PageMeasure::listFindings() const {
     std::string const what = count.m_isAnnotation ? "the annotation, with all that belongs to it, is"
                              : count.m_items == 1 ? "an item is"
                                                   : std::to_string(count.m_items) + " items are";
-    findings.add(FindingCode::NumberNotFinite, Severity::Error, count.m_address,
-                 what + " left out of the page, since a number is not finite or beyond 1000000000");
+    findings.add(FindingCode::NumberNotFinite,
+                 what + " left out of the page, since a number is not finite or beyond 1000000000",
+                 count.m_address);
   }
   return findings.takeFindings();
 }

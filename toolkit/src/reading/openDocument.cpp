@@ -132,10 +132,8 @@ bool loadViews(Document& document, DocumentShape const& shape) {
 /// Too many levels are a limit, whatever else is wrong is the text's own fault.
 void failReading(Document& document) {
   document.m_failure = ExitInputBroken;
-  for (Finding& finding : document.m_findings) {
-    if (finding.m_code != FindingCode::JsonTooDeep) continue;
-    finding.m_option = "--max-json-depth";
-    document.m_failure = ExitLimit;
+  for (Finding const& finding : document.m_findings) {
+    if (finding.m_code == FindingCode::JsonTooDeep) document.m_failure = ExitLimit;
   }
 }
 
@@ -186,7 +184,7 @@ Document openDocument(std::string const& path, OpenLimits const& limits) {
   try {
     InputFile input = readInputFile(path, limits.m_maxInputBytes);
     if (!input.m_problem.has_value()) return readDocument(std::move(input.m_bytes), path, limits);
-    fail(document, input.m_failure, std::move(*input.m_problem));
+    fail(document, getExitCode(input.m_problem->m_code), std::move(*input.m_problem));
   } catch (std::bad_alloc const& error) {
     fail(document, ExitLimit, makeLimitFinding(error));
   }

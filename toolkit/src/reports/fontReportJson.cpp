@@ -29,8 +29,8 @@ void writeMissing(JsonWriter& json, MissingCharacter const& missing) {
   json.endArray().endObject();
 }
 
-void writeFile(JsonWriter& json, Document const& document, FontReport const& report,
-               Findings const& findings) {
+void writeFile(JsonWriter& json, Document const& document, FontReport const& report, Findings const& findings,
+               OptionSpelling spelling) {
   json.beginObject();
   writeBytes(json, "file", document.m_path);
   json.member("readable", document.m_failure == ExitDone);
@@ -38,7 +38,7 @@ void writeFile(JsonWriter& json, Document const& document, FontReport const& rep
   json.key("packages").beginArray();
   for (std::string const& package : listPackages(report)) json.value(package);
   json.endArray();
-  writeFindings(json.key("findings"), findings);
+  writeFindings(json.key("findings"), findings, spelling);
   json.endObject();
 }
 
@@ -54,11 +54,11 @@ void writeFontReport(JsonWriter& json, FontReport const& report) {
 
 std::string formatFontReportsJson(std::vector<Document> const& documents,
                                   std::vector<FontReport> const& reports,
-                                  std::vector<Findings> const& findings) {
+                                  std::vector<Findings> const& findings, OptionSpelling spelling) {
   JsonWriter json;
   json.beginObject().key("files").beginArray();
   for (std::size_t i = 0; i < documents.size(); ++i) {
-    writeFile(json, documents[i], reports[i], findings[i]);
+    writeFile(json, documents[i], reports[i], findings[i], spelling);
   }
   json.endArray().endObject();
   return json.takeText();

@@ -92,7 +92,7 @@ void writeView(JsonWriter& json, InspectedView const& view, std::size_t index) {
 
 }  // namespace
 
-void writeFindings(JsonWriter& json, Findings const& findings) {
+void writeFindings(JsonWriter& json, Findings const& findings, OptionSpelling spelling) {
   json.beginArray();
   for (Finding const& finding : findings) {
     json.beginObject();
@@ -101,13 +101,14 @@ void writeFindings(JsonWriter& json, Findings const& findings) {
     writeBytes(json, "text", finding.m_text);
     if (!finding.m_address.empty()) json.member("address", finding.m_address);
     writePlace(json, finding.m_place);
-    if (!finding.m_option.empty()) json.member("option", finding.m_option);
+    std::string const options = spellOptions(finding, spelling);
+    if (!options.empty()) json.member("option", options);
     json.endObject();
   }
   json.endArray();
 }
 
-void writeInspection(JsonWriter& json, Inspection const& inspection) {
+void writeInspection(JsonWriter& json, Inspection const& inspection, OptionSpelling spelling) {
   json.beginObject();
   writeBytes(json, "file", inspection.m_path);
   json.member("format", getFormatName(inspection.m_format));
@@ -115,14 +116,14 @@ void writeInspection(JsonWriter& json, Inspection const& inspection) {
   json.key("views").beginArray();
   for (std::size_t i = 0; i < inspection.m_views.size(); ++i) writeView(json, inspection.m_views[i], i);
   json.endArray();
-  writeFindings(json.key("findings"), inspection.m_findings);
+  writeFindings(json.key("findings"), inspection.m_findings, spelling);
   json.endObject();
 }
 
-std::string formatInspectionsJson(std::vector<Inspection> const& inspections) {
+std::string formatInspectionsJson(std::vector<Inspection> const& inspections, OptionSpelling spelling) {
   JsonWriter json;
   json.beginObject().key("files").beginArray();
-  for (Inspection const& inspection : inspections) writeInspection(json, inspection);
+  for (Inspection const& inspection : inspections) writeInspection(json, inspection, spelling);
   json.endArray().endObject();
   return json.takeText();
 }

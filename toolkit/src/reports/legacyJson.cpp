@@ -157,7 +157,7 @@ void writeView(JsonWriter& json, LoadedView const& loaded, std::size_t index) {
 
 }  // namespace
 
-void writeLegacyDocument(JsonWriter& json, Document const& document) {
+void writeLegacyDocument(JsonWriter& json, Document const& document, OptionSpelling spelling) {
   json.beginObject();
   writeBytes(json, "file", document.m_path);
   json.member("format", getFormatName(document.m_format));
@@ -165,14 +165,14 @@ void writeLegacyDocument(JsonWriter& json, Document const& document) {
   json.key("views").beginArray();
   for (std::size_t i = 0; i < document.m_views.size(); ++i) writeView(json, document.m_views[i], i);
   json.endArray();
-  writeFindings(json.key("findings"), document.m_findings);
+  writeFindings(json.key("findings"), document.m_findings, spelling);
   json.endObject();
 }
 
-std::string formatLegacyJson(std::vector<Document> const& documents) {
+std::string formatLegacyJson(std::vector<Document> const& documents, OptionSpelling spelling) {
   JsonWriter json;
   json.beginObject().key("files").beginArray();
-  for (Document const& document : documents) writeLegacyDocument(json, document);
+  for (Document const& document : documents) writeLegacyDocument(json, document, spelling);
   json.endArray().endObject();
   return json.takeText();
 }

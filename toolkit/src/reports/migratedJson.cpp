@@ -76,7 +76,7 @@ class TextSink : public OutputSink {
 
 bool writeMigratedDocument(OutputSink& sink, Document const& document, MigrationSession const& session,
                            std::vector<MigratedView> const& views, std::vector<std::string> const& pageNames,
-                           Findings const& findings) {
+                           Findings const& findings, OptionSpelling spelling) {
   JsonWriter json(sink);
   json.beginObject().member("format", "qvannot.migrated").member("formatVersion", SchemaVersion);
   json.member("libraryVersion", qvAnnotationLegacy::Version::GetDescStringMajorMinorRelease(false));
@@ -88,16 +88,17 @@ bool writeMigratedDocument(OutputSink& sink, Document const& document, Migration
   }
   json.endArray();
   writeFontReport(json, reportFonts(views));
-  writeFindings(json.key("findings"), findings);
+  writeFindings(json.key("findings"), findings, spelling);
   json.endObject();
   return json.finish();
 }
 
 std::string formatMigratedDocument(Document const& document, MigrationSession const& session,
                                    std::vector<MigratedView> const& views,
-                                   std::vector<std::string> const& pageNames, Findings const& findings) {
+                                   std::vector<std::string> const& pageNames, Findings const& findings,
+                                   OptionSpelling spelling) {
   TextSink sink;
-  static_cast<void>(writeMigratedDocument(sink, document, session, views, pageNames, findings));
+  static_cast<void>(writeMigratedDocument(sink, document, session, views, pageNames, findings, spelling));
   return sink.takeText();
 }
 

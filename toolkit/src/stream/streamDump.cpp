@@ -54,18 +54,17 @@ class FieldFilter {
   std::size_t m_toCome = 0;
 };
 
-DumpResult fail(ExitCode failure, Finding finding) {
+DumpResult fail(Finding finding) {
+  ExitCode const failure = getExitCode(finding.m_code);
   return {{std::move(finding)}, failure};
 }
 
 void addBreak(Findings& findings, StreamField const& field) {
   if (findings.size() == MaxFindings) return;
-  findings.push_back({FindingCode::StreamBroken,
-                      Severity::Error,
-                      "byte " + std::to_string(field.m_offset) + ", " + field.m_path + ": " + field.m_value,
-                      {},
-                      {field.m_offset, {}, {}, {}},
-                      {}});
+  findings.push_back(
+      makeFinding(FindingCode::StreamBroken,
+                  "byte " + std::to_string(field.m_offset) + ", " + field.m_path + ": " + field.m_value, {},
+                  {field.m_offset, {}, {}, {}}));
 }
 
 }  // namespace
@@ -84,21 +83,13 @@ std::string formatField(StreamField const& field, std::string_view bytes) {
 DumpResult dumpStream(std::string_view bytes, std::optional<std::uint64_t> at,
                       std::function<void(std::string_view)> const& write) {
   if (!isObjectStream(bytes)) {
-    return fail(ExitInputBroken, {FindingCode::FormatUnknown,
-                                  Severity::Error,
-                                  "expected an object stream, which begins with 'qvStream'",
-                                  {},
-                                  {0, {}, {}, {}},
-                                  {}});
+    return fail(makeFinding(FindingCode::FormatUnknown,
+                            "expected an object stream, which begins with 'qvStream'", {}, {0, {}, {}, {}}));
   }
   if (at.has_value() && *at >= bytes.size()) {
-    return fail(ExitUsage, {FindingCode::StreamOffset,
-                            Severity::Error,
-                            "byte " + std::to_string(*at) + " lies beyond the end of the document of " +
-                                formatCount(bytes.size(), "byte"),
-                            {},
-                            {},
-                            "--at"});
+    return fail(makeFinding(FindingCode::StreamOffset, "byte " + std::to_string(*at) +
+                                                           " lies beyond the end of the document of " +
+                                                           formatCount(bytes.size(), "byte")));
   }
   DumpResult result;
   FieldFilter filter(at, [&](StreamField const& field) { write(formatField(field, bytes) + '\n'); });
@@ -112,7 +103,7 @@ DumpResult dumpStream(std::string_view bytes, std::optional<std::uint64_t> at,
 DumpResult dumpStreamFile(std::string const& path, std::optional<std::uint64_t> at,
                           std::function<void(std::string_view)> const& write, OpenLimits const& limits) {
   InputFile const input = readInputFile(path, limits.m_maxInputBytes);
-  if (input.m_problem.has_value()) return fail(input.m_failure, *input.m_problem);
+  if (input.m_problem.has_value()) return fail(*input.m_problem);
   if (limits.m_onInput) limits.m_onInput(input.m_bytes.size());
   return dumpStream(input.m_bytes, at, write);
 }

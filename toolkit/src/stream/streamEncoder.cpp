@@ -109,12 +109,8 @@ void findLosses(Document const& document, std::uint32_t version, Findings& findi
     if (document.m_views[i].m_view != nullptr) {
       findStreamLosses(*document.m_views[i].m_view, address, version, findings);
     } else {
-      findings.push_back({FindingCode::EncodingLoss,
-                          Severity::Error,
-                          "the view was not read and is left out",
-                          address,
-                          {},
-                          {}});
+      findings.push_back(
+          makeFinding(FindingCode::EncodingLoss, "the view was not read and is left out", address));
     }
   }
 }
@@ -126,13 +122,10 @@ static_assert(OldestWritableVersion == rules::oldestVersion && NewestWritableVer
 EncodedDocument encodeDocument(Document const& document, EncodingOptions const& options) {
   EncodedDocument encoded;
   if (options.m_version < OldestWritableVersion || options.m_version > NewestWritableVersion) {
-    encoded.m_findings.push_back({FindingCode::StreamVersion,
-                                  Severity::Error,
-                                  "the stream version " + qv::qvStreamVersion(options.m_version).toString() +
-                                      " cannot be written, expected one from 6.13 to 6.27",
-                                  {},
-                                  {},
-                                  {}});
+    encoded.m_findings.push_back(makeFinding(FindingCode::StreamVersion, Severity::Error,
+                                             "the stream version " +
+                                                 qv::qvStreamVersion(options.m_version).toString() +
+                                                 " cannot be written, expected one from 6.13 to 6.27"));
     return encoded;
   }
   findLosses(document, options.m_version, encoded.m_findings);

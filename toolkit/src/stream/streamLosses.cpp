@@ -61,7 +61,7 @@ class LossFinder {
 };
 
 void LossFinder::report(FindingCode code, Severity severity, std::string text) {
-  m_findings.push_back({code, severity, std::move(text), m_address, {}, {}});
+  m_findings.push_back(makeFinding(code, severity, std::move(text), m_address));
 }
 
 void LossFinder::lose(Severity severity, std::string const& what, Since since) {

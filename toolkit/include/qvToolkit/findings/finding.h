@@ -6,93 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "qvToolkit/findings/catalogue.h"
+
 namespace qvToolkit {
-
-/// How much a finding weighs. Info: by design and harmless. Warning: changed in look or hard to see. Error:
-/// lost or unreadable.
-enum class Severity : std::uint8_t { Info, Warning, Error };
-
-/// Everything that the toolkit reports about a document beside the library's own messages.
-enum class FindingCode : std::uint8_t {
-  // opening
-  InputUnreadable,    ///< the file cannot be opened or read
-  InputTooLarge,      ///< the file is larger than the limit
-  FormatUnknown,      ///< empty, or neither JSON nor another known encoding
-  JsonBroken,         ///< no well-formed JSON
-  JsonTooDeep,        ///< more nested containers than a document may have
-  JsonDuplicateKey,   ///< the last value won
-  JsonBigInteger,     ///< an integer beyond 64 bits became a real
-  JsonByteOrderMark,  ///< a byte-order mark in front was skipped
-  DocumentShape,      ///< well-formed, but no view map, array of view maps or {"views": [...]}
-  NoViews,            ///< a document without any view
-  // object streams
-  StreamBroken,        ///< the document ends too early, or where its next object starts is not known
-  StreamObjectId,      ///< an object id is 0 or taken
-  StreamUnknownType,   ///< an object of a type that nobody reads was skipped
-  StreamOverRead,      ///< an object asked for more than its payload holds
-  StreamRefused,       ///< an object's reader knows no such version or record kind
-  StreamUnderRead,     ///< an object left some of its payload
-  StreamLink,          ///< a link that leads to no view, or to one that is listed already
-  StreamUnlistedView,  ///< a view that no metadata object lists
-  StreamTrailing,      ///< bytes behind the last object
-  StreamVersion,       ///< newer than every known version, or none that can be written
-  StreamMore,          ///< how many problems of the stream are not listed
-  StreamOffset,        ///< an asked offset that lies beyond the end
-  // reading
-  ReaderMessage,   ///< the exact text of one message of the readers; severity by what it cost
-  ReaderRepeated,  ///< how often a message of the readers came that is not listed each time
-  RecordLost,      ///< annotation records that the reader passed over
-  KeyIgnored,      ///< a key that this version's reader never looks at
-  ValueUnknown,    ///< a text that the reader does not know, so that it took the default
-  // migration
-  MigrationMessage,  ///< the exact text of one record of the migration's log
-  ViewNotMigrated,
-  MetadataDropped,
-  PlaneDegenerate,  ///< the view plane's axes span no plane
-  BlankLineSkipped,
-  BlankRunSkipped,  ///< blanks between texts are left out, so that these stand closer
-  TextNoHeight,     ///< text of height 0, which is not drawn
-  TextLowContrast,  ///< text that its background hardly lets see
-  ShapeAsRectangle,
-  FontNone,  ///< there is no font at all, so that no text can be drawn
-  FontMetricCompatible,
-  FontSubstituted,
-  FontReplaced,     ///< by the user's own wish
-  FontSynthesized,  ///< bold or italic is made up, since the family has no such face
-  GlyphMissing,
-  LeaderHeadUnknown,
-  LeaderHeadCollapsed,
-  LeaderLost,         ///< a leader that the migration cannot keep
-  RasterUnavailable,  ///< the raster folder has no such file, or its name leaves the folder
-  RasterUnreadable,   ///< the data are no known image format, so only the rectangle is drawn
-  RasterSize,         ///< an image of no size, which is not to be seen, or of one below zero
-  NumberNotFinite,    ///< a NaN or infinite number: left out of the page, null in the migrated model
-  TextRepaired,       ///< control characters, halves of surrogate pairs or invalid UTF-8 became U+FFFD
-  // encoding
-  EncodingLoss,   ///< something that the asked stream version cannot hold
-  EncodingOrder,  ///< a view's texts were moved in front of its rasters
-  // moving
-  TransformSizeKept,   ///< places were scaled, texts, images, frames and heads were not
-  TransformPlaneKept,  ///< a view stayed where it was, since a number of its plane is not finite
-  TransformOverflow,   ///< a moved number would be larger than single precision holds
-  // limits
-  LimitMemory,       ///< the document needs more memory than it may have
-  LimitFailedReads,  ///< too many reads behind the end of the data
-  LimitStack,        ///< nested too deep to be read
-  LimitTime,         ///< the work takes too long
-  LimitDepth,        ///< sub-annotations nested too deep to be migrated or written
-  LimitViews,        ///< too many views to be written as pages
-  LimitNodes,        ///< too many annotations to be migrated or written
-  LimitOutput,       ///< the results are larger than they may be
-  LimitRaster,       ///< an image file is larger than it may be
-  // worker processes
-  WorkerCrashed,  ///< a signal ended the process that worked on the input
-  WorkerKilled,   ///< somebody killed it: the system short of memory, or an operator
-  WorkerGarbage,  ///< it ended without saying how
-  // writing
-  OutputExists,
-  OutputFailed,
-};
 
 /// Where a finding belongs in its input.
 struct SourcePlace {
@@ -109,23 +25,32 @@ struct Finding {
   std::string m_text;  ///< what was found, what was expected, what to do; raw bytes of the document stay raw
   std::string m_address;  ///< "view/3/annot/7/sub/0", indices from 0; empty for the whole document
   SourcePlace m_place;
-  std::string m_option;  ///< the option that tolerates it; empty when none does
+  std::vector<OptionKey> m_options;  ///< those that tolerate it; empty when none does
 };
 
 using Findings = std::vector<Finding>;
 
-/// True for a limit that was hit and for a worker that died: the findings that exit code 6 stands for.
-bool isLimit(FindingCode code);
+/// A finding with the severity and the option of its row. The text says what was found, what was expected and
+/// what to do; it spells no option.
+Finding makeFinding(FindingCode code, std::string text, std::string address = {}, SourcePlace place = {});
+/// One that weighs more or less than its row says.
+Finding makeFinding(FindingCode code, Severity severity, std::string text, std::string address = {},
+                    SourcePlace place = {});
+/// The finding with these options instead of the one of its row.
+Finding withOptions(Finding finding, std::vector<OptionKey> options);
 
-/// Stable text of a code, such as "json.duplicate-key".
-std::string_view getCodeText(FindingCode code);
-/// "info", "warning" or "error".
-std::string_view getSeverityText(Severity severity);
-
-/// "FILE:LINE:COLUMN: error: TEXT [CODE, ADDRESS, OPTION]" on one line, safe for a terminal: control
+/// "FILE:LINE:COLUMN: error: TEXT [CODE, ADDRESS, OPTIONS]" on one line, safe for a terminal: control
 /// characters and invalid bytes are shown as escapes, and of the text at most 2,000 bytes. Parts that are not
-/// known are left out.
-std::string formatFinding(std::string_view file, Finding const& finding);
+/// known are left out, and so are options without a spelling for them.
+std::string formatFinding(std::string_view file, Finding const& finding, OptionSpelling spelling = nullptr);
+
+/// The spellings of a finding's options, with a blank between them; empty without any.
+std::string spellOptions(Finding const& finding, OptionSpelling spelling);
+
+/// What a finding counts for in work that goes on to its end: the exit code of its class where that stands
+/// for the end of a document's work, otherwise `ExitFindings` at or above the threshold. A broken document
+/// has its own code only where nothing of it could be read, which its opening says.
+ExitCode getExitCode(Finding const& finding, Severity threshold);
 
 /// The heaviest severity in the list; nothing for an empty one.
 std::optional<Severity> getHighestSeverity(Findings const& findings);

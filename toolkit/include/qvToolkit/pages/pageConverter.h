@@ -45,23 +45,21 @@ class PageConverter {
   PageConverter(PageConverter const&) = delete;
   PageConverter& operator=(PageConverter const&) = delete;
 
-  /// Writes the converted page to the sink. False when there is none, for which `getFailure` has the reason,
-  /// or when the sink has failed. Throws `std::bad_alloc` only.
+  /// Writes the converted page to the sink. False when there is none, for which `findProblem` has the
+  /// reason, or when the sink has failed. Throws `std::bad_alloc` only.
   [[nodiscard]] bool convert(std::string_view svg, OutputSink& sink);
 
-  /// `ExitDone` while every page could be converted.
-  ExitCode getFailure() const noexcept { return m_failure; }
-  Finding const& getProblem() const noexcept { return m_problem; }
+  /// Why the last page could not be converted; nothing while every page could.
+  std::optional<Finding> const& findProblem() const noexcept { return m_problem; }
 
  private:
   class FontFile;
-  bool fail(ExitCode failure, std::string text);
-  bool fail(ExitCode failure, Finding problem);
+  bool fail(std::string text);
+  bool fail(Finding problem);
 
   PageConversion m_conversion;
   std::unique_ptr<FontFile> m_fontFile;  ///< null when the system's fonts will do
-  ExitCode m_failure = ExitDone;
-  Finding m_problem;
+  std::optional<Finding> m_problem;
 };
 
 }  // namespace qvToolkit

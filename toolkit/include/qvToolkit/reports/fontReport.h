@@ -59,6 +59,6 @@ void writeFontReport(JsonWriter& json, FontReport const& report);
 /// those of each document, opening included.
 std::string formatFontReportsJson(std::vector<Document> const& documents,
                                   std::vector<FontReport> const& reports,
-                                  std::vector<Findings> const& findings);
+                                  std::vector<Findings> const& findings, OptionSpelling spelling = nullptr);
 
 }  // namespace qvToolkit

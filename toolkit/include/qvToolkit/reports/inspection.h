@@ -73,12 +73,14 @@ std::string formatInspection(Inspection const& inspection);
 /// One file as a JSON object: path, format, views with index, name, version, messages, counts and all
 /// annotations, and the findings. Strings that were no valid UTF-8 have their bytes in hexadecimal beside
 /// them, under the key + "Hex".
-void writeInspection(JsonWriter& json, Inspection const& inspection);
+void writeInspection(JsonWriter& json, Inspection const& inspection, OptionSpelling spelling = nullptr);
 
 /// {"files": [...]} with one object of `writeInspection` for each.
-std::string formatInspectionsJson(std::vector<Inspection> const& inspections);
+std::string formatInspectionsJson(std::vector<Inspection> const& inspections,
+                                  OptionSpelling spelling = nullptr);
 
-/// The findings as a JSON array, without a key.
-void writeFindings(JsonWriter& json, Findings const& findings);
+/// The findings as a JSON array, without a key. Their options are left out without a spelling for them, here
+/// and wherever findings are part of a report.
+void writeFindings(JsonWriter& json, Findings const& findings, OptionSpelling spelling = nullptr);
 
 }  // namespace qvToolkit

@@ -14,9 +14,9 @@ namespace qvToolkit {
 /// key + "Hex", vectors with a number that is not finite with their bits under the key + "Bits". Annotations
 /// of all levels stand in one list, each before its sub-annotations, told apart by their address. The library
 /// must be initialised.
-void writeLegacyDocument(JsonWriter& json, Document const& document);
+void writeLegacyDocument(JsonWriter& json, Document const& document, OptionSpelling spelling = nullptr);
 
 /// {"files": [...]} with one object of `writeLegacyDocument` for each.
-std::string formatLegacyJson(std::vector<Document> const& documents);
+std::string formatLegacyJson(std::vector<Document> const& documents, OptionSpelling spelling = nullptr);
 
 }  // namespace qvToolkit

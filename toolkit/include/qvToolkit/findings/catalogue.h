@@ -1,0 +1,176 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "qvToolkit/findings/exitCode.h"
+
+namespace qvToolkit {
+
+/// How much a finding weighs. Info: by design and harmless. Warning: changed in look or hard to see. Error:
+/// lost or unreadable.
+enum class Severity : std::uint8_t { Info, Warning, Error };
+
+/// What a finding says about the work; the exit code follows from it, see `getExitCode`.
+enum class FindingClass : std::uint8_t {
+  Done,        ///< by design: all is there and looks as it should
+  Look,        ///< changed in look, or hard to see
+  Lost,        ///< something of the document is not there any more
+  Usage,       ///< what was asked for cannot be asked of this document
+  Unopenable,  ///< the input cannot be opened or read
+  Broken,      ///< the input is of no known format or broken
+  Output,      ///< an output cannot be written
+  Limit,       ///< a limit was hit, or a worker died
+  Bug,
+};
+
+/// What a caller may set so that a finding does not come, or so that the work goes on in spite of it. How an
+/// option is spelled is its caller's business, see `OptionSpelling`.
+enum class OptionKey : std::uint8_t {
+  None,
+  // what may be lost
+  DropViewMetadata,
+  DropKnownMetadata,
+  DropUnknownMetadata,
+  // where things are
+  Rasters,
+  FontFolder,
+  FontReplacement,
+  Offset,  ///< the byte that a dump shows
+  Force,   ///< results that exist may be replaced
+  // limits
+  MaxMemory,
+  MaxTime,
+  MaxInput,
+  MaxFailedReads,
+  MaxStack,
+  MaxJsonDepth,
+  MaxDepth,
+  MaxNodes,
+  MaxOutput,
+  MaxOutputFile,
+  MaxRaster,
+  MaxViews,
+};
+
+/// How a caller spells an option: "--rasters" for a command line. Never asked for `OptionKey::None`.
+using OptionSpelling = std::string_view (*)(OptionKey);
+
+/// Everything that the toolkit reports about a document beside the library's own messages.
+enum class FindingCode : std::uint8_t {
+  // opening
+  InputUnreadable,    ///< the file cannot be opened or read
+  InputTooLarge,      ///< the file is larger than the limit
+  FormatUnknown,      ///< empty, or neither JSON nor another known encoding
+  JsonBroken,         ///< no well-formed JSON
+  JsonTooDeep,        ///< more nested containers than a document may have
+  JsonDuplicateKey,   ///< the last value won
+  JsonBigInteger,     ///< an integer beyond 64 bits became a real
+  JsonByteOrderMark,  ///< a byte-order mark in front was skipped
+  DocumentShape,      ///< well-formed, but no view map, array of view maps or {"views": [...]}
+  NoViews,            ///< a document without any view
+  // object streams
+  StreamBroken,        ///< the document ends too early, or where its next object starts is not known
+  StreamObjectId,      ///< an object id is 0 or taken
+  StreamUnknownType,   ///< an object of a type that nobody reads was skipped
+  StreamOverRead,      ///< an object asked for more than its payload holds
+  StreamRefused,       ///< an object's reader knows no such version or record kind
+  StreamUnderRead,     ///< an object left some of its payload
+  StreamLink,          ///< a link that leads to no view, or to one that is listed already
+  StreamUnlistedView,  ///< a view that no metadata object lists
+  StreamTrailing,      ///< bytes behind the last object
+  StreamVersion,       ///< newer than every known version, or none that can be written
+  StreamMore,          ///< how many problems of the stream are not listed
+  StreamOffset,        ///< an asked offset that lies beyond the end
+  // reading
+  ReaderMessage,   ///< the exact text of one message of the readers; severity by what it cost
+  ReaderRepeated,  ///< how often a message of the readers came that is not listed each time
+  RecordLost,      ///< annotation records that the reader passed over
+  KeyIgnored,      ///< a key that this version's reader never looks at
+  ValueUnknown,    ///< a text that the reader does not know, so that it took the default
+  // migration
+  MigrationMessage,  ///< the exact text of one record of the migration's log
+  ViewNotMigrated,
+  MetadataDropped,
+  PlaneDegenerate,  ///< the view plane's axes span no plane
+  BlankLineSkipped,
+  BlankRunSkipped,  ///< blanks between texts are left out, so that these stand closer
+  TextNoHeight,     ///< text of height 0, which is not drawn
+  TextLowContrast,  ///< text that its background hardly lets see
+  ShapeAsRectangle,
+  FontNone,  ///< there is no font at all, so that no text can be drawn
+  FontMetricCompatible,
+  FontSubstituted,
+  FontReplaced,     ///< by the user's own wish
+  FontSynthesized,  ///< bold or italic is made up, since the family has no such face
+  GlyphMissing,
+  LeaderHeadUnknown,
+  LeaderHeadCollapsed,
+  LeaderLost,         ///< a leader that the migration cannot keep
+  RasterUnavailable,  ///< the raster folder has no such file, or its name leaves the folder
+  RasterUnreadable,   ///< the data are no known image format, so only the rectangle is drawn
+  RasterSize,         ///< an image of no size, which is not to be seen, or of one below zero
+  NumberNotFinite,    ///< a NaN or infinite number: left out of the page, null in the migrated model
+  TextRepaired,       ///< control characters, halves of surrogate pairs or invalid UTF-8 became U+FFFD
+  // encoding
+  EncodingLoss,   ///< something that the asked stream version cannot hold
+  EncodingOrder,  ///< a view's texts were moved in front of its rasters
+  // moving
+  TransformSizeKept,   ///< places were scaled, texts, images, frames and heads were not
+  TransformPlaneKept,  ///< a view stayed where it was, since a number of its plane is not finite
+  TransformOverflow,   ///< a moved number would be larger than single precision holds
+  // limits
+  LimitMemory,       ///< the document needs more memory than it may have
+  LimitFailedReads,  ///< too many reads behind the end of the data
+  LimitStack,        ///< nested too deep to be read
+  LimitTime,         ///< the work takes too long
+  LimitDepth,        ///< sub-annotations nested too deep to be migrated or written
+  LimitViews,        ///< too many views to be written as pages
+  LimitNodes,        ///< too many annotations to be migrated or written
+  LimitOutput,       ///< the results are larger than they may be
+  LimitRaster,       ///< an image file is larger than it may be
+  // worker processes
+  WorkerCrashed,  ///< a signal ended the process that worked on the input
+  WorkerKilled,   ///< somebody killed it: the system short of memory, or an operator
+  WorkerGarbage,  ///< it ended without saying how
+  // writing
+  OutputExists,
+  OutputFailed,
+};
+
+/// What is told once about a code.
+struct CatalogueRow {
+  FindingCode m_code;
+  std::string_view m_text;  ///< stable, such as "json.duplicate-key": scripts filter by it
+  FindingClass m_class;
+  Severity m_severity;  ///< unless the finding knows better
+  OptionKey m_option;   ///< that tolerates it, unless the finding knows better; `None` for most
+  std::string_view m_title;
+  std::string_view m_explanation;  ///< what it means and why it comes
+  std::string_view m_remedy;       ///< what to do; without the spelling of an option
+};
+
+/// All rows, in the order of the codes.
+std::span<CatalogueRow const> getCatalogue() noexcept;
+
+/// The row of a code, for every value of the enumeration.
+CatalogueRow const& getRow(FindingCode code) noexcept;
+
+/// Stable text of a code, such as "json.duplicate-key".
+std::string_view getCodeText(FindingCode code);
+/// "info", "warning" or "error".
+std::string_view getSeverityText(Severity severity);
+/// "done", "look", "lost" and so on: the name of the class in small letters.
+std::string_view getClassText(FindingClass findingClass);
+
+/// True for a limit that was hit and for a worker that died: the findings that exit code 6 stands for.
+bool isLimit(FindingCode code);
+
+/// The exit code of work that ended because of such a finding; `ExitDone` for `Done` and `Look`.
+ExitCode getExitCode(FindingClass findingClass);
+inline ExitCode getExitCode(FindingCode code) {
+  return getExitCode(getRow(code).m_class);
+}
+
+}  // namespace qvToolkit
