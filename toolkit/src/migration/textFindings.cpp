@@ -43,8 +43,7 @@ void reportBlankLines(qvAnnotationText const& text, std::string const& address, 
   if (blank == total) --blank;
   if (blank <= 0) return;
   findings.add(FindingCode::BlankLineSkipped,
-               std::to_string(blank) + (blank == 1 ? " blank line is" : " blank lines are") + " left out",
-               address);
+               formatCountIs(static_cast<std::uint64_t>(blank), "blank line") + " left out", address);
 }
 
 /// Runs of blanks in front of a text of the same line, which moves closer to what stands before it.

@@ -4,6 +4,7 @@
 
 #include "images/imageFormat.h"
 #include "pages/itemExtent.h"
+#include "text/countText.h"
 
 namespace qvToolkit {
 
@@ -108,7 +109,7 @@ Findings PageMeasure::listFindings() const {
   for (LeftOutCount const& count : m_leftOutCounts) {
     std::string const what = count.m_isAnnotation ? "the annotation, with all that belongs to it, is"
                              : count.m_items == 1 ? "an item is"
-                                                  : std::to_string(count.m_items) + " items are";
+                                                  : formatCountIs(count.m_items, "item");
     findings.add(FindingCode::NumberNotFinite,
                  what + " left out of the page, since a number is not finite or beyond 1000000000",
                  count.m_address);

@@ -63,10 +63,10 @@ std::string formatFontReport(Document const& document, FontReport const& report)
   std::string text = escapeTerminal(document.m_path) + ": ";
   if (document.m_failure != ExitDone) return text + "not read\n";
   std::size_t const asked = countAsked(report);
-  text += asked == 1 ? "1 font family asked for" : std::to_string(asked) + " font families asked for";
+  text += formatCount(asked, "font family", "font families") + " asked for";
   if (report.m_viewsLeftOut > 0) {
-    text += ", besides those of " + formatCount(report.m_viewsLeftOut, "view") +
-            (report.m_viewsLeftOut == 1 ? " that is" : " that are") + " not migrated";
+    text += ", besides those of " + formatCount(report.m_viewsLeftOut, "view") + " that ";
+    text.append(getVerb(report.m_viewsLeftOut)).append(" not migrated");
   }
   text += '\n';
   if (!report.m_uses.empty()) {

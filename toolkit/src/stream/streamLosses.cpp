@@ -12,6 +12,7 @@
 #include "rules/gates.h"
 #include "stream/annotationRecord.h"
 #include "stream/variantMapWriter.h"
+#include "text/countText.h"
 
 namespace qvToolkit {
 
@@ -21,10 +22,6 @@ using qvLegacy::qvAnnotationInterface;
 using qvLegacy::qvAnnotationRaster;
 using qvLegacy::qvAnnotationText;
 using qvLegacy::rules::Since;
-
-std::string countOf(std::size_t count, std::string const& noun) {
-  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
 
 /// The runs of a text that meet a condition.
 template <class Condition>
@@ -130,7 +127,7 @@ void LossFinder::checkShared(qvAnnotationInterface const& annotation) {
   }
   if (!has(Since::children) && annotation.getSubAnnotsCount() > 0) {
     lose(Severity::Error,
-         countOf(annotation.getSubAnnotsCount(), "sub-annotation") + " left out, with everything below",
+         formatCount(annotation.getSubAnnotsCount(), "sub-annotation") + " left out, with everything below",
          Since::children);
   }
   checkMetadata(annotation.m_metadata, Since::annotationMetadata);
@@ -142,15 +139,17 @@ void LossFinder::checkLeaders(qvAnnotationInterface const& annotation) {
   auto const heads =
       std::count_if(leaders.begin(), leaders.end(), [](auto const& l) { return l.m_head != 0; });
   if (!has(Since::heads) && heads > 0) {
-    lose(Severity::Warning, countOf(static_cast<std::size_t>(heads), "leader head") + " lost", Since::heads);
+    lose(Severity::Warning, formatCount(static_cast<std::size_t>(heads), "leader head") + " lost",
+         Since::heads);
   }
   if (!has(Since::measures) && !measures.empty()) {
-    return lose(Severity::Error, countOf(measures.size(), "measure leader") + " left out", Since::measures);
+    return lose(Severity::Error, formatCount(measures.size(), "measure leader") + " left out",
+                Since::measures);
   }
   auto const arrows =
       std::count_if(measures.begin(), measures.end(), [](auto const& m) { return m.m_arrowDir != 0; });
   if (!has(Since::arrowDirections) && arrows > 0) {
-    lose(Severity::Warning, countOf(static_cast<std::size_t>(arrows), "arrow direction") + " lost",
+    lose(Severity::Warning, formatCount(static_cast<std::size_t>(arrows), "arrow direction") + " lost",
          Since::arrowDirections);
   }
 }
@@ -159,13 +158,13 @@ void LossFinder::checkRuns(qvAnnotationText const& text) {
   using Run = qvAnnotationText::TextSegment;
   std::size_t const typed = countRuns(text, [](Run const& run) { return run.m_type != Run::Normal; });
   if (typed > 0) {
-    lose(Severity::Warning, countOf(typed, "run") + " lowered or raised no more", Since::segmentTypes);
+    lose(Severity::Warning, formatCount(typed, "run") + " lowered or raised no more", Since::segmentTypes);
   }
   std::size_t const cut = countRuns(text, [](Run const& run) {
     return std::string_view(run.getText(), run.m_length).find('\0') != std::string_view::npos;
   });
   if (cut > 0) {
-    lose(Severity::Error, countOf(cut, "run") + " cut at the first zero character", Since::segmentTypes);
+    lose(Severity::Error, formatCount(cut, "run") + " cut at the first zero character", Since::segmentTypes);
   }
 }
 
@@ -177,7 +176,8 @@ void LossFinder::checkMetadata(VariantMap const& metadata, Since since) {
   std::size_t const tooDeep = countTooDeep(metadata);
   if (tooDeep == 0) return;
   report(FindingCode::EncodingLoss, Severity::Warning,
-         countOf(tooDeep, "map or list") + " of the metadata written as null: an object stream nests them " +
+         formatCount(tooDeep, "map or list") +
+             " of the metadata written as null: an object stream nests them " +
              std::to_string(MaxVariantLevel) + " deep");
 }
 
