@@ -11,7 +11,6 @@ namespace qvToolkit {
 
 namespace {
 
-constexpr char32_t Replacement = 0xFFFD;
 constexpr std::size_t EscapeLength = 6;  // of "\uXXXX"
 
 /// What a simple escape stands for; 0 for none.
@@ -62,9 +61,9 @@ class StringReader {
         m_offset += EscapeLength;
       }
     }
-    bool const isHalf = isHighSurrogate(*unit) || isLowSurrogate(*unit);
+    bool const isHalf = isSurrogate(*unit);
     if (isHalf && m_string.m_halves++ == 0) m_string.m_firstHalf = m_text.substr(start, EscapeLength);
-    appendUtf8(m_string.m_text, isHalf ? Replacement : *unit);
+    appendUtf8(m_string.m_text, isHalf ? ReplacementCharacter : *unit);
     return true;
   }
 

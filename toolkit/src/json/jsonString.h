@@ -21,11 +21,4 @@ std::optional<JsonString> readJsonString(std::string_view text);
 /// The number of four hexadecimal digits at `offset`; nothing when there are none.
 std::optional<char32_t> readHexDigits(std::string_view text, std::size_t offset);
 
-constexpr bool isHighSurrogate(char32_t unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
-}
-constexpr bool isLowSurrogate(char32_t unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
 }  // namespace qvToolkit

@@ -7,6 +7,7 @@
 #include "qvToolkit/text/textEscape.h"
 #include "text/characterName.h"
 #include "text/countText.h"
+#include "text/hexadecimal.h"
 #include "text/utf8.h"
 #include "text/visibleText.h"
 
@@ -15,7 +16,6 @@ namespace qvToolkit {
 namespace {
 
 constexpr std::size_t MaxShownPieces = 5;
-constexpr char const* HexDigits = "0123456789ABCDEF";
 
 std::string foldName(std::string_view name) {
   std::string folded;
@@ -34,11 +34,10 @@ std::string nameFont(qv::svg::TextSpan const& span) {
 
 void reportMissing(std::string_view text, std::string const& address, FindingList& findings) {
   while (!text.empty()) {
-    Utf8Step const step = decodeUtf8(text);
-    text.remove_prefix(step.m_length);
-    std::string const package(qv::text::findPackageWithCharacter(step.m_codePoint));
+    char32_t const character = takeUtf8(text).m_codePoint;
+    std::string const package(qv::text::findPackageWithCharacter(character));
     findings.add(FindingCode::GlyphMissing,
-                 "no font has the character " + describeCharacter(step.m_codePoint) +
+                 "no font has the character " + describeCharacter(character) +
                      "; a replacement sign is drawn; install " +
                      (package.empty() ? "a font that has it" : "the package " + package),
                  address);
@@ -121,15 +120,11 @@ void reportNoInk(qv::svg::TextSpan const& span, std::string const& address, Find
 /// "U+001B" for a character, "the bytes FF FE" for what is none.
 std::string describePiece(std::string_view bytes) {
   Utf8Step const step = decodeUtf8(bytes);
-  bool const isSurrogate = step.m_codePoint >= 0xD800 && step.m_codePoint <= 0xDFFF;
-  if (step.m_length == bytes.size() && (step.m_isValid || isSurrogate)) {
+  if (step.m_length == bytes.size() && (step.m_isValid || isSurrogate(step.m_codePoint))) {
     return formatCodePoint(step.m_codePoint);
   }
-  std::string text = bytes.size() == 1 ? "the byte" : "the bytes";
-  for (char const byte : bytes) {
-    auto const number = static_cast<unsigned char>(byte);
-    text += {' ', HexDigits[number >> 4U], HexDigits[number & 0xFU]};
-  }
+  std::string text = formatNoun(bytes.size(), "the byte");
+  for (char const byte : bytes) text += ' ' + toHexBytes({&byte, 1}, HexCase::Upper);
   return text;
 }
 

@@ -72,9 +72,7 @@ class FontCollector {
     FontUse& known = m_uses.try_emplace(std::move(key), std::move(use)).first->second;
     known.m_characters += getTextWidth(span.m_text);
     for (std::string_view text = span.m_original; !text.empty();) {
-      Utf8Step const step = decodeUtf8(text);
-      text.remove_prefix(step.m_length);
-      addMissing(step.m_codePoint, address);
+      addMissing(takeUtf8(text).m_codePoint, address);
     }
   }
 

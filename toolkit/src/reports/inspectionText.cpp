@@ -13,6 +13,7 @@
 #include "text/colorText.h"
 #include "text/countText.h"
 #include "text/textTable.h"
+#include "text/utf8.h"
 
 namespace qvToolkit {
 
@@ -24,8 +25,8 @@ constexpr std::size_t MaxTextLength = 60;
 std::string shorten(std::string_view text) {
   std::size_t characters = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    bool const beginsCharacter = (static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U;
-    if (beginsCharacter && characters++ == MaxTextLength) return std::string(text.substr(0, i)) + "...";
+    if (beginsCharacter(text[i]) && characters++ == MaxTextLength)
+      return std::string(text.substr(0, i)) + "...";
   }
   return std::string(text);
 }

@@ -5,35 +5,10 @@
 #include <cmath>
 #include <cstdint>
 
+#include "text/hexadecimal.h"
 #include "text/utf8.h"
 
 namespace qvToolkit {
-
-namespace {
-
-constexpr std::string_view HexDigits = "0123456789abcdef";
-
-void appendHexByte(std::string& text, unsigned char byte) {
-  text += HexDigits[byte >> 4U];
-  text += HexDigits[byte & 0xFU];
-}
-
-std::string toHexBytes(std::string_view bytes) {
-  std::string hex;
-  for (char const byte : bytes) appendHexByte(hex, static_cast<unsigned char>(byte));
-  return hex;
-}
-
-template <class Bits>
-std::string toHexDigits(Bits bits) {
-  std::string hex;
-  for (unsigned int shift = 8 * sizeof(Bits); shift > 0; shift -= 8) {
-    appendHexByte(hex, static_cast<unsigned char>((bits >> (shift - 8)) & 0xFFU));
-  }
-  return hex;
-}
-
-}  // namespace
 
 void writeBytes(JsonWriter& json, std::string const& key, std::string_view bytes) {
   json.member(key, bytes);
@@ -53,11 +28,11 @@ void writeVector(JsonWriter& json, std::string const& key, Wm4::Vector3<float> c
 }
 
 std::string toHex(float number) {
-  return toHexDigits(std::bit_cast<std::uint32_t>(number));
+  return toHexNumber(std::bit_cast<std::uint32_t>(number), 8);
 }
 
 std::string toHex(double number) {
-  return toHexDigits(std::bit_cast<std::uint64_t>(number));
+  return toHexNumber(std::bit_cast<std::uint64_t>(number), 16);
 }
 
 void writeVersion(JsonWriter& json, qv::qvStreamVersion version) {

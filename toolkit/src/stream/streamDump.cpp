@@ -22,7 +22,7 @@ std::string formatBytes(std::string_view bytes) {
   std::string text;
   for (char const c : bytes.substr(0, MaxShownBytes)) {
     if (!text.empty()) text += ' ';
-    text += toHexNumber(static_cast<unsigned char>(c), 2);
+    text += toHexBytes({&c, 1});
   }
   return text + (bytes.size() > MaxShownBytes ? " .." : "");
 }

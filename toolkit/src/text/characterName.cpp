@@ -1,10 +1,9 @@
 #include "text/characterName.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cstdint>
 #include <iterator>
+
+#include "text/hexadecimal.h"
 
 namespace qvToolkit {
 
@@ -68,12 +67,7 @@ constexpr char32_t CircledZ = 0x24CF;
 }  // namespace
 
 std::string formatCodePoint(char32_t character) {
-  std::array<char, 8> digits;
-  auto const result =
-      std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<std::uint32_t>(character), 16);
-  std::string text(digits.data(), result.ptr);
-  for (char& digit : text) digit = digit >= 'a' ? static_cast<char>(digit - 'a' + 'A') : digit;
-  return "U+" + std::string(text.size() < 4 ? 4 - text.size() : 0, '0') + text;
+  return "U+" + toHexNumber(character, 4, HexCase::Upper);
 }
 
 std::string findCharacterName(char32_t character) {

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/hexadecimal.h"
+
 namespace qvToolkit {
 
 /// The 64-bit FNV-1a hash of bytes that come in pieces. It tells contents apart; it is no proof against
@@ -14,14 +16,7 @@ class ContentHash {
     for (char const byte : bytes) m_hash = (m_hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
   }
   /// 16 lower-case hexadecimal digits.
-  std::string getText() const {
-    std::uint64_t hash = m_hash;
-    std::string text(16, '0');
-    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, hash >>= 4) {
-      *digit = "0123456789abcdef"[hash & 0xF];
-    }
-    return text;
-  }
+  std::string getText() const { return toHexNumber(m_hash, 16); }
 
  private:
   std::uint64_t m_hash = 0xCBF29CE484222325U;

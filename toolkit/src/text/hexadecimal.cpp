@@ -1,15 +1,37 @@
 #include "text/hexadecimal.h"
 
 #include <algorithm>
-#include <string_view>
+#include <bit>
 
 namespace qvToolkit {
 
-std::string toHexNumber(std::uint64_t number, std::size_t width) {
-  constexpr std::string_view Digits = "0123456789abcdef";
+namespace {
+
+constexpr std::size_t BitsOfDigit = 4;
+
+constexpr std::string_view getDigits(HexCase digits) {
+  return digits == HexCase::Lower ? "0123456789abcdef" : "0123456789ABCDEF";
+}
+
+}  // namespace
+
+void appendHex(std::string& text, std::uint64_t number, std::size_t width, HexCase digits) {
+  auto const bits = static_cast<std::size_t>(std::bit_width(number));
+  for (std::size_t left = std::max(width, (bits + BitsOfDigit - 1) / BitsOfDigit); left > 0; --left) {
+    text += getDigits(digits)[number >> (BitsOfDigit * (left - 1)) & 0x0FU];
+  }
+}
+
+std::string toHexNumber(std::uint64_t number, std::size_t width, HexCase digits) {
   std::string text;
-  for (; number > 0 || text.size() < width; number >>= 4) text += Digits[number & 0x0FU];
-  std::reverse(text.begin(), text.end());
+  appendHex(text, number, width, digits);
+  return text;
+}
+
+std::string toHexBytes(std::string_view bytes, HexCase digits) {
+  std::string text;
+  text.reserve(2 * bytes.size());
+  for (char const byte : bytes) appendHex(text, static_cast<unsigned char>(byte), 2, digits);
   return text;
 }
 

@@ -1,31 +1,16 @@
 #include "qvToolkit/text/textEscape.h"
 
+#include "text/hexadecimal.h"
 #include "text/utf8.h"
 
 namespace qvToolkit {
 
 namespace {
 
-constexpr char32_t Replacement = 0xFFFD;
-constexpr char const* HexDigits = "0123456789abcdef";
-
-constexpr bool isAllowedInXml(char32_t c) {
+constexpr bool isShownInXml(Utf8Step const& step) {
+  char32_t const c = step.m_codePoint;
   if (c == '\t' || c == '\n' || c == '\r') return true;
-  return !isControl(c) && c != 0xFFFE && c != 0xFFFF;
-}
-
-/// Calls `visit(step, bytes of the step)` for each character and each invalid sequence, in order.
-template <class Visit>
-void forEachCharacter(std::string_view bytes, Visit visit) {
-  while (!bytes.empty()) {
-    Utf8Step const step = decodeUtf8(bytes);
-    visit(step, bytes.substr(0, step.m_length));
-    bytes.remove_prefix(step.m_length);
-  }
-}
-
-void appendHex(std::string& text, char32_t number, int digits) {
-  for (int i = digits - 1; i >= 0; --i) text.push_back(HexDigits[(number >> (4 * i)) & 0xF]);
+  return step.m_isValid && !isControl(c) && c != 0xFFFE && c != 0xFFFF;
 }
 
 /// "\u001b"; characters above U+FFFF need no escape anywhere.
@@ -85,7 +70,7 @@ std::string_view findJsonEscape(char32_t c) {
 
 void appendJsonCharacter(std::string& text, Utf8Step const& step, std::string_view bytes) {
   if (!step.m_isValid) {
-    appendUtf8(text, Replacement);
+    appendUtf8(text, ReplacementCharacter);
   } else if (std::string_view const escape = findJsonEscape(step.m_codePoint); !escape.empty()) {
     text += escape;
   } else if (isControl(step.m_codePoint) || isLayoutControl(step.m_codePoint)) {
@@ -114,11 +99,11 @@ std::string repairUtf8(std::string_view bytes, bool* repaired) {
   text.reserve(bytes.size());
   bool hasChanged = false;
   forEachCharacter(bytes, [&](Utf8Step const& step, std::string_view character) {
-    if (step.m_isValid && isAllowedInXml(step.m_codePoint)) {
+    if (isShownInXml(step)) {
       text += character;
       return;
     }
-    appendUtf8(text, Replacement);
+    appendUtf8(text, ReplacementCharacter);
     hasChanged = true;
   });
   if (repaired != nullptr) *repaired = hasChanged;
@@ -126,17 +111,17 @@ std::string repairUtf8(std::string_view bytes, bool* repaired) {
 }
 
 std::string escapeXml(std::string_view bytes) {
-  std::string const repaired = repairUtf8(bytes);
   std::string text;
-  text.reserve(repaired.size());
-  for (char const c : repaired) {
-    std::string_view const reference = findXmlReference(static_cast<unsigned char>(c));
-    if (reference.empty()) {
-      text.push_back(c);
-    } else {
+  text.reserve(bytes.size());
+  forEachCharacter(bytes, [&text](Utf8Step const& step, std::string_view character) {
+    if (!isShownInXml(step)) {
+      appendUtf8(text, ReplacementCharacter);
+    } else if (std::string_view const reference = findXmlReference(step.m_codePoint); !reference.empty()) {
       text += reference;
+    } else {
+      text += character;
     }
-  }
+  });
   return text;
 }
 

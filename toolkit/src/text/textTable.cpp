@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "text/utf8.h"
+
 namespace qvToolkit {
 
 namespace {
@@ -11,7 +13,6 @@ constexpr std::size_t MaxColumnWidth = 40;
 }  // namespace
 
 std::size_t getTextWidth(std::string_view text) {
-  auto const beginsCharacter = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; };
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
 }
 

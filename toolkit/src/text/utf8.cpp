@@ -32,10 +32,6 @@ LeadByte const* findLeadByte(unsigned char byte) {
   return nullptr;
 }
 
-constexpr bool isSurrogate(char32_t c) {
-  return c >= 0xD800 && c <= 0xDFFF;
-}
-
 }  // namespace
 
 Utf8Step decodeUtf8(std::string_view bytes) {
@@ -76,9 +72,7 @@ void appendUtf8(std::string& text, char32_t codePoint) {
 
 bool isValidUtf8(std::string_view bytes) {
   while (!bytes.empty()) {
-    Utf8Step const step = decodeUtf8(bytes);
-    if (!step.m_isValid) return false;
-    bytes.remove_prefix(step.m_length);
+    if (!takeUtf8(bytes).m_isValid) return false;
   }
   return true;
 }

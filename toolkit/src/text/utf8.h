@@ -18,6 +18,42 @@ struct Utf8Step {
 /// one.
 Utf8Step decodeUtf8(std::string_view bytes);
 
+/// The same, and takes these bytes away.
+inline Utf8Step takeUtf8(std::string_view& bytes) {
+  Utf8Step const step = decodeUtf8(bytes);
+  bytes.remove_prefix(step.m_length);
+  return step;
+}
+
+/// Calls `visit(step, bytes of the step)` for each character and each invalid sequence, in order.
+template <class Visit>
+void forEachCharacter(std::string_view bytes, Visit visit) {
+  while (!bytes.empty()) {
+    std::string_view const rest = bytes;
+    Utf8Step const step = takeUtf8(bytes);
+    visit(step, rest.substr(0, step.m_length));
+  }
+}
+
+/// False for a byte that continues a character; of valid UTF-8 it tells where characters begin.
+constexpr bool beginsCharacter(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+}
+
+/// Shown in place of what is no character.
+constexpr char32_t ReplacementCharacter = 0xFFFD;
+
+/// Halves of surrogate pairs, which are no characters by themselves.
+constexpr bool isHighSurrogate(char32_t c) {
+  return c >= 0xD800 && c <= 0xDBFF;
+}
+constexpr bool isLowSurrogate(char32_t c) {
+  return c >= 0xDC00 && c <= 0xDFFF;
+}
+constexpr bool isSurrogate(char32_t c) {
+  return isHighSurrogate(c) || isLowSurrogate(c);
+}
+
 /// Appends the UTF-8 form of a Unicode scalar value.
 void appendUtf8(std::string& text, char32_t codePoint);
 

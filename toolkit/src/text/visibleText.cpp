@@ -34,8 +34,7 @@ bool isVisible(char32_t character) {
 std::size_t countVisibleCharacters(std::string_view bytes) {
   std::size_t count = 0;
   while (!bytes.empty()) {
-    Utf8Step const step = decodeUtf8(bytes);
-    bytes.remove_prefix(step.m_length);
+    Utf8Step const step = takeUtf8(bytes);
     if (!step.m_isValid || isVisible(step.m_codePoint)) ++count;
   }
   return count;
