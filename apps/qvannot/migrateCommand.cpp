@@ -126,7 +126,7 @@ bool checkViews(MigrateCommand const& command, qvToolkit::Document const& docume
                   {makeFinding(qvToolkit::FindingCode::LimitViews,
                                "it has " + std::to_string(count) + " views, more than the limit of " +
                                    std::to_string(limit) + "; nothing is migrated",
-                               "view/" + std::to_string(limit))});
+                               qvToolkit::Address::ofView(limit).getText())});
   return false;
 }
 

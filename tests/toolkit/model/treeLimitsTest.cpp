@@ -33,7 +33,7 @@ std::optional<Finding> check(Text const& text, TreeLimits const& limits = {}) {
   qvLegacy::qvAnnotationView view;
   view.m_annotations.emplace_back(nullptr);
   view.m_annotations.emplace_back(text.get());
-  return checkTrees(view, "view/3", limits);
+  return checkTrees(view, Address::ofView(3), limits);
 }
 
 TEST(TreeLimits, TakeTreesUpToTheirDepth) {

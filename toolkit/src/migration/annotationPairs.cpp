@@ -1,7 +1,8 @@
 #include "migration/annotationPairs.h"
 
 #include <algorithm>
-#include <memory>
+
+#include "model/annotationWalk.h"
 
 namespace qvToolkit {
 
@@ -17,48 +18,46 @@ std::size_t countChildren(qvAnnotationInterface const& annotation) {
   return static_cast<std::size_t>(std::count_if(children.begin(), children.end(), isPresent));
 }
 
-/// Pairs one tree. The migration appends the content of the sub-annotations, in list order, behind everything
+/// The content of an annotation's sub-annotations. The migration appends it, in list order, behind everything
 /// else of their parent.
-class TreeWalk {
+class ChildRoots {
  public:
-  explicit TreeWalk(std::vector<AnnotationPair>& pairs) : m_pairs(pairs) {}
+  ChildRoots(qvAnnotationInterface const& annotation, qv::svg::Node const* root) : m_root(root) {
+    std::size_t const items = root == nullptr ? 0 : root->getChildren().size();
+    m_next = items - std::min(items, countChildren(annotation));
+  }
 
-  void visit(AnnotationPair const& pair) {
-    m_pairs.push_back(pair);
-    std::size_t const count = countChildren(*pair.m_legacy);
-    std::size_t const items = pair.m_root == nullptr ? 0 : pair.m_root->getChildren().size();
-    std::size_t item = items - std::min(items, count);
-    std::size_t index = 0;
-    for (auto const& child : pair.m_legacy->getSubAnnots()) {
-      std::string address = pair.m_address + "/sub/" + std::to_string(index++);
-      if (child.m_annot == nullptr) continue;
-      visit({child.m_annot, getNode(pair.m_root, item++), pair.m_cad, pair.m_depth + 1, std::move(address)});
-    }
+  /// Of the next child; null when it has none.
+  qv::svg::Node const* take() {
+    std::size_t const item = m_next++;
+    if (m_root == nullptr || item >= m_root->getChildren().size()) return nullptr;
+    return dynamic_cast<qv::svg::Node const*>(m_root->getChildren()[item].get());
   }
 
  private:
-  static qv::svg::Node const* getNode(qv::svg::Node const* parent, std::size_t index) {
-    if (parent == nullptr || index >= parent->getChildren().size()) return nullptr;
-    return dynamic_cast<qv::svg::Node const*>(parent->getChildren()[index].get());
-  }
-
-  std::vector<AnnotationPair>& m_pairs;
+  qv::svg::Node const* m_root;
+  std::size_t m_next;
 };
 
 }  // namespace
 
 std::vector<AnnotationPair> pairAnnotations(qvLegacy::qvAnnotationView const& legacy,
                                             qv::qvCadAnnotationView const& migrated,
-                                            std::string const& viewAddress) {
+                                            Address const& viewAddress) {
   std::vector<AnnotationPair> pairs;
-  TreeWalk walk(pairs);
-  auto cad = migrated.m_annotations.begin();
-  for (std::size_t i = 0; i < legacy.m_annotations.size() && cad != migrated.m_annotations.end(); ++i) {
-    if (legacy.m_annotations[i] == nullptr) continue;
-    walk.visit({legacy.m_annotations[i], (*cad)->m_svgRoot.get(), cad->get(), 0,
-                viewAddress + "/annot/" + std::to_string(i)});
-    ++cad;
-  }
+  std::vector<ChildRoots> parents;  // of the annotation at hand, outermost first
+  qv::qvCadAnnotation const* cad = nullptr;
+  auto next = migrated.m_annotations.begin();
+  walkAnnotations(legacy, viewAddress, [&](WalkedAnnotation const& walked) {
+    if (walked.m_annotation == nullptr) return;
+    bool const isTop = walked.m_depth == 0;
+    if (isTop) cad = next == migrated.m_annotations.end() ? nullptr : (next++)->get();
+    if (cad == nullptr) return;
+    parents.erase(parents.begin() + static_cast<std::ptrdiff_t>(walked.m_depth), parents.end());
+    qv::svg::Node const* const root = isTop ? cad->m_svgRoot.get() : parents.back().take();
+    parents.emplace_back(*walked.m_annotation, root);
+    pairs.push_back({walked.m_annotation, root, cad, walked.m_depth, walked.m_address.getText()});
+  });
   return pairs;
 }
 

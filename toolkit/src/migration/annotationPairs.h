@@ -6,6 +6,7 @@
 
 #include "annotationLegacy/qvAnnotationView.h"
 #include "qvAnnotation/qvCadAnnotationView.h"
+#include "qvToolkit/findings/address.h"
 
 namespace qvToolkit {
 
@@ -22,6 +23,6 @@ struct AnnotationPair {
 /// count in the addresses but yield no pair.
 std::vector<AnnotationPair> pairAnnotations(qvLegacy::qvAnnotationView const& legacy,
                                             qv::qvCadAnnotationView const& migrated,
-                                            std::string const& viewAddress);
+                                            Address const& viewAddress);
 
 }  // namespace qvToolkit

@@ -2,10 +2,12 @@
 #include <array>
 #include <cmath>
 #include <string_view>
+#include <utility>
 
 #include "annotationLegacy/qvAnnotationMigration.h"
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "migration/migrationFindings.h"
+#include "model/annotationWalk.h"
 #include "qvToolkit/text/textEscape.h"
 #include "wm4/math.h"
 
@@ -49,14 +51,6 @@ constexpr std::array<ShapeText, 8> RectangleShapes = {{
     {qvAnnotationInterface::OblongLeft, "oblongleft"},
     {qvAnnotationInterface::OblongRight, "oblongright"},
 }};
-
-int getNeededOptionsOfTree(qvAnnotationInterface const& annotation) {
-  int needed = getNeededOptions(annotation.m_metadata);
-  for (auto const& child : annotation.getSubAnnots()) {
-    if (child.m_annot != nullptr) needed |= getNeededOptionsOfTree(*child.m_annot);
-  }
-  return needed;
-}
 
 std::string listKeys(qv::qvVariant::qvVariantMapImpl const& metadata) {
   constexpr std::size_t MaxListed = 10;
@@ -112,24 +106,15 @@ void reportDepth(AnnotationPair const& pair, FindingList& findings) {
                pair.m_address);
 }
 
-/// Visits the rasters of a tree with their addresses.
-void reportRastersUnder(qvAnnotationInterface const& annotation, std::string const& address, bool hasFolder,
-                        RasterFolder const& rasters, FindingList& findings) {
-  if (auto const* raster = dynamic_cast<qvAnnotationRaster const*>(&annotation)) {
-    if (std::string const* problem = rasters.findProblem(raster->m_rasterName)) {
-      std::string text = "image '" + shortenText(raster->m_rasterName) + "' is not available: " + *problem;
-      if (!hasFolder) text += "; name the folder that holds it";
-      bool const isTooLarge = rasters.isTooLarge(raster->m_rasterName);
-      findings.add(isTooLarge ? FindingCode::LimitRaster : FindingCode::RasterUnavailable, std::move(text),
-                   address);
-    }
-  }
-  std::size_t index = 0;
-  for (auto const& child : annotation.getSubAnnots()) {
-    std::string const childAddress = address + "/sub/" + std::to_string(index++);
-    if (child.m_annot == nullptr) continue;
-    reportRastersUnder(*child.m_annot, childAddress, hasFolder, rasters, findings);
-  }
+void reportRaster(qvAnnotationRaster const& raster, std::string const& address, bool hasFolder,
+                  RasterFolder const& rasters, FindingList& findings) {
+  std::string const* const problem = rasters.findProblem(raster.m_rasterName);
+  if (problem == nullptr) return;
+  std::string text = "image '" + shortenText(raster.m_rasterName) + "' is not available: " + *problem;
+  if (!hasFolder) text += "; name the folder that holds it";
+  bool const isTooLarge = rasters.isTooLarge(raster.m_rasterName);
+  findings.add(isTooLarge ? FindingCode::LimitRaster : FindingCode::RasterUnavailable, std::move(text),
+               address);
 }
 
 }  // namespace
@@ -160,9 +145,9 @@ bool lacksDepth(Wm4::Vector3<float> const& point) {
 
 std::vector<OptionKey> findMissingOptions(qvLegacy::qvAnnotationView const& view, int dropped) {
   int needed = view.m_metadata.empty() ? 0 : static_cast<int>(qvAnnotationMigration::DropViewMetadata);
-  for (auto const& annotation : view.m_annotations) {
-    if (annotation != nullptr) needed |= getNeededOptionsOfTree(*annotation);
-  }
+  walkAnnotations(view, {}, [&needed](WalkedAnnotation const& walked) {
+    if (walked.m_annotation != nullptr) needed |= getNeededOptions(walked.m_annotation->m_metadata);
+  });
   std::vector<OptionKey> options;
   for (DropOption const& option : DropOptions) {
     if ((needed & ~dropped & option.m_bit) != 0) options.push_back(option.m_key);
@@ -184,13 +169,12 @@ void reportAnnotation(AnnotationPair const& pair, FindingList& findings) {
   reportRepair(pair.m_legacy->m_name, "name", pair.m_address, findings);
 }
 
-void reportRasters(qvLegacy::qvAnnotationView const& view, std::string const& viewAddress, bool hasFolder,
+void reportRasters(qvLegacy::qvAnnotationView const& view, Address const& viewAddress, bool hasFolder,
                    RasterFolder const& rasters, FindingList& findings) {
-  for (std::size_t i = 0; i < view.m_annotations.size(); ++i) {
-    if (view.m_annotations[i] == nullptr) continue;
-    reportRastersUnder(*view.m_annotations[i], viewAddress + "/annot/" + std::to_string(i), hasFolder,
-                       rasters, findings);
-  }
+  walkAnnotations(view, viewAddress, [&](WalkedAnnotation const& walked) {
+    auto const* const raster = dynamic_cast<qvAnnotationRaster const*>(walked.m_annotation);
+    if (raster != nullptr) reportRaster(*raster, walked.m_address.getText(), hasFolder, rasters, findings);
+  });
 }
 
 }  // namespace qvToolkit

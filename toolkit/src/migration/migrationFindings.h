@@ -8,6 +8,7 @@
 #include "annotationLegacy/qvAnnotationView.h"
 #include "findings/findingList.h"
 #include "migration/annotationPairs.h"
+#include "qvToolkit/findings/address.h"
 #include "qvToolkit/images/rasterFolder.h"
 #include "qvToolkit/migration/migrationSession.h"
 
@@ -54,7 +55,7 @@ void reportRepair(std::string_view bytes, std::string_view what, std::string con
 bool lacksDepth(Wm4::Vector3<float> const& point);
 
 /// Reports the rasters of a view, whether it was migrated or not, that the folder could not deliver.
-void reportRasters(qvLegacy::qvAnnotationView const& view, std::string const& viewAddress, bool hasFolder,
+void reportRasters(qvLegacy::qvAnnotationView const& view, Address const& viewAddress, bool hasFolder,
                    RasterFolder const& rasters, FindingList& findings);
 
 }  // namespace qvToolkit

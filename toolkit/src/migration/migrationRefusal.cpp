@@ -79,10 +79,10 @@ FailedStep readLog(std::vector<std::string> const& log) {
   return step;
 }
 
-std::string describeAnnotation(qvAnnotationInterface const& annotation, std::string const& address) {
+std::string describeAnnotation(qvAnnotationInterface const& annotation, Address const& address) {
   std::string const& name = annotation.GetName();
-  return "annotation " + (name.empty() ? std::string("without name") : "'" + name + "'") + " (" + address +
-         ")";
+  return "annotation " + (name.empty() ? std::string("without name") : "'" + name + "'") + " (" +
+         address.getText() + ")";
 }
 
 bool hasFiniteSize(qvAnnotationRaster const& raster) {
@@ -128,10 +128,10 @@ class FailureSearch {
   }
 
  private:
-  void check(qvAnnotationInterface const& annotation, std::string const& address);
-  void checkSilent(qvAnnotationInterface const& annotation, std::string const& address);
-  void checkAnchors(qvAnnotationInterface const& annotation, std::string const& address);
-  void fail(qvAnnotationInterface const& annotation, std::string const& address, std::string const& detail) {
+  void check(qvAnnotationInterface const& annotation, Address const& address);
+  void checkSilent(qvAnnotationInterface const& annotation, Address const& address);
+  void checkAnchors(qvAnnotationInterface const& annotation, Address const& address);
+  void fail(qvAnnotationInterface const& annotation, Address const& address, std::string const& detail) {
     m_refusal.m_reason += detail;
     m_refusal.m_place = describeAnnotation(annotation, address);
   }
@@ -141,7 +141,7 @@ class FailureSearch {
   Refusal m_refusal;
 };
 
-void FailureSearch::check(qvAnnotationInterface const& annotation, std::string const& address) {
+void FailureSearch::check(qvAnnotationInterface const& annotation, Address const& address) {
   auto const* const raster = dynamic_cast<qvAnnotationRaster const*>(&annotation);
   switch (m_step.m_cause) {
     case Cause::ViewMetadata:
@@ -171,7 +171,7 @@ void FailureSearch::check(qvAnnotationInterface const& annotation, std::string c
   }
 }
 
-void FailureSearch::checkSilent(qvAnnotationInterface const& annotation, std::string const& address) {
+void FailureSearch::checkSilent(qvAnnotationInterface const& annotation, Address const& address) {
   int const shape = annotation.m_style & qvAnnotationInterface::FrameShapeMask;
   bool const isText = annotation.m_type == qvAnnotationInterface::Text;
   if (!isText && annotation.m_type != qvAnnotationInterface::Raster)
@@ -185,10 +185,10 @@ void FailureSearch::checkSilent(qvAnnotationInterface const& annotation, std::st
 }
 
 /// An anchor fails the parent, but belongs to the sub-annotation.
-void FailureSearch::checkAnchors(qvAnnotationInterface const& annotation, std::string const& address) {
+void FailureSearch::checkAnchors(qvAnnotationInterface const& annotation, Address const& address) {
   std::size_t index = 0;
   for (SubAnnot const& child : annotation.getSubAnnots()) {
-    std::string const childAddress = address + "/sub/" + std::to_string(index++);
+    Address const childAddress = address.getChild(index++);
     if (child.m_annot == nullptr || child.m_anchor <= qvAnnotationInterface::RightTop) continue;
     return fail(*child.m_annot, childAddress,
                 "anchor " + std::to_string(child.m_anchor) + " is unknown, expected 0 to 12");

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "annotationLegacy/qvAnnotationView.h"
+#include "qvToolkit/findings/address.h"
 #include "qvToolkit/images/rasterFolder.h"
 
 namespace qvToolkit {
@@ -11,7 +12,7 @@ namespace qvToolkit {
 /// What a refused view was migrated with, and what the migration said.
 struct RefusedMigration {
   qvLegacy::qvAnnotationView const& m_view;
-  std::string const& m_viewAddress;
+  Address const& m_viewAddress;
   std::vector<std::string> const& m_log;  ///< texts of the migration's records, in order
   int m_dropped;                          ///< bits of `qvLegacy::qvAnnotationMigration::Option`
   RasterFolder const& m_rasters;

@@ -46,7 +46,7 @@ void addFailure(MigratedView const& view, std::string const& reason, FindingList
                 std::vector<OptionKey> options = {}) {
   Finding failure = makeFinding(FindingCode::ViewNotMigrated,
                                 "view '" + shortenText(view.m_name) + "' is not migrated: " + reason,
-                                getViewAddress(view.m_index));
+                                Address::ofView(view.m_index).getText());
   findings.add(withOptions(std::move(failure), std::move(options)));
 }
 
@@ -73,13 +73,13 @@ void reportMissedFonts(std::string const& address, FindingList& findings) {
 
 void addLosses(qvLegacy::qvAnnotationView const& legacy, RasterFolder const& rasters, MigratedView& view,
                FindingList& findings) {
-  std::string const address = getViewAddress(view.m_index);
+  Address const address = Address::ofView(view.m_index);
   auto const pairs = pairAnnotations(legacy, *view.m_view, address);
   for (AnnotationPair const& pair : pairs) {
     if (pair.m_root != nullptr)
       view.m_marks.emplace(pair.m_root, AnnotationMark{pair.m_legacy->GetName(), pair.m_address});
   }
-  reportView(legacy, address, findings);
+  reportView(legacy, address.getText(), findings);
   for (AnnotationPair const& pair : pairs) {
     reportAnnotation(pair, findings);
     reportText(pair, findings);
@@ -89,10 +89,6 @@ void addLosses(qvLegacy::qvAnnotationView const& legacy, RasterFolder const& ras
 }
 
 }  // namespace
-
-std::string getViewAddress(std::size_t index) {
-  return "view/" + std::to_string(index);
-}
 
 MigrationSession::MigrationSession(MigrationOptions options)
     : m_options(std::move(options)), m_rasters(m_options.m_rasterFolder, m_options.m_maxRasterBytes) {
@@ -123,7 +119,7 @@ MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t
   FindingList findings;
   if (loaded.m_view == nullptr) {
     addFailure(view, describeRefusal(loaded), findings);
-  } else if (auto const refusal = checkTrees(*loaded.m_view, getViewAddress(index), m_options.m_trees)) {
+  } else if (auto const refusal = checkTrees(*loaded.m_view, Address::ofView(index), m_options.m_trees)) {
     Finding failure = *refusal;
     failure.m_text = "view '" + shortenText(view.m_name) + "' is not migrated: " + refusal->m_text;
     findings.add(std::move(failure));
@@ -142,13 +138,13 @@ void MigrationSession::migrateModel(qv::qvPointer<qvLegacy::qvAnnotationView> co
   static_cast<void>(migration.migrateAnnotationView(legacy, view.m_view));
   view.m_log = std::move(log.m_texts);
   m_rasters.rethrowError();
-  std::string const address = getViewAddress(view.m_index);
+  Address const address = Address::ofView(view.m_index);
   reportRasters(*legacy, address, !m_options.m_rasterFolder.empty(), m_rasters, findings);
-  addLogRecords(view, address, findings);
+  addLogRecords(view, address.getText(), findings);
   if (view.m_view != nullptr) {
     addLosses(*legacy, m_rasters, view, findings);
   } else {
-    reportMissedFonts(address, findings);
+    reportMissedFonts(address.getText(), findings);
     addRefusal(view, explainRefusal({*legacy, address, view.m_log, m_options.m_dropped, m_rasters}),
                findMissingOptions(*legacy, m_options.m_dropped), findings);
   }

@@ -7,7 +7,9 @@
 #include <optional>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
+#include "qvToolkit/findings/address.h"
 #include "text/svgNumber.h"
 
 namespace qvToolkit {
@@ -40,16 +42,13 @@ class Parts {
 
   std::vector<Part> const& get() const { return m_parts; }
 
-  /// "view/3/annot/7/sub/0"
   std::string getAddress(Part const& part) const {
-    std::string below;
-    Part const* at = &part;
-    while (at->m_view == nullptr) {
-      Part const& owner = m_parts[at->m_owner];
-      below.insert(0, (owner.m_view != nullptr ? "/annot/" : "/sub/") + std::to_string(at->m_index));
-      at = &owner;
+    std::vector<std::size_t> indices = {part.m_index};
+    for (Part const* at = &part; at->m_view == nullptr; indices.push_back(at->m_index)) {
+      at = &m_parts[at->m_owner];
     }
-    return "view/" + std::to_string(at->m_index) + below;
+    std::ranges::reverse(indices);
+    return Address::ofIndices(indices).getText();
   }
 
  private:

@@ -83,29 +83,29 @@ class TreeMeasure {
   std::unordered_map<qvAnnotationInterface const*, TreeSize> m_shared;
 };
 
-Finding refuseDepth(std::string address, TreeLimits const& limits) {
+Finding refuseDepth(Address const& address, TreeLimits const& limits) {
   return makeFinding(
       FindingCode::LimitDepth,
       "its sub-annotations are nested more than " + std::to_string(limits.m_maxDepth) + " levels deep",
-      std::move(address));
+      address.getText());
 }
 
-Finding refuseNodes(std::string address, TreeLimits const& limits) {
+Finding refuseNodes(Address const& address, TreeLimits const& limits) {
   return makeFinding(FindingCode::LimitNodes,
                      "it has more than " + std::to_string(limits.m_maxNodes) + " annotations at all levels",
-                     std::move(address));
+                     address.getText());
 }
 
 }  // namespace
 
-std::optional<Finding> checkTrees(qvLegacy::qvAnnotationView const& view, std::string const& address,
+std::optional<Finding> checkTrees(qvLegacy::qvAnnotationView const& view, Address const& address,
                                   TreeLimits const& limits) {
   TreeMeasure trees(limits);
   TreeSize all{0, 0};
   for (std::size_t i = 0; i < view.m_annotations.size(); ++i) {
     if (view.m_annotations[i] == nullptr) continue;
     TreeSize const size = trees.measure(*view.m_annotations[i]);
-    if (size.m_depth > limits.m_maxDepth) return refuseDepth(address + "/annot/" + std::to_string(i), limits);
+    if (size.m_depth > limits.m_maxDepth) return refuseDepth(address.getChild(i), limits);
     all.addChild(size);
     if (all.m_nodes > limits.m_maxNodes) return refuseNodes(address, limits);
   }
@@ -115,7 +115,7 @@ std::optional<Finding> checkTrees(qvLegacy::qvAnnotationView const& view, std::s
 std::optional<Finding> checkTrees(Document const& document, TreeLimits const& limits) {
   for (std::size_t i = 0; i < document.m_views.size(); ++i) {
     if (document.m_views[i].m_view == nullptr) continue;
-    auto problem = checkTrees(*document.m_views[i].m_view, "view/" + std::to_string(i), limits);
+    auto problem = checkTrees(*document.m_views[i].m_view, Address::ofView(i), limits);
     if (problem.has_value()) return problem;
   }
   return std::nullopt;

@@ -59,7 +59,7 @@ class SvgPage {
     m_markup.rawAttribute("height", formatNumber(std::max(roundLength(height * scale), MinPaperSize)) + "mm");
     m_markup.rawAttribute("viewBox", x + ' ' + y + ' ' + formatNumber(width) + ' ' + formatNumber(height));
     m_markup.open("title").text(m_view.m_name).close();
-    m_markup.open("desc").text(getViewAddress(m_view.m_index)).close();
+    m_markup.open("desc").text(Address::ofView(m_view.m_index).getText()).close();
     m_markup.open("rect").rawAttribute("class", "ground").rawAttribute("x", x).rawAttribute("y", y);
     m_markup.rawAttribute("width", formatNumber(width)).rawAttribute("height", formatNumber(height));
     m_markup.rawAttribute("fill", "#FFFFFF").close();

@@ -42,7 +42,7 @@ class FontCollector {
     m_marks = &view.m_marks;
     for (auto const& annotation : view.m_view->m_annotations) {
       bool const hasContent = annotation != nullptr && annotation->m_svgRoot != nullptr;
-      if (hasContent) addNode(*annotation->m_svgRoot, getViewAddress(view.m_index));
+      if (hasContent) addNode(*annotation->m_svgRoot, Address::ofView(view.m_index).getText());
     }
   }
 

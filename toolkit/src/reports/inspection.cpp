@@ -31,7 +31,7 @@ void inspectText(qvAnnotationText const& text, InspectedAnnotation& inspected) {
 
 InspectedAnnotation inspectAnnotation(WalkedAnnotation const& walked) {
   InspectedAnnotation inspected;
-  inspected.m_address = walked.m_address;
+  inspected.m_address = walked.m_address.getText();
   inspected.m_depth = walked.m_depth;
   inspected.m_anchor = walked.m_anchor;
   qvAnnotationInterface const* const annotation = walked.m_annotation;
@@ -73,7 +73,8 @@ void addCounts(LegacyCounts& view, InspectedAnnotation const& annotation) {
 
 InspectedView inspectView(LoadedView const& loaded, std::size_t index) {
   InspectedView inspected;
-  inspected.m_address = "view/" + std::to_string(index);
+  Address const address = Address::ofView(index);
+  inspected.m_address = address.getText();
   inspected.m_name = loaded.m_name;
   inspected.m_version = loaded.m_version;
   inspected.m_messages = loaded.m_messages;
@@ -84,7 +85,7 @@ InspectedView inspectView(LoadedView const& loaded, std::size_t index) {
   inspected.m_planeNormal = view->m_planeNormal;
   inspected.m_planeXAxis = view->m_planeXAxis;
   inspected.m_metadata = view->m_metadata.size();
-  walkAnnotations(*view, inspected.m_address, [&](WalkedAnnotation const& walked) {
+  walkAnnotations(*view, address, [&](WalkedAnnotation const& walked) {
     inspected.m_annotations.push_back(inspectAnnotation(walked));
     addCounts(inspected.m_counts, inspected.m_annotations.back());
   });

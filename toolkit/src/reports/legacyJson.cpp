@@ -121,7 +121,7 @@ void writeFields(JsonWriter& json, qvAnnotationInterface const& annotation) {
 
 void writeAnnotation(JsonWriter& json, WalkedAnnotation const& walked) {
   json.beginObject();
-  json.member("address", walked.m_address);
+  json.member("address", walked.m_address.getText());
   json.member("depth", std::uint64_t{walked.m_depth});
   if (walked.m_anchor.has_value())
     writeEnumeration(json, "anchor", *walked.m_anchor, qvLegacy::rules::anchors.nameOf(*walked.m_anchor));
@@ -130,7 +130,7 @@ void writeAnnotation(JsonWriter& json, WalkedAnnotation const& walked) {
   json.endObject();
 }
 
-void writeModel(JsonWriter& json, qvLegacy::qvAnnotationView const& view, std::string const& address) {
+void writeModel(JsonWriter& json, qvLegacy::qvAnnotationView const& view, Address const& address) {
   writeVector(json, "planeOrigin", view.m_planeOrigin);
   writeVector(json, "planeNormal", view.m_planeNormal);
   writeVector(json, "planeXAxis", view.m_planeXAxis);
@@ -141,10 +141,10 @@ void writeModel(JsonWriter& json, qvLegacy::qvAnnotationView const& view, std::s
 }
 
 void writeView(JsonWriter& json, LoadedView const& loaded, std::size_t index) {
-  std::string const address = "view/" + std::to_string(index);
+  Address const address = Address::ofView(index);
   json.beginObject();
   json.member("view", std::uint64_t{index});
-  json.member("address", address);
+  json.member("address", address.getText());
   writeBytes(json, "name", loaded.m_name);
   json.member("ok", loaded.m_view.get() != nullptr);
   writeVersion(json, loaded.m_version);

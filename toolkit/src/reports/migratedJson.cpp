@@ -45,9 +45,9 @@ void writeOptions(JsonWriter& json, MigrationOptions const& options) {
 
 void writeView(JsonWriter& json, LoadedView const& loaded, MigratedView const& view, std::string const& page,
                RasterFolder const& rasters) {
-  json.beginObject().member("address", getViewAddress(view.m_index)).member("name", view.m_name);
+  json.beginObject().member("address", Address::ofView(view.m_index).getText()).member("name", view.m_name);
   json.member("version", loaded.m_version.toString()).member("migrated", view.m_view != nullptr);
-  if (view.m_sameAs) json.member("sameAs", getViewAddress(*view.m_sameAs));
+  if (view.m_sameAs) json.member("sameAs", Address::ofView(*view.m_sameAs).getText());
   json.key("page");
   if (page.empty()) {
     json.null();

@@ -105,12 +105,12 @@ std::string makeStream(ObjectTable const& table, EncodingOptions const& options)
 
 void findLosses(Document const& document, std::uint32_t version, Findings& findings) {
   for (std::size_t i = 0; i < document.m_views.size(); ++i) {
-    std::string const address = "view/" + std::to_string(i);
+    Address const address = Address::ofView(i);
     if (document.m_views[i].m_view != nullptr) {
       findStreamLosses(*document.m_views[i].m_view, address, version, findings);
     } else {
       findings.push_back(
-          makeFinding(FindingCode::EncodingLoss, "the view was not read and is left out", address));
+          makeFinding(FindingCode::EncodingLoss, "the view was not read and is left out", address.getText()));
     }
   }
 }

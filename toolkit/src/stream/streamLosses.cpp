@@ -38,7 +38,7 @@ class LossFinder {
  public:
   LossFinder(std::uint32_t version, Findings& findings) : m_version(version), m_findings(findings) {}
 
-  void checkView(qvLegacy::qvAnnotationView const& view, std::string const& address);
+  void checkView(qvLegacy::qvAnnotationView const& view, Address const& address);
 
  private:
   bool has(Since since) const { return qvLegacy::rules::reaches(m_version, since); }
@@ -68,8 +68,8 @@ void LossFinder::lose(Severity severity, std::string const& what, Since since) {
              std::string(gate.brought) + ", they came with " + qv::qvStreamVersion(gate.version).toString());
 }
 
-void LossFinder::checkView(qvLegacy::qvAnnotationView const& view, std::string const& address) {
-  m_address = address;
+void LossFinder::checkView(qvLegacy::qvAnnotationView const& view, Address const& address) {
+  m_address = address.getText();
   checkMetadata(view.m_metadata, Since::viewMetadata);
   auto const isRaster = [](auto const& annotation) { return getRecordKind(annotation.get()) == 2; };
   auto const isText = [](auto const& annotation) { return getRecordKind(annotation.get()) == 1; };
@@ -86,7 +86,7 @@ void LossFinder::checkView(qvLegacy::qvAnnotationView const& view, std::string c
 void LossFinder::checkAnnotation(WalkedAnnotation const& walked) {
   // What went with its parent is counted there.
   if (walked.m_depth > 0 && !has(Since::children)) return;
-  m_address = walked.m_address;
+  m_address = walked.m_address.getText();
   bool const isRaster = getRecordKind(walked.m_annotation) == 2;
   if (isRaster && !has(Since::rasters)) {
     lose(Severity::Error, "the raster is left out, with everything below", Since::rasters);
@@ -183,8 +183,8 @@ void LossFinder::checkMetadata(VariantMap const& metadata, Since since) {
 
 }  // namespace
 
-void findStreamLosses(qvLegacy::qvAnnotationView const& view, std::string const& address,
-                      std::uint32_t version, Findings& findings) {
+void findStreamLosses(qvLegacy::qvAnnotationView const& view, Address const& address, std::uint32_t version,
+                      Findings& findings) {
   LossFinder(version, findings).checkView(view, address);
 }
 

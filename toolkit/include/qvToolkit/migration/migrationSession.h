@@ -54,9 +54,6 @@ struct MigratedView {
   AnnotationMarks m_marks;
 };
 
-/// "view/3".
-std::string getViewAddress(std::size_t index);
-
 /// Migrates the views of one document.
 ///
 /// For the time of a migration it stands in for the process log, so that no record goes elsewhere. The

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
 
 #include "annotationLegacy/qvAnnotationView.h"
+#include "qvToolkit/findings/address.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/model/document.h"
 
@@ -22,7 +22,7 @@ struct TreeLimits {
 
 /// Why the view is refused; nothing when it is not. `address` is the view's. Each annotation is looked at
 /// once, however many share it, and the look costs no call stack.
-std::optional<Finding> checkTrees(qvLegacy::qvAnnotationView const& view, std::string const& address,
+std::optional<Finding> checkTrees(qvLegacy::qvAnnotationView const& view, Address const& address,
                                   TreeLimits const& limits);
 /// The first refusal among the views of a document.
 std::optional<Finding> checkTrees(Document const& document, TreeLimits const& limits);
