@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "rules/gates.h"
+#include "rules/messages.h"
 #include "rules/valueNames.h"
 
 /// The fields of each persisted record: a row stands for a field in both encodings. Readers name rows; what
@@ -46,6 +47,10 @@ struct Field {
   Since inVariants = Since::variantMaps;
   std::optional<Since> outOfVariants{};  ///< the change that retired the key
   ValueNames const* names = nullptr;
+  Cost cost = Cost::Look;  ///< of a value that is not read as it stands
+  /// Of the reader about a value of another form, where an absent one is none.
+  Message const* message = nullptr;
+  std::string_view absent{};  ///< what is taken for a value of another form, where it is not neutral
 
   /// Whether a variant map of the packed `version` has the field.
   constexpr bool isInVariants(std::uint32_t version) const noexcept {
@@ -53,39 +58,80 @@ struct Field {
   }
 };
 
+/// The rows of a record, in the order of the stream.
+using Rows = std::span<Field const* const>;
+
 namespace view {
 inline constexpr Field version{.name = {}, .key = "ver", .form = Form::Version};
-inline constexpr Field name{.name = "name", .key = "name", .form = Form::Text};
-inline constexpr Field origin{.name = "planeOrigin", .key = "origin", .form = Form::Vector};
-inline constexpr Field normal{.name = "planeNormal", .key = "normal", .form = Form::Vector};
-inline constexpr Field axis{.name = "planeXAxis", .key = "axis", .form = Form::Vector};
-inline constexpr Field texts{
-    .name = "text", .key = "textannotations", .form = Form::Texts, .outOfVariants = Since::oneAnnotationList};
+inline constexpr Field name{.name = "name", .key = "name", .form = Form::Text, .cost = Cost::Content};
+inline constexpr Field origin{.name = "planeOrigin",
+                              .key = "origin",
+                              .form = Form::Vector,
+                              .cost = Cost::Content,
+                              .message = &messages::invalidOrigin,
+                              .absent = "(0, 0, 0)"};
+inline constexpr Field normal{.name = "planeNormal",
+                              .key = "normal",
+                              .form = Form::Vector,
+                              .cost = Cost::Content,
+                              .message = &messages::invalidNormal,
+                              .absent = "(0, 0, 1)"};
+inline constexpr Field axis{.name = "planeXAxis",
+                            .key = "axis",
+                            .form = Form::Vector,
+                            .cost = Cost::Content,
+                            .message = &messages::invalidAxis,
+                            .absent = "(1, 0, 0)"};
+inline constexpr Field texts{.name = "text",
+                             .key = "textannotations",
+                             .form = Form::Texts,
+                             .outOfVariants = Since::oneAnnotationList,
+                             .cost = Cost::Content};
 inline constexpr Field rasters{.name = "raster",
                                .key = "rasterannotations",
                                .form = Form::Rasters,
                                .inStreams = Since::rasters,
-                               .outOfVariants = Since::oneAnnotationList};
-inline constexpr Field annotations{
-    .name = {}, .key = "annotations", .form = Form::Annotations, .inVariants = Since::oneAnnotationList};
+                               .outOfVariants = Since::oneAnnotationList,
+                               .cost = Cost::Content};
+inline constexpr Field annotations{.name = {},
+                                   .key = "annotations",
+                                   .form = Form::Annotations,
+                                   .inVariants = Since::oneAnnotationList,
+                                   .cost = Cost::Content};
 inline constexpr Field metadata{.name = "metadata",
                                 .key = "metadata",
                                 .form = Form::Metadata,
                                 .inStreams = Since::viewMetadata,
                                 .inVariants = Since::viewMetadata};
 
-inline constexpr std::array fields{version, name,    origin,      normal,  axis,
-                                   texts,   rasters, annotations, metadata};
+inline constexpr std::array fields{&version, &name,    &origin,      &normal,  &axis,
+                                   &texts,   &rasters, &annotations, &metadata};
 }  // namespace view
 
 /// What text and raster annotations share.
 namespace annotation {
-inline constexpr Field name{.name = "name", .key = "name", .form = Form::Text};
-inline constexpr Field leaders{.name = "leader", .key = "leaders", .form = Form::Leaders};
-inline constexpr Field measures{
-    .name = "measure", .key = "measures", .form = Form::Measures, .inStreams = Since::measures};
-inline constexpr Field position{.name = "position", .key = "position", .form = Form::Vector};
-inline constexpr Field color{.name = "color", .key = "color", .form = Form::Color};
+inline constexpr Field name{.name = "name", .key = "name", .form = Form::Text, .cost = Cost::Content};
+inline constexpr Field leaders{.name = "leader",
+                               .key = "leaders",
+                               .form = Form::Leaders,
+                               .cost = Cost::Content,
+                               .message = &messages::invalidLeaders};
+inline constexpr Field measures{.name = "measure",
+                                .key = "measures",
+                                .form = Form::Measures,
+                                .inStreams = Since::measures,
+                                .cost = Cost::Content,
+                                .message = &messages::invalidMeasures};
+inline constexpr Field position{.name = "position",
+                                .key = "position",
+                                .form = Form::Vector,
+                                .cost = Cost::Content,
+                                .message = &messages::invalidPosition};
+inline constexpr Field color{.name = "color",
+                             .key = "color",
+                             .form = Form::Color,
+                             .message = &messages::invalidColor,
+                             .absent = "#FFFFFF"};
 inline constexpr Field style{.name = "style", .key = {}, .form = Form::Style};
 inline constexpr Field frameShape{
     .name = {}, .key = "frameshape", .form = Form::Named, .names = &frameShapes};
@@ -96,10 +142,14 @@ inline constexpr Field children{.name = "sub",
                                 .key = "children",
                                 .form = Form::Annotations,
                                 .inStreams = Since::children,
-                                .inVariants = Since::children};
+                                .inVariants = Since::children,
+                                .cost = Cost::Content};
 /// The key that the first documents with children have; it counts only where the other one is absent.
-inline constexpr Field childs{
-    .name = {}, .key = "childs", .form = Form::Annotations, .inVariants = Since::children};
+inline constexpr Field childs{.name = {},
+                              .key = "childs",
+                              .form = Form::Annotations,
+                              .inVariants = Since::children,
+                              .cost = Cost::Content};
 inline constexpr Field metadata{.name = "metadata",
                                 .key = "metadata",
                                 .form = Form::Metadata,
@@ -111,7 +161,8 @@ inline constexpr Field type{.name = "kind",
                             .form = Form::Named,
                             .inStreams = Since::children,
                             .inVariants = Since::oneAnnotationList,
-                            .names = &annotationTypes};
+                            .names = &annotationTypes,
+                            .cost = Cost::Content};
 /// The place of a child on its parent.
 inline constexpr Field anchor{.name = "anchor",
                               .key = "anchorloc",
@@ -121,28 +172,36 @@ inline constexpr Field anchor{.name = "anchor",
                               .names = &anchors};
 
 /// In a stream these stand in front of the children, metadata behind them.
-inline constexpr std::array head{name, leaders, measures, position, color, style};
+inline constexpr std::array head{&name, &leaders, &measures, &position, &color, &style};
 
-inline constexpr std::array fields{name,     leaders,    measures,    position,    color,
-                                   style,    frameShape, frameLocked, scaleLocked, ignoreZTest,
-                                   children, childs,     metadata,    type,        anchor};
+inline constexpr std::array fields{&name,     &leaders,    &measures,    &position,    &color,
+                                   &style,    &frameShape, &frameLocked, &scaleLocked, &ignoreZTest,
+                                   &children, &childs,     &metadata,    &type,        &anchor};
 }  // namespace annotation
 
 namespace text {
-inline constexpr Field defaultProperties{
-    .name = "defaultProperties", .key = "defaulttextprop", .form = Form::Properties};
-inline constexpr Field lines{.name = "line", .key = "lines", .form = Form::Lines};
+inline constexpr Field defaultProperties{.name = "defaultProperties",
+                                         .key = "defaulttextprop",
+                                         .form = Form::Properties,
+                                         .message = &messages::invalidDefaultProperties,
+                                         .absent = "Arial of 1 em"};
+inline constexpr Field lines{.name = "line", .key = "lines", .form = Form::Lines, .cost = Cost::Content};
 /// A whole text, where there are no lines.
-inline constexpr Field plain{.name = {}, .key = "text", .form = Form::Text};
+inline constexpr Field plain{.name = {}, .key = "text", .form = Form::Text, .cost = Cost::Content};
 
-inline constexpr std::array fields{defaultProperties, lines, plain};
+inline constexpr std::array fields{&defaultProperties, &lines, &plain};
 }  // namespace text
 
 namespace raster {
-inline constexpr Field name{.name = "rasterName", .key = "rastername", .form = Form::Text};
-inline constexpr Field size{.name = "size", .key = "sizeem", .form = Form::Size};
+inline constexpr Field name{
+    .name = "rasterName", .key = "rastername", .form = Form::Text, .cost = Cost::Content};
+inline constexpr Field size{.name = "size",
+                            .key = "sizeem",
+                            .form = Form::Size,
+                            .cost = Cost::Content,
+                            .message = &messages::invalidSize};
 
-inline constexpr std::array fields{name, size};
+inline constexpr std::array fields{&name, &size};
 }  // namespace raster
 
 namespace properties {
@@ -152,25 +211,29 @@ inline constexpr Field styleFlags{.name = "styleFlags", .key = {}, .form = Form:
 inline constexpr Field bold{.name = {}, .key = "bold", .form = Form::Flag};
 inline constexpr Field italic{.name = {}, .key = "italic", .form = Form::Flag};
 
-inline constexpr std::array fields{font, height, styleFlags, bold, italic};
+inline constexpr std::array fields{&font, &height, &styleFlags, &bold, &italic};
 }  // namespace properties
 
 /// Runs have the fields of text properties beside these.
 namespace run {
-inline constexpr Field text{.name = "text", .key = "text", .form = Form::RunText};
+inline constexpr Field text{.name = "text", .key = "text", .form = Form::RunText, .cost = Cost::Content};
 inline constexpr Field type{.name = "type",
                             .key = "type",
                             .form = Form::Named,
                             .inStreams = Since::segmentTypes,
                             .names = &segmentTypes};
 
-inline constexpr std::array fields{text, type};
+inline constexpr std::array fields{&text, &type};
 }  // namespace run
 
 /// In variants before heads a leader is its position alone, without a key.
 namespace leader {
-inline constexpr Field position{
-    .name = "position", .key = "pos", .form = Form::Vector, .inVariants = Since::heads};
+inline constexpr Field position{.name = "position",
+                                .key = "pos",
+                                .form = Form::Vector,
+                                .inVariants = Since::heads,
+                                .cost = Cost::Content,
+                                .absent = "(0, 0, 0)"};
 inline constexpr Field head{.name = "head",
                             .key = "head",
                             .form = Form::Named,
@@ -178,13 +241,13 @@ inline constexpr Field head{.name = "head",
                             .inVariants = Since::heads,
                             .names = &leaderHeads};
 
-inline constexpr std::array fields{position, head};
+inline constexpr std::array fields{&position, &head};
 }  // namespace leader
 
 namespace measure {
-inline constexpr Field pointA{.name = "pointA", .key = "A", .form = Form::Vector};
-inline constexpr Field pointB{.name = "pointB", .key = "B", .form = Form::Vector};
-inline constexpr Field offset{.name = "offset", .key = "V", .form = Form::Vector};
+inline constexpr Field pointA{.name = "pointA", .key = "A", .form = Form::Vector, .cost = Cost::Content};
+inline constexpr Field pointB{.name = "pointB", .key = "B", .form = Form::Vector, .cost = Cost::Content};
+inline constexpr Field offset{.name = "offset", .key = "V", .form = Form::Vector, .cost = Cost::Content};
 inline constexpr Field arrowDirection{.name = "arrowDirection",
                                       .key = "arrowdir",
                                       .form = Form::Named,
@@ -192,34 +255,51 @@ inline constexpr Field arrowDirection{.name = "arrowDirection",
                                       .inVariants = Since::arrowDirections,
                                       .names = &arrowDirections};
 
-inline constexpr std::array fields{pointA, pointB, offset, arrowDirection};
+inline constexpr std::array fields{&pointA, &pointB, &offset, &arrowDirection};
 }  // namespace measure
 
 /// A kind of record in a variant map: its own fields and those that it shares with another kind.
 struct Record {
   std::string_view name;  ///< in the plural
-  std::span<Field const> own;
-  std::span<Field const> shared;
+  Rows own;
+  Rows shared;
 
   /// The row of a key; null for one that no version's reader looks at.
   constexpr Field const* find(std::string_view key) const noexcept {
-    for (auto const& fields : {own, shared}) {
-      for (Field const& field : fields) {
-        if (!key.empty() && field.key == key) return &field;
-      }
+    Field const* const field = findIn(own, key);
+    return field != nullptr ? field : findIn(shared, key);
+  }
+
+ private:
+  static constexpr Field const* findIn(Rows rows, std::string_view key) noexcept {
+    if (key.empty()) return nullptr;
+    for (Field const* const field : rows) {
+      // Most rows differ from the key in length or first letter.
+      std::string_view const other = field->key;
+      if (other.size() == key.size() && other[0] == key[0] && other == key) return field;
     }
     return nullptr;
   }
 };
 
 namespace records {
-inline constexpr Record views{"views", view::fields, {}};
-inline constexpr Record texts{"text annotations", text::fields, annotation::fields};
-inline constexpr Record rasters{"raster annotations", raster::fields, annotation::fields};
-inline constexpr Record properties{"text properties", rules::properties::fields, {}};
-inline constexpr Record runs{"text runs", run::fields, rules::properties::fields};
-inline constexpr Record leaders{"leaders", leader::fields, {}};
-inline constexpr Record measures{"measure leaders", measure::fields, {}};
+/// From the outermost to the innermost.
+inline constexpr std::array all{
+    Record{"views", view::fields, {}},
+    Record{"text annotations", text::fields, annotation::fields},
+    Record{"raster annotations", raster::fields, annotation::fields},
+    Record{"text properties", rules::properties::fields, {}},
+    Record{"text runs", run::fields, rules::properties::fields},
+    Record{"leaders", leader::fields, {}},
+    Record{"measure leaders", measure::fields, {}},
+};
+inline constexpr Record const& views = all[0];
+inline constexpr Record const& texts = all[1];
+inline constexpr Record const& rasters = all[2];
+inline constexpr Record const& properties = all[3];
+inline constexpr Record const& runs = all[4];
+inline constexpr Record const& leaders = all[5];
+inline constexpr Record const& measures = all[6];
 }  // namespace records
 
 }  // namespace qvLegacy::rules

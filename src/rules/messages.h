@@ -9,7 +9,7 @@ namespace qvLegacy::rules {
 /// What a problem costs the document.
 enum class Cost : std::uint8_t {
   Look,     ///< a default takes the place of the value
-  Content,  ///< an annotation, a line, a run or a leader is gone
+  Content,  ///< an annotation, a line, a run or a leader is gone, or the place of the view is
   View,     ///< the whole view is
 };
 
@@ -24,9 +24,9 @@ namespace messages {
 
 /// The version as the document spells it follows.
 inline constexpr Message invalidVersion{"invalid version ", Cost::View};
-inline constexpr Message invalidOrigin{"invalid 'origin' field", Cost::Look};
-inline constexpr Message invalidNormal{"invalid 'normal' field", Cost::Look};
-inline constexpr Message invalidAxis{"invalid 'axis' field", Cost::Look};
+inline constexpr Message invalidOrigin{"invalid 'origin' field", Cost::Content};
+inline constexpr Message invalidNormal{"invalid 'normal' field", Cost::Content};
+inline constexpr Message invalidAxis{"invalid 'axis' field", Cost::Content};
 inline constexpr Message invalidMetadata{"invalid 'metadata' field", Cost::Look};
 inline constexpr Message missingTexts{"missing 'textannotations' field", Cost::View};
 inline constexpr Message invalidTexts{"invalid 'textannotations' field", Cost::View};

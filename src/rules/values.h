@@ -29,12 +29,19 @@ inline Converted<float> toSingle(double number) noexcept {
 
 inline constexpr float largestHeight = 655.35F;  ///< in ems
 
-/// A height in ems as the model keeps it, in hundredths. Cutting off what is below a hundredth is the rule;
-/// a height that is clamped is not exact.
+/// A height in ems as the model keeps it, in hundredths. Cutting off what is below a hundredth is the rule; a
+/// height that loses more than one hundredth, or is no number, is not exact.
 inline Converted<std::uint16_t> toHundredths(float ems) noexcept {
-  if (!(ems > 0.0F)) return {0, ems == 0.0F};  // NaN as well
   // KEEP: 655.35 is not exact in single precision, so the largest result is 65534.
-  return {static_cast<std::uint16_t>(std::min(ems, largestHeight) * 100.0F), ems <= largestHeight};
+  bool const isPositive = ems > 0.0F;  // NaN is not
+  auto const hundredths =
+      static_cast<std::uint16_t>(isPositive ? std::min(ems, largestHeight) * 100.0F : 0.0F);
+  return {hundredths, std::abs(static_cast<double>(ems) * 100.0 - hundredths) <= 1.0};
+}
+
+/// Whether nothing of a height in ems was cut off.
+inline bool isWhole(float ems, std::uint16_t hundredths) noexcept {
+  return static_cast<float>(hundredths / 100.0) == ems;
 }
 
 /// A colour: red, green, blue.

@@ -19,8 +19,8 @@ constexpr std::uint32_t v6_27 = 0x6001B;
 std::vector<std::string> keysAt(Record const& record, std::uint32_t version) {
   std::set<std::string> keys;
   for (auto const& fields : {record.own, record.shared}) {
-    for (Field const& field : fields) {
-      if (!field.key.empty() && field.isInVariants(version)) keys.emplace(field.key);
+    for (Field const* const field : fields) {
+      if (!field->key.empty() && field->isInVariants(version)) keys.emplace(field->key);
     }
   }
   return {keys.begin(), keys.end()};
@@ -62,6 +62,7 @@ TEST(Fields, OfARunHoldThoseOfItsProperties) {
 }
 
 TEST(Fields, AreFoundByTheirKeys) {
+  EXPECT_EQ(records::texts.find("anchorloc"), &annotation::anchor);
   EXPECT_EQ(records::texts.find("anchorloc")->names, &anchors);
   EXPECT_EQ(records::leaders.find("head")->names, &leaderHeads);
   EXPECT_EQ(records::runs.find("heightem")->form, Form::Height);
@@ -72,8 +73,8 @@ TEST(Fields, AreFoundByTheirKeys) {
 
 TEST(Fields, StandInTheOrderOfTheStream) {
   std::vector<std::string> names;
-  for (Field const& field : annotation::fields) {
-    if (!field.name.empty()) names.emplace_back(field.name);
+  for (Field const* const field : annotation::fields) {
+    if (!field->name.empty()) names.emplace_back(field->name);
   }
   EXPECT_EQ(names, (std::vector<std::string>{"name", "leader", "measure", "position", "color", "style", "sub",
                                              "metadata", "kind", "anchor"}));

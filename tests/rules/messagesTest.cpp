@@ -29,9 +29,16 @@ TEST(Messages, OfALeaderThatIsNotReadCostContent) {
   }
 }
 
+TEST(Messages, OfThePlaneOfAViewCostItsPlace) {
+  for (char const* const text :
+       {"invalid 'origin' field", "invalid 'normal' field", "invalid 'axis' field"}) {
+    EXPECT_EQ(costOf(text), Cost::Content) << text;
+  }
+}
+
 TEST(Messages, OfAValueWithADefaultCostOnlyLook) {
   for (char const* const text :
-       {"invalid 'color' field", "invalid 'axis' field", "invalid 'defaulttextprop' field"}) {
+       {"invalid 'color' field", "invalid 'metadata' field", "invalid 'defaulttextprop' field"}) {
     EXPECT_EQ(costOf(text), Cost::Look) << text;
   }
 }

@@ -25,10 +25,19 @@ TEST(Values, AHeightIsCutToHundredths) {
 
 TEST(Values, AHeightThatIsClampedIsNotExact) {
   expectHeight(655.35F, 65534, true);
+  expectHeight(655.36F, 65534, false);
+  expectHeight(-0.005F, 0, true);
   expectHeight(5000.0F, 65534, false);
   expectHeight(infinity, 65534, false);
   expectHeight(-1.0F, 0, false);
   expectHeight(nan, 0, false);
+}
+
+TEST(Values, AHeightOfWholeHundredthsLosesNothing) {
+  EXPECT_TRUE(isWhole(12.34F, 1234));
+  EXPECT_TRUE(isWhole(0.0F, 0));
+  EXPECT_FALSE(isWhole(12.345F, 1234));
+  EXPECT_FALSE(isWhole(0.53F, 52));
 }
 
 TEST(Values, RoundingToTheNearestSingleIsExact) {

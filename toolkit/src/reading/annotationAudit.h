@@ -6,8 +6,8 @@
 namespace qvToolkit {
 
 /// Compares the record at hand with the annotation that was read from it; its sub-annotations are left to the
-/// caller.
+/// caller. The view's own annotations, which are on no parent, are told apart by `isOfView`.
 void auditAnnotation(VariantMap const& record, qvLegacy::qvAnnotationInterface const& annotation,
-                     AuditTrail& trail);
+                     bool isOfView, AuditTrail& trail);
 
 }  // namespace qvToolkit

@@ -1,55 +1,111 @@
 #include "reading/auditTrail.h"
 
+#include <algorithm>
+#include <optional>
 #include <utility>
 
-#include "rules/values.h"
+#include "reading/annotationRules.h"
+#include "reading/valueLoss.h"
+#include "text/countText.h"
 
 namespace qvToolkit {
 
-void AuditTrail::checkKeys(VariantMap const& map, RecordKind kind) {
-  for (auto const& [key, value] : map) {
-    if (!isKnownKey(kind, key)) {
-      ignore(kind, key, Severity::Info, 0);
-    } else if (key == "heightem") {
-      checkHeight(value);
-    } else {
-      checkValue(kind, key, value);
-    }
+namespace {
+
+namespace rules = qvLegacy::rules;
+using rules::Form;
+
+/// Values of one field that are listed for a view; there may be millions.
+constexpr std::size_t MaxListed = 100;
+
+Severity getSeverity(rules::Cost cost) {
+  return cost == rules::Cost::Look ? Severity::Warning : Severity::Error;
+}
+
+/// What goes with a field that no reader of the version looks at, beside records.
+Severity getSeverityOfIgnored(rules::Field const& field, qv::qvVariant const& value) {
+  if (field.form == Form::Metadata) return value.toMap().empty() ? Severity::Info : Severity::Warning;
+  return &field == &rules::measure::arrowDirection ? Severity::Warning : Severity::Info;
+}
+
+}  // namespace
+
+void AuditTrail::checkValue(Record const& record, Field const& field, qv::qvVariant const& value) {
+  if (value.isNull()) {
+    if (field.message != nullptr) ++m_harmless[field.message->text];
+    return;
   }
-}
-
-/// What is too small shows in the migration.
-void AuditTrail::checkHeight(qv::qvVariant const& value) {
-  if (!(static_cast<float>(value.toReal()) > qvLegacy::rules::largestHeight)) return;
-  Inside const inside(*this, "heightem");
-  reportLost(Severity::Warning, "the text height " + value.toString() + " was cut at 655.34");
-}
-
-/// Texts that stand for a number: those that the reader does not know are taken for the default without a
-/// message.
-void AuditTrail::checkValue(RecordKind kind, std::string_view key, qv::qvVariant const& value) {
-  qvLegacy::rules::ValueNames const* const names = findValueNames(kind, key);
-  bool const isFreeText = key == "name" || key == "font";
-  if ((isFreeText || names != nullptr) && (value.isMap() || value.isList())) {
-    Inside const inside(*this, key);
-    reportLost(key == "name" ? Severity::Error : Severity::Warning,
-               "'" + std::string(key) + "' is no text; it was read as an empty one");
+  std::optional<ValueLoss> const loss = findValueLoss(field, value);
+  if (!loss) {
+    if (field.form == Form::Height) checkCut(value);
+    return;
   }
-  if (names == nullptr) return;
-  std::string const text = value.toString();
-  if (text.empty() || names->has(text)) return;
-  Inside const inside(*this, key);
-  m_passedOver.addValue(kind, key, text, m_pointer);
+  Inside const inside(*this, field.key);
+  reportValue(record, field, value, loss->m_expected, loss->m_taken);
 }
 
-void AuditTrail::ignore(RecordKind kind, std::string_view key, Severity severity, std::size_t records) {
-  Inside const inside(*this, key);
-  m_passedOver.addKey(kind, key, severity, records, m_pointer);
+void AuditTrail::checkLone(Record const& record, Field const& field, qv::qvVariant const& value) {
+  if (std::optional<ValueLoss> const loss = findValueLoss(field, value))
+    reportValue(record, field, value, loss->m_expected, loss->m_taken);
+}
+
+void AuditTrail::reportValue(Record const& record, Field const& field, qv::qvVariant const& value,
+                             std::string const& expected, std::string const& taken) {
+  if (!isListed(record, field)) return;
+  report(field.names != nullptr ? FindingCode::ValueUnknown : FindingCode::ValueInexact,
+         getSeverity(field.cost),
+         "'" + std::string(field.key) + "' of " + std::string(record.name) + " is " + describeValue(value) +
+             ", expected " + expected + "; " + taken + " was taken");
+}
+
+/// Told once for the whole document.
+void AuditTrail::checkCut(qv::qvVariant const& value) {
+  std::optional<std::uint16_t> const cut = findCutHeight(value);
+  if (!cut || m_heights.m_count++ > 0) return;
+  Inside const inside(*this, rules::properties::height.key);
+  m_heights.m_firstText = value.toString() + " as " + formatHundredths(*cut);
+  m_heights.m_firstAddress = m_address;
+  m_heights.m_firstPointer = m_pointer;
+}
+
+bool AuditTrail::isListed(Record const& record, Field const& field) {
+  auto const known = std::ranges::find_if(m_changed, [&](ChangedField const& changed) {
+    return changed.m_record == &record && changed.m_field == &field;
+  });
+  ChangedField& changed =
+      known != m_changed.end() ? *known : m_changed.emplace_back(ChangedField{&record, &field});
+  return ++changed.m_count <= MaxListed;
+}
+
+void AuditTrail::ignoreAtVersion(Record const& record, Field const& field, qv::qvVariant const& value) {
+  std::size_t const records = countRecords(value.toList());
+  Severity const severity = records > 0 ? Severity::Error : getSeverityOfIgnored(field, value);
+  ignore({record, field.key, severity, records, "here at version " + m_version.toString()});
+}
+
+void AuditTrail::ignore(IgnoredKey const& ignored) {
+  Inside const inside(*this, ignored.m_key);
+  m_passedOver.add(ignored, m_pointer);
 }
 
 void AuditTrail::reportLost(Severity severity, std::string text) {
-  m_findings.push_back(
-      {FindingCode::RecordLost, severity, std::move(text), m_address, {{}, {}, {}, m_pointer}, {}});
+  report(FindingCode::RecordLost, severity, std::move(text));
+}
+
+void AuditTrail::report(FindingCode code, Severity severity, std::string text) {
+  m_findings.push_back(makeFinding(code, severity, std::move(text), m_address, {{}, {}, {}, m_pointer}));
+}
+
+void AuditTrail::finish(std::string const& address) {
+  for (ChangedField const& changed : m_changed) {
+    if (changed.m_count <= MaxListed) continue;
+    std::string text = formatCount(changed.m_count - MaxListed, "more value") + " of '" +
+                       std::string(changed.m_field->key) + "' of " + std::string(changed.m_record->name) +
+                       " not read as they stand";
+    m_findings.push_back(
+        makeFinding(FindingCode::ValueInexact, getSeverity(changed.m_field->cost), std::move(text), address));
+  }
+  m_passedOver.report(address, m_findings);
 }
 
 }  // namespace qvToolkit

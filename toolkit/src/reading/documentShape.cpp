@@ -8,7 +8,7 @@
 
 #include "findings/jsonPointer.h"
 #include "qvToolkit/text/textEscape.h"
-#include "reading/readRules.h"
+#include "reading/annotationRules.h"
 #include "text/countText.h"
 
 namespace qvToolkit {

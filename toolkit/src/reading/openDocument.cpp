@@ -1,5 +1,6 @@
 #include "qvToolkit/reading/openDocument.h"
 
+#include <algorithm>
 #include <map>
 #include <new>
 #include <string_view>
@@ -14,9 +15,9 @@
 #include "qvToolkit/findings/limitFinding.h"
 #include "reading/documentShape.h"
 #include "reading/readAudit.h"
-#include "reading/readerMessages.h"
 #include "reading/stackBudget.h"
 #include "reading/streamDocument.h"
+#include "rules/messages.h"
 
 namespace qvToolkit {
 
@@ -67,28 +68,51 @@ bool isJson(Document& document, std::string_view content) {
   return false;
 }
 
+/// True once for each time that the message is about no loss.
+bool takeHarmless(HarmlessMessages& harmless, std::string_view message) {
+  auto const entry = harmless.find(message);
+  return entry != harmless.end() && entry->second > 0 && entry->second-- > 0;
+}
+
+Severity getSeverity(std::string_view message) {
+  using qvLegacy::rules::Cost;
+  return qvLegacy::rules::costOf(message) == Cost::Look ? Severity::Warning : Severity::Error;
+}
+
 /// A message that the reader repeats is one finding each time, up to a hundred; the rest share one.
-void addReaderMessages(Document& document, LoadedView const& view, ReadView const& read) {
+void addReaderMessages(Document& document, LoadedView const& view, ReadView const& read,
+                       HarmlessMessages harmless) {
   constexpr std::size_t MaxRepeated = 100;
-  std::map<std::string_view, std::size_t> counts;
-  auto const add = [&](FindingCode code, std::string_view message, std::string const& more) {
-    document.m_findings.push_back({code,
-                                   getReaderMessageSeverity(message),
-                                   std::string(message) + more,
-                                   read.m_address,
-                                   {{}, {}, {}, read.m_jsonPointer},
-                                   {}});
+  struct Repeated {
+    std::size_t m_count = 0;
+    Severity m_highest = Severity::Info;
+  };
+  std::map<std::string_view, Repeated> repeated;
+  auto const add = [&](FindingCode code, Severity severity, std::string text) {
+    document.m_findings.push_back(
+        makeFinding(code, severity, std::move(text), read.m_address, {{}, {}, {}, read.m_jsonPointer}));
   };
   for (std::string const& message : view.m_messages) {
-    if (++counts[message] <= MaxRepeated) add(FindingCode::ReaderMessage, message, {});
+    Severity const severity = takeHarmless(harmless, message) ? Severity::Info : getSeverity(message);
+    Repeated& known = repeated[message];
+    if (++known.m_count <= MaxRepeated) {
+      add(FindingCode::ReaderMessage, severity, message);
+    } else {
+      known.m_highest = std::max(known.m_highest, severity);
+    }
   }
-  for (auto const& [message, count] : counts) {
-    if (count <= MaxRepeated) continue;
-    add(FindingCode::ReaderRepeated, message, " (" + std::to_string(count - MaxRepeated) + " more times)");
+  for (auto const& [message, known] : repeated) {
+    if (known.m_count <= MaxRepeated) continue;
+    add(FindingCode::ReaderRepeated, known.m_highest,
+        std::string(message) + " (" + std::to_string(known.m_count - MaxRepeated) + " more times)");
   }
 }
 
-LoadedView loadView(Document& document, ViewEntry const& entry, std::string address) {
+void append(Findings& findings, Findings more) {
+  for (Finding& finding : more) findings.push_back(std::move(finding));
+}
+
+LoadedView loadView(Document& document, ViewEntry const& entry, std::string address, ReadAudit& audit) {
   LoadedView view;
   if (!entry.m_value->isMap()) {
     document.m_findings.push_back({FindingCode::DocumentShape,
@@ -104,21 +128,20 @@ LoadedView loadView(Document& document, ViewEntry const& entry, std::string addr
   view.m_version = qv::qvStreamVersion(findText(map, "ver"));
   view.m_view = qvLegacy::qvAnnotationView::FromVariantMap(map, view.m_messages);
   ReadView const read{map, view.m_view.get(), view.m_version, std::move(address), entry.m_jsonPointer};
-  addReaderMessages(document, view, read);
-  auditView(read, document.m_findings);
+  Findings audited;
+  HarmlessMessages const harmless = audit.audit(read, audited);
+  addReaderMessages(document, view, read, harmless);
+  append(document.m_findings, std::move(audited));
   return view;
-}
-
-void append(Findings& findings, Findings more) {
-  for (Finding& finding : more) findings.push_back(std::move(finding));
 }
 
 /// False when memory runs out, which is told with the view where it did.
 bool loadViews(Document& document, DocumentShape const& shape) {
+  ReadAudit audit;
   for (ViewEntry const& entry : shape.m_views) {
     std::string const address = "view/" + std::to_string(document.m_views.size());
     try {
-      document.m_views.push_back(loadView(document, entry, address));
+      document.m_views.push_back(loadView(document, entry, address, audit));
     } catch (std::bad_alloc const& error) {
       Finding refusal = makeLimitFinding(error);
       refusal.m_address = address;
@@ -126,6 +149,7 @@ bool loadViews(Document& document, DocumentShape const& shape) {
       return false;
     }
   }
+  audit.finish(document.m_findings);
   return true;
 }
 

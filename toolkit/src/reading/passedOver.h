@@ -7,33 +7,35 @@
 #include <tuple>
 
 #include "qvToolkit/findings/finding.h"
-#include "reading/readRules.h"
+#include "rules/fields.h"
 
 namespace qvToolkit {
 
-/// Keys and values of a view that the readers passed over, gathered so that each is one finding however often
-/// it occurs.
+/// A key that a reader does not look at.
+struct IgnoredKey {
+  qvLegacy::rules::Record const& m_record;
+  std::string_view m_key;
+  Severity m_severity = Severity::Info;
+  std::size_t m_records = 0;    ///< annotation records that are lost with it
+  std::string_view m_reason{};  ///< why, as the end of a sentence; none for a key that no version knows
+};
+
+/// Keys of a view that the readers passed over, gathered so that each is one finding however often it occurs.
 class PassedOver {
  public:
-  /// A key at `pointer` that is not looked at; `records` annotation records are lost with it.
-  void addKey(RecordKind kind, std::string_view key, Severity severity, std::size_t records,
-              std::string const& pointer);
-  /// A value at `pointer` that the reader does not know, so that it took the default.
-  void addValue(RecordKind kind, std::string_view key, std::string const& value, std::string const& pointer);
+  void add(IgnoredKey const& ignored, std::string const& pointer);
 
   /// Appends one finding for each kind of record, key and reason.
-  void report(qv::qvStreamVersion version, std::string const& address, Findings& findings) const;
+  void report(std::string const& address, Findings& findings) const;
 
  private:
-  /// Record, key, severity, value; the value is empty for a key that is not looked at.
-  using Reason = std::tuple<RecordKind, std::string, Severity, std::string>;
+  /// Record, key, severity, reason. Records stand in one array.
+  using Reason = std::tuple<qvLegacy::rules::Record const*, std::string, Severity, std::string>;
   struct Occurrences {
     std::size_t m_count = 0;
     std::size_t m_records = 0;
     std::string m_firstPointer;
   };
-
-  void add(Reason reason, std::size_t records, std::string const& pointer);
 
   std::map<Reason, Occurrences> m_occurrences;
 };

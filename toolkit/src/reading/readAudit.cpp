@@ -1,6 +1,7 @@
 #include "reading/readAudit.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string_view>
 #include <utility>
@@ -8,6 +9,7 @@
 
 #include "qvToolkit/text/textEscape.h"
 #include "reading/annotationAudit.h"
+#include "reading/annotationRules.h"
 #include "reading/auditTrail.h"
 #include "text/countText.h"
 
@@ -18,12 +20,17 @@ namespace {
 using qvLegacy::qvAnnotationInterface;
 using Type = qvAnnotationInterface::Type;
 
+namespace rules = qvLegacy::rules;
+
+constexpr std::array AnnotationLists = {&rules::view::texts, &rules::view::rasters,
+                                        &rules::view::annotations};
+
 class ViewAudit {
  public:
-  ViewAudit(ReadView const& read, Findings& findings)
-      : m_read(read), m_trail(read.m_version, read.m_jsonPointer, read.m_address, findings) {}
+  ViewAudit(ReadView const& read, CutHeights& heights, Findings& findings)
+      : m_read(read), m_trail(read.m_version, read.m_jsonPointer, read.m_address, heights, findings) {}
 
-  void run();
+  HarmlessMessages run();
 
  private:
   /// A list of annotation records and the annotations that were read from it.
@@ -55,62 +62,55 @@ class ViewAudit {
   std::vector<Level> m_levels;
 };
 
-void ViewAudit::run() {
+HarmlessMessages ViewAudit::run() {
   if (m_read.m_view == nullptr) {
     checkRefusedView();
-    return;
+    return {};
   }
   checkView();
   walkTopLists();
-  m_trail.reportPassedOver(m_read.m_address);
+  m_trail.finish(m_read.m_address);
+  return m_trail.getHarmlessMessages();
 }
 
 void ViewAudit::checkRefusedView() {
   std::size_t count = 0;
-  for (char const* const key : {"textannotations", "rasterannotations", "annotations"}) {
-    if (VariantList const* const list = findList(m_read.m_map, key)) count += countRecords(*list);
+  for (rules::Field const* const field : AnnotationLists) {
+    if (VariantList const* const list = findList(m_read.m_map, field->key)) count += countRecords(*list);
   }
-  std::string text = "the view '" + shortenText(findText(m_read.m_map, "name")) + "' was not read";
+  std::string text =
+      "the view '" + shortenText(findText(m_read.m_map, rules::view::name.key)) + "' was not read";
   if (count > 0) text += "; " + formatCount(count, "annotation record") + " went with it";
   m_trail.reportLost(Severity::Error, std::move(text));
 }
 
-/// Keys of the other form of a view are known, but not looked at.
+/// The annotations are left to the walk.
 void ViewAudit::checkView() {
-  m_trail.checkKeys(m_read.m_map, RecordKind::View);
-  bool const hasOneList = m_read.m_version >= gates::OneList;
-  for (char const* const key : {"annotations", "textannotations", "rasterannotations"}) {
-    qv::qvVariant const* const value = findValue(m_read.m_map, key);
-    bool const isRead = hasOneList == (std::string_view(key) == "annotations");
-    if (value == nullptr || isRead) continue;
-    std::size_t const count = countRecords(value->toList());
-    m_trail.ignore(RecordKind::View, key, count > 0 ? Severity::Error : Severity::Info, count);
-  }
-  qv::qvVariant const* const metadata = findValue(m_read.m_map, "metadata");
-  if (metadata == nullptr || m_read.m_version >= gates::ViewMetadata) return;
-  m_trail.ignore(RecordKind::View, "metadata", metadata->toMap().empty() ? Severity::Info : Severity::Warning,
-                 0);
+  m_trail.checkFields(m_read.m_map, rules::records::views,
+                      [this](rules::Field const& field, qv::qvVariant const& value) {
+                        m_trail.checkValue(rules::records::views, field, value);
+                      });
 }
 
 void ViewAudit::walkTopLists() {
   auto const& annotations = m_read.m_view->m_annotations;
   auto const isRaster = [](auto const& a) { return a != nullptr && a->m_type == Type::Raster; };
   auto const firstRaster = std::find_if(annotations.begin(), annotations.end(), isRaster);
-  auto const walkList = [&](char const* key, Type type, auto begin, auto end) {
-    VariantList const* const records = findList(m_read.m_map, key);
+  auto const walkList = [&](rules::Field const& field, Type type, auto begin, auto end) {
+    VariantList const* const records = findList(m_read.m_map, field.key);
     if (records == nullptr) return;
-    AuditTrail::Inside const list(m_trail, key);
+    AuditTrail::Inside const list(m_trail, field.key);
     Level level{records, {}, type};
     level.m_firstIndex = static_cast<std::size_t>(begin - annotations.begin());
     for (; begin != end; ++begin) level.m_kept.push_back(begin->get());
     walk(std::move(level));
   };
-  if (m_read.m_version >= gates::OneList) {
-    walkList("annotations", Type::Unknown, annotations.begin(), annotations.end());
+  if (rules::view::annotations.isInVariants(m_read.m_version.GetPacked())) {
+    walkList(rules::view::annotations, Type::Unknown, annotations.begin(), annotations.end());
     return;
   }
-  walkList("textannotations", Type::Text, annotations.begin(), firstRaster);
-  walkList("rasterannotations", Type::Raster, firstRaster, annotations.end());
+  walkList(rules::view::texts, Type::Text, annotations.begin(), firstRaster);
+  walkList(rules::view::rasters, Type::Raster, firstRaster, annotations.end());
 }
 
 void ViewAudit::walk(Level top) {
@@ -139,7 +139,7 @@ void ViewAudit::stepLevel() {
   qvAnnotationInterface const* const annotation = level.m_kept[level.m_nextKept];
   m_trail.m_address += level.m_addressPart + std::to_string(level.m_firstIndex + level.m_nextKept++);
   if (annotation == nullptr) return;
-  auditAnnotation(record.toMap(), *annotation, m_trail);
+  auditAnnotation(record.toMap(), *annotation, m_levels.size() == 1, m_trail);
   pushChildren(record.toMap(), *annotation);
 }
 
@@ -163,7 +163,9 @@ Type ViewAudit::typeOf(Level const& level, qv::qvVariant const& record) const {
 void ViewAudit::pushChildren(VariantMap const& record, qvAnnotationInterface const& annotation) {
   VariantList const* const children = findChildren(record, m_read.m_version);
   if (children == nullptr) return;
-  appendPointerKey(m_trail.m_pointer, findValue(record, "children") != nullptr ? "children" : "childs");
+  bool const isNewer = findValue(record, rules::annotation::children.key) != nullptr;
+  appendPointerKey(m_trail.m_pointer,
+                   (isNewer ? rules::annotation::children : rules::annotation::childs).key);
   Level level{children, {}, Type::Unknown, "/sub/"};
   for (auto const& node : annotation.getSubAnnots()) level.m_kept.push_back(node.m_annot.get());
   level.m_pointerLength = m_trail.m_pointer.size();
@@ -172,19 +174,28 @@ void ViewAudit::pushChildren(VariantMap const& record, qvAnnotationInterface con
 }
 
 void ViewAudit::reportRefused(qv::qvVariant const& record, std::string_view reason) {
-  std::string const name = findText(record.toMap(), "name");
+  std::string const name = findText(record.toMap(), rules::annotation::name.key);
   std::string text =
       "the annotation " + (name.empty() ? "without name" : "'" + shortenText(name) + "'") + " was not read: ";
   text += reason;
-  std::size_t const descendants = m_read.m_version < gates::OneList ? 0 : countDescendants(record.toMap());
+  bool const hasChildren = rules::annotation::children.isInVariants(m_read.m_version.GetPacked());
+  std::size_t const descendants = hasChildren ? countDescendants(record.toMap()) : 0;
   if (descendants > 0) text += "; " + formatCount(descendants, "sub-annotation record") + " went with it";
   m_trail.reportLost(Severity::Error, std::move(text));
 }
 
 }  // namespace
 
-void auditView(ReadView const& read, Findings& findings) {
-  ViewAudit(read, findings).run();
+HarmlessMessages ReadAudit::audit(ReadView const& read, Findings& findings) {
+  return ViewAudit(read, m_heights, findings).run();
+}
+
+void ReadAudit::finish(Findings& findings) const {
+  if (m_heights.m_count == 0) return;
+  std::string text = formatCount(m_heights.m_count, "text height") + " cut to hundredths of an em, ";
+  text += m_heights.m_count > 1 ? "first here: " : "";
+  findings.push_back(makeFinding(FindingCode::ValueRounded, text + m_heights.m_firstText,
+                                 m_heights.m_firstAddress, {{}, {}, {}, m_heights.m_firstPointer}));
 }
 
 }  // namespace qvToolkit

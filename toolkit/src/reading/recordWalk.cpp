@@ -1,6 +1,7 @@
 #include "reading/recordWalk.h"
 
-#include <span>
+#include <string_view>
+#include <tuple>
 
 #include "annotationLegacy/platform.h"
 #include "annotationLegacy/qvAnnotationInterface.h"
@@ -17,7 +18,7 @@ using rules::Since;
 enum Kind : std::uint8_t { NoChild = 0, Text = 1, Raster = 2 };
 
 void walkField(FieldCursor& in, rules::Field const& field);
-void walkFields(FieldCursor& in, std::span<rules::Field const> fields);
+void walkFields(FieldCursor& in, rules::Rows fields);
 
 void walkColor(FieldCursor& in, std::string_view name) {
   constexpr std::string_view Digits = "0123456789ABCDEF";
@@ -52,7 +53,7 @@ void walkProperties(FieldCursor& in, std::string_view name) {
 }
 
 void walkRun(FieldCursor& in) {
-  auto const& [text, type] = rules::run::fields;
+  auto const& [text, type] = std::tie(rules::run::text, rules::run::type);
   // What came with the types changed the text before them, too.
   if (in.has(type.inStreams, {})) {
     auto const length = in.number<std::uint16_t>("length");
@@ -131,9 +132,9 @@ void walkGated(FieldCursor& in, rules::Field const& field) {
   if (field.inStreams == Since::views || isOpen(in, field)) walkField(in, field);
 }
 
-void walkFields(FieldCursor& in, std::span<rules::Field const> fields) {
-  for (rules::Field const& field : fields) {
-    if (!field.name.empty()) walkGated(in, field);
+void walkFields(FieldCursor& in, rules::Rows fields) {
+  for (rules::Field const* const field : fields) {
+    if (!field->name.empty()) walkGated(in, *field);
   }
 }
 
@@ -162,7 +163,7 @@ std::uint32_t walkHead(FieldCursor& in) {
 /// Everything behind the children.
 void walkTail(FieldCursor& in, std::uint8_t kind) {
   walkGated(in, rules::annotation::metadata);
-  walkFields(in, kind == Text ? std::span<rules::Field const>(rules::text::fields) : rules::raster::fields);
+  walkFields(in, kind == Text ? rules::Rows(rules::text::fields) : rules::raster::fields);
 }
 
 /// Anchor and kind of one child.

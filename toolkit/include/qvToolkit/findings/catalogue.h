@@ -89,6 +89,8 @@ enum class FindingCode : std::uint8_t {
   RecordLost,      ///< annotation records that the reader passed over
   KeyIgnored,      ///< a key that this version's reader never looks at
   ValueUnknown,    ///< a text that the reader does not know, so that it took the default
+  ValueInexact,    ///< a value for which the reader took another one
+  ValueRounded,    ///< text heights were cut to hundredths of an em
   // migration
   MigrationMessage,  ///< the exact text of one record of the migration's log
   ViewNotMigrated,

@@ -1,46 +1,12 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "annotationLegacy/qvAnnotationInterface.h"
 #include "model/variantLookup.h"
-#include "rules/fields.h"
 
 namespace qvToolkit {
-
-/// Versions at which the variant form of a view changed.
-namespace gates {
-/// One list of annotations in place of two; leaders as maps; children and metadata of annotations.
-constexpr qv::qvStreamVersion OneList(
-    qvLegacy::rules::gateOf(qvLegacy::rules::Since::oneAnnotationList).version);
-/// Metadata of views.
-constexpr qv::qvStreamVersion ViewMetadata(
-    qvLegacy::rules::gateOf(qvLegacy::rules::Since::viewMetadata).version);
-}  // namespace gates
-
-/// Records of the variant form, each with keys of its own.
-enum class RecordKind : std::uint8_t {
-  View,
-  TextAnnotation,
-  RasterAnnotation,
-  TextProperties,
-  Run,
-  Leader,
-  MeasureLeader,
-};
-
-/// "views", "text annotations" and the like.
-std::string_view getRecordName(RecordKind kind);
-
-/// True when some version's reader looks at the key in such a record.
-bool isKnownKey(RecordKind kind, std::string_view key);
-
-/// The texts that a reader knows as values of a key, neutral ones included; null for a key whose value is no
-/// such text.
-qvLegacy::rules::ValueNames const* findValueNames(RecordKind kind, std::string_view key);
 
 /// The kind that an annotation record names under "type"; `Unknown` for every text but "text" and "raster".
 qvLegacy::qvAnnotationInterface::Type getNamedType(VariantMap const& record);

@@ -1,7 +1,8 @@
-#include "reading/readRules.h"
+#include "reading/annotationRules.h"
 
 #include <algorithm>
-#include <iterator>
+#include <array>
+#include <string>
 #include <vector>
 
 #include "rules/fields.h"
@@ -14,19 +15,10 @@ using qvLegacy::qvAnnotationInterface;
 
 namespace rules = qvLegacy::rules;
 
-/// In the order of `RecordKind`.
-constexpr rules::Record const* Records[] = {
-    &rules::records::views, &rules::records::texts,   &rules::records::rasters,  &rules::records::properties,
-    &rules::records::runs,  &rules::records::leaders, &rules::records::measures,
-};
-static_assert(std::size(Records) == static_cast<std::size_t>(RecordKind::MeasureLeader) + 1);
-
-rules::Record const& getRecord(RecordKind kind) {
-  return *Records[static_cast<std::size_t>(kind)];
-}
+constexpr std::array ChildKeys = {rules::annotation::children.key, rules::annotation::childs.key};
 
 bool isRefusedSize(VariantMap const& record) {
-  qv::qvVariant const* const size = findValue(record, "sizeem");
+  qv::qvVariant const* const size = findValue(record, rules::raster::size.key);
   return size != nullptr && (!size->isList() || size->toList().size() != 2);
 }
 
@@ -36,24 +28,9 @@ bool holdsOnlyMaps(VariantList const& list) {
 
 }  // namespace
 
-std::string_view getRecordName(RecordKind kind) {
-  return getRecord(kind).name;
-}
-
-bool isKnownKey(RecordKind kind, std::string_view key) {
-  return getRecord(kind).find(key) != nullptr;
-}
-
-rules::ValueNames const* findValueNames(RecordKind kind, std::string_view key) {
-  rules::Field const* const field = getRecord(kind).find(key);
-  // A record of an unknown kind is refused, which is said elsewhere.
-  return field == nullptr || field == &rules::annotation::type ? nullptr : field->names;
-}
-
 qvAnnotationInterface::Type getNamedType(VariantMap const& record) {
-  std::string const name = findText(record, "type");
-  if (name == "text") return qvAnnotationInterface::Text;
-  return name == "raster" ? qvAnnotationInterface::Raster : qvAnnotationInterface::Unknown;
+  std::string const name = findText(record, rules::annotation::type.key);
+  return static_cast<qvAnnotationInterface::Type>(rules::annotationTypes.valueOf(name));
 }
 
 std::string_view findRefusal(qv::qvVariant const& record, qvAnnotationInterface::Type type,
@@ -61,7 +38,7 @@ std::string_view findRefusal(qv::qvVariant const& record, qvAnnotationInterface:
   if (!record.isMap()) return "it is no map";
   if (type == qvAnnotationInterface::Unknown) return "its type is neither 'text' nor 'raster'";
   VariantMap const& map = record.toMap();
-  qv::qvVariant const* const position = findValue(map, "position");
+  qv::qvVariant const* const position = findValue(map, rules::annotation::position.key);
   if (position != nullptr && !isNumberList(*position, 3)) return "its 'position' is no list of three numbers";
   VariantList const* const children = findChildren(map, version);
   if (children != nullptr && !holdsOnlyMaps(*children)) return "one of its sub-annotations is no map";
@@ -70,9 +47,10 @@ std::string_view findRefusal(qv::qvVariant const& record, qvAnnotationInterface:
 }
 
 VariantList const* findChildren(VariantMap const& record, qv::qvStreamVersion version) {
-  if (version < gates::OneList) return nullptr;
+  if (!rules::annotation::children.isInVariants(version.GetPacked())) return nullptr;
   // The older key counts only where the newer one is absent altogether.
-  return findValue(record, "children") != nullptr ? findList(record, "children") : findList(record, "childs");
+  bool const isNewer = findValue(record, rules::annotation::children.key) != nullptr;
+  return findList(record, (isNewer ? rules::annotation::children : rules::annotation::childs).key);
 }
 
 std::size_t countRecords(VariantList const& records) {
@@ -83,7 +61,7 @@ std::size_t countRecords(VariantList const& records) {
     pending.pop_back();
     for (qv::qvVariant const& record : list) {
       ++count;
-      for (char const* const key : {"children", "childs"}) {
+      for (std::string_view const key : ChildKeys) {
         if (VariantList const* const children = findList(record.toMap(), key)) pending.push_back(children);
       }
     }
@@ -93,7 +71,7 @@ std::size_t countRecords(VariantList const& records) {
 
 std::size_t countDescendants(VariantMap const& record) {
   std::size_t count = 0;
-  for (char const* const key : {"children", "childs"}) {
+  for (std::string_view const key : ChildKeys) {
     if (VariantList const* const children = findList(record, key)) count += countRecords(*children);
   }
   return count;
