@@ -4,17 +4,27 @@
 
 namespace qvToolkit {
 
-/// Takes the bytes of one output in order. A sink that failed says so on every further call and knows why
-/// itself.
+/// Takes the bytes of one output in order.
+/// @code
+/// struct Counter : OutputSink {
+///   bool write(std::string_view bytes) override { return (m_size += bytes.size()) <= 1000; }
+///   std::size_t m_size = 0;
+/// } counter;
+/// JsonWriter json(counter);
+/// json.beginArray().endArray();
+/// assert(json.finish() && counter.m_size == 3);
+/// @endcode
 class OutputSink {
  public:
   virtual ~OutputSink() = default;
+  /// Takes the next bytes, which need not live longer than the call; false when they are not taken. A sink
+  /// that failed says so on every further call and knows why itself.
   [[nodiscard]] virtual bool write(std::string_view bytes) = 0;
 
  protected:
-  OutputSink() = default;
-  OutputSink(OutputSink const&) = default;
-  OutputSink& operator=(OutputSink const&) = default;
+  OutputSink() = default;                              ///< for sinks
+  OutputSink(OutputSink const&) = default;             ///< for sinks that may be copied
+  OutputSink& operator=(OutputSink const&) = default;  ///< likewise
 };
 
 }  // namespace qvToolkit

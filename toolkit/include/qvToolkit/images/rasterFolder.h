@@ -11,22 +11,32 @@
 namespace qvToolkit {
 
 /// Answers a migration's raster callback from the files of one folder.
-///
-/// A raster name is a path below the folder: NUL characters, absolute paths, empty names, names beyond 4,096
-/// bytes and
-/// ".." are refused, symbolic links are not followed, and only regular files of at most 64 MiB are read,
-/// unless another limit is given. Where no file has the name itself, the name with ".png", ".jpg", ".jpeg",
-/// ".gif" and ".webp" behind it is tried, in this order.
+/// @code
+/// RasterFolder rasters("rasters");
+/// qvLegacy::qvAnnotationMigration migration(0, &RasterFolder::deliver, &rasters, 3.0F);
+/// std::string data;
+/// if (RasterFolder::deliver("mark", data, &rasters))
+///   std::cout << rasters.resolve(data).size() << " bytes\n";
+/// @endcode
+/// A raster name is a path below the folder: NUL characters, absolute paths, empty names, names beyond
+/// `MaxNameBytes` and ".." are refused, symbolic links are not followed, and only regular files are read.
+/// Where no file has the name itself, the name with ".png", ".jpg", ".jpeg", ".gif" and ".webp" behind it is
+/// tried, in this order.
 ///
 /// Each name is looked up once. What the callback delivers is a short token; `resolve` gives the bytes, so
-/// that any number of annotations that show one image hold its bytes once.
+/// that any number of annotations that show one image hold its bytes once. The folder keeps them as long as
+/// it lives. For one thread at a time.
 class RasterFolder {
  public:
+  /// Of one file, unless another limit is given: 64 MiB.
   static constexpr std::uint64_t MaxFileBytes = std::uint64_t{64} << 20;
+  /// Of all files that one folder has read: 512 MiB. What goes beyond is not delivered.
   static constexpr std::uint64_t MaxTotalBytes = std::uint64_t{512} << 20;
+  /// Longer names are refused unread: no path of the system is longer.
   static constexpr std::size_t MaxNameBytes = 4096;
 
-  /// An empty `folder` answers no name at all.
+  /// Opens the folder. An empty `folder` answers no name at all, nor does one that cannot be used, for which
+  /// `getFolderProblem` has the reason.
   explicit RasterFolder(std::string const& folder, std::uint64_t maxFileBytes = MaxFileBytes);
   ~RasterFolder();
   RasterFolder(RasterFolder const&) = delete;
@@ -35,13 +45,14 @@ class RasterFolder {
   /// Why the folder cannot be used; empty when it can, or when none was given.
   std::string const& getFolderProblem() const noexcept { return m_folderProblem; }
 
-  /// The raster callback; `folder` is a `RasterFolder`. Never throws: what is thrown inside is kept for
-  /// `rethrowError`.
+  /// The raster callback; `folder` is a `RasterFolder`. False when the name cannot be delivered, for which
+  /// `findProblem` has the reason. Never throws: what is thrown inside is kept for `rethrowError`.
   static bool deliver(std::string const& name, std::string& data, void* folder) noexcept;
-  /// Throws what a callback had to swallow, such as `std::bad_alloc`.
+  /// Throws what a callback had to swallow, such as `std::bad_alloc`, once.
   void rethrowError();
 
-  /// The bytes that delivered data stand for; data that did not come from this folder stand for themselves.
+  /// The bytes that delivered data stand for, valid as long as the folder; data that did not come from this
+  /// folder stand for themselves.
   std::string_view resolve(std::string_view data) const;
   /// True when `name` could not be delivered because its file is too large.
   bool isTooLarge(std::string const& name) const;

@@ -8,7 +8,14 @@ namespace qvToolkit {
 
 /// Valid UTF-8 without what XML 1.0 forbids: each maximal invalid sequence, each control character but TAB,
 /// LF and CR, each surrogate, U+FFFE and U+FFFF becomes U+FFFD. `repaired`, when not null, tells whether
-/// anything changed.
+/// anything changed. Like the others here it takes any bytes, never fails, and costs time in proportion to
+/// them.
+/// @code
+/// assert(repairUtf8("\xFF A") == "\uFFFD A");
+/// assert(escapeXml("5 < 6") == "5 &lt; 6");
+/// assert(quoteJson("5 \"") == R"("5 \"")");
+/// assert(escapeTerminal("\x1b[2J") == R"(\x1b[2J)");
+/// @endcode
 std::string repairUtf8(std::string_view bytes, bool* repaired = nullptr);
 
 /// Repaired text for XML content and double-quoted attributes: & < > " ' as references, TAB, LF and CR as
@@ -20,8 +27,8 @@ std::string escapeXml(std::string_view bytes);
 /// result is one harmless line for a terminal, too.
 std::string quoteJson(std::string_view bytes);
 
-/// One line for a terminal: control characters, bidirectional controls and invalid bytes as \x1b, \u202e and
-/// the like, backslashes doubled.
+/// One line for a terminal: control characters, bidirectional controls and invalid bytes as `\x1b`, `\u202e`
+/// and the like, backslashes doubled.
 std::string escapeTerminal(std::string_view bytes);
 
 /// A text of a document for within a sentence: whole when it has at most `maxBytes`, or else its beginning,
