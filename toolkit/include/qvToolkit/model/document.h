@@ -11,22 +11,33 @@
 namespace qvToolkit {
 
 /// Encoding of a document, told by its content.
-enum class Format : std::uint8_t { Json, ObjectStream };
+enum class Format : std::uint8_t {
+  Json,          ///< variant maps as JSON text
+  ObjectStream,  ///< the binary encoding, ".qvs"
+};
 
 /// One view of a document as the library's reader left it.
 struct LoadedView {
   qv::qvPointer<qvLegacy::qvAnnotationView> m_view;  ///< null when the reader refused the view
-  qv::qvStreamVersion m_version;
-  std::string m_name;                   ///< known also for a refused view
+  qv::qvStreamVersion m_version;        ///< that the view was written in, as it stands in the document
+  std::string m_name;                   ///< raw bytes; known also for a refused view
   std::vector<std::string> m_messages;  ///< the reader's messages, in order
 };
 
 /// A document in memory.
+/// @code
+/// Document const document = openDocument("bracket.qvs");
+/// for (LoadedView const& view : document.m_views) {
+///   if (view.m_view == nullptr) continue;  // refused: its messages and the document's findings say why
+///   std::cout << view.m_name << ": " << view.m_view->m_annotations.size() << " annotations\n";
+/// }
+/// @endcode
+/// A copy shares the views. Documents must be gone before the library is terminated.
 struct Document {
-  std::string m_path;
-  Format m_format = Format::Json;
-  std::vector<LoadedView> m_views;
-  Findings m_findings;  ///< in the order met
+  std::string m_path;               ///< as it was given; "-" for standard input
+  Format m_format = Format::Json;   ///< Json, too, where the content is neither
+  std::vector<LoadedView> m_views;  ///< in document order; one that is listed twice stands here twice
+  Findings m_findings;              ///< in the order met
   /// Why the document could not be opened at all; `ExitDone` when it could. Without views then.
   ExitCode m_failure = ExitDone;
 };

@@ -11,8 +11,13 @@
 
 namespace qvToolkit {
 
-/// What the annotation trees of a view may be, so that it is copied, migrated, moved or written. These go
-/// down each path of a tree by recursion; reading and looking at a document do not, and take any tree.
+/// What the annotation trees of a view may be, so that it is copied, migrated or written: copies and
+/// migrations go down each path of a tree by recursion, and streams hold a shared annotation at each of its
+/// places. Reading and looking at a document take any tree.
+/// @code
+/// Document const document = openDocument("bracket.json");
+/// if (auto const refusal = checkTrees(document, TreeLimits{})) std::cerr << refusal->m_text << '\n';
+/// @endcode
 struct TreeLimits {
   /// Levels of sub-annotations: common readers of XML refuse a page beyond 256 nested groups.
   std::uint64_t m_maxDepth = 200;
@@ -20,11 +25,12 @@ struct TreeLimits {
   std::uint64_t m_maxNodes = 10'000'000;
 };
 
-/// Why the view is refused; nothing when it is not. `address` is the view's. Each annotation is looked at
-/// once, however many share it, and the look costs no call stack.
+/// Why the view is refused; nothing when it is not. `address` is the view's, and begins the finding's. Each
+/// annotation is looked at once, however many share it, and the look costs no call stack. The trees must
+/// hold no cycle.
 std::optional<Finding> checkTrees(qvLegacy::qvAnnotationView const& view, Address const& address,
                                   TreeLimits const& limits);
-/// The first refusal among the views of a document.
+/// The first refusal among the views of a document; views that the reader refused are passed over.
 std::optional<Finding> checkTrees(Document const& document, TreeLimits const& limits);
 
 }  // namespace qvToolkit

@@ -11,8 +11,8 @@ namespace qvToolkit {
 
 /// What the opening of a document may take. Each limit that is reached is a finding and `ExitLimit`.
 struct OpenLimits {
-  std::uint64_t m_maxInputBytes = std::uint64_t{1} << 30;
-  std::size_t m_maxContainers = 1000;  ///< nesting of JSON containers
+  std::uint64_t m_maxInputBytes = std::uint64_t{1} << 30;  ///< of `openDocument`; 1 GiB
+  std::size_t m_maxContainers = 1000;                      ///< nesting of JSON containers
   /// Reads of an object stream behind the end of the data.
   std::uint64_t m_maxFailedReads = 1'000'000;
   /// Stack for reading; a quarter of what is left of it, where that is less. Of a JSON text, each level
@@ -23,11 +23,20 @@ struct OpenLimits {
   std::function<void(std::uint64_t)> m_onInput = {};
 };
 
-/// Opens and reads a document; "-" is standard input. Never throws on bad content: what is wrong is in the
-/// findings. The library must be initialised.
+/// Opens and reads a document of either encoding; "-" is standard input.
+/// @code
+/// LibrarySession const session;
+/// Document const document = openDocument("bracket.json");
+/// for (Finding const& finding : document.m_findings)
+///   std::cerr << formatFinding(document.m_path, finding) << '\n';
+/// if (document.m_failure != ExitDone) return;  // there are no views
+/// @endcode
+/// Never throws on bad content, nor for want of memory: what is wrong is in the findings, and where nothing
+/// could be read `m_failure` says of what kind the failure was. A view that is refused costs the others
+/// nothing. The library must be initialised, for as long as the document lives.
 Document openDocument(std::string const& path, OpenLimits const& limits = {});
 
-/// As `openDocument` for content that is in memory; `path` only names it.
+/// As `openDocument` for content that is in memory, however large; `path` only names it.
 Document readDocument(std::string content, std::string const& path, OpenLimits const& limits = {});
 
 }  // namespace qvToolkit

@@ -8,12 +8,14 @@
 
 namespace qvToolkit {
 
-/// Stream versions that can be written, packed: 6.13 is the first with views, 6.27 the newest layout.
+/// The first stream version that can be written, packed: 6.13, the first with views.
 constexpr std::uint32_t OldestWritableVersion = 0x6000D;
+/// The last stream version that can be written, packed: 6.27, the newest layout.
 constexpr std::uint32_t NewestWritableVersion = 0x6001B;
 
+/// How a document is to be encoded.
 struct EncodingOptions {
-  std::uint32_t m_version = NewestWritableVersion;  ///< packed
+  std::uint32_t m_version = NewestWritableVersion;  ///< packed: the major number times 65536 plus the minor
   /// No metadata object: the document is its views, in order.
   bool m_viewsOnly = false;
 };
@@ -21,11 +23,19 @@ struct EncodingOptions {
 /// A document as an object stream, and what it could not take along.
 struct EncodedDocument {
   std::string m_bytes;  ///< empty when the version cannot be written
-  Findings m_findings;
+  Findings m_findings;  ///< what the version cannot hold
 };
 
 /// Writes the views of a document into an object stream: one metadata object that links them in their order,
 /// then each distinct view object once. Equal documents and options give equal bytes.
+/// @code
+/// EncodingOptions options;
+/// options.m_version = qv::qvStreamVersion(6, 17).GetPacked();
+/// EncodedDocument const old = encodeDocument(openDocument("bracket.json"), options);
+/// for (Finding const& loss : old.m_findings) std::cerr << loss.m_address << ": " << loss.m_text << '\n';
+/// @endcode
+/// An annotation that several share is written at each of its places; `checkTrees` tells beforehand whether
+/// that is too much. The bytes are in memory as a whole.
 ///
 /// Everything that the version cannot hold is a finding with the address of what lost it: an error where
 /// content is gone (annotations, characters), a warning where only its look or its metadata is. Views that
