@@ -14,32 +14,49 @@
 namespace qvToolkit {
 
 /// What a page is written as.
-enum class PageFormat : std::uint8_t { Svg, Png, Pdf };
+enum class PageFormat : std::uint8_t {
+  Svg,  ///< as `writeSvgPage` makes it; also a format to convert to
+  Png,  ///< pixels, of the resolution that is asked
+  Pdf,  ///< vectors, 1 mm on paper for 1 unit of the page
+};
 
 /// "svg", "png" or "pdf": the word for the format and the extension of its files.
 std::string_view getFormatText(PageFormat format);
 
 /// What a budget of memory has left.
 struct MemoryLeft {
-  std::uint64_t m_limit = 0;
-  std::uint64_t m_left = 0;
+  std::uint64_t m_limit = 0;  ///< bytes that it had at first; for findings
+  std::uint64_t m_left = 0;   ///< bytes
 };
 
+/// What pages are to be converted into.
 struct PageConversion {
-  static constexpr unsigned DefaultResolution = 150;
-  static constexpr unsigned MinResolution = 10;
-  static constexpr unsigned MaxResolution = 2400;
+  static constexpr unsigned DefaultResolution = 150;  ///< fine enough for print on an office printer
+  static constexpr unsigned MinResolution = 10;       ///< texts are specks below
+  static constexpr unsigned MaxResolution = 2400;     ///< pages take gigabytes of pixels above
 
-  PageFormat m_format = PageFormat::Svg;
+  PageFormat m_format = PageFormat::Svg;      ///< of the results
   unsigned m_resolution = DefaultResolution;  ///< of PNG, in pixels per inch of paper
   /// Tells what a program may take of the memory; without it there is no limit.
   std::function<MemoryLeft()> m_getMemory = nullptr;
 };
 
-/// Converts SVG pages by the program rsvg-convert, which runs as a child process with the given fonts. PDF
-/// keeps live text as text. Equal pages give equal bytes.
+/// Converts SVG pages by the program rsvg-convert, which runs as a child process with the given fonts.
+/// @code
+/// PageConversion conversion;
+/// conversion.m_format = PageFormat::Pdf;
+/// PageConverter converter(conversion, FontOptions{});
+/// OutputSet files("pdf", /*force*/ false);
+/// std::string_view const page = R"(<svg xmlns="http://www.w3.org/2000/svg" width="9mm" height="9mm"/>)";
+/// if (files.open("page.pdf") && !converter.convert(page, files) && converter.findProblem())
+///   std::cerr << converter.findProblem()->m_text << '\n';
+/// @endcode
+/// PDF keeps live text as text. Equal pages give equal bytes. Each page starts the program anew, and holds
+/// its result in memory once.
 class PageConverter {
  public:
+  /// Writes a font configuration into the folder for temporary files where the system's own will not do; it
+  /// is removed with the object. When that fails `convert` tells.
   PageConverter(PageConversion const& conversion, FontOptions const& fonts);
   ~PageConverter();
   PageConverter(PageConverter const&) = delete;
@@ -49,7 +66,8 @@ class PageConverter {
   /// reason, or when the sink has failed. Throws `std::bad_alloc` only.
   [[nodiscard]] bool convert(std::string_view svg, OutputSink& sink);
 
-  /// Why the last page could not be converted; nothing while every page could.
+  /// Why the last page that failed could not be converted; nothing while every page could. A sink that failed
+  /// does not count here.
   std::optional<Finding> const& findProblem() const noexcept { return m_problem; }
 
  private:

@@ -13,15 +13,15 @@ namespace qvToolkit {
 
 /// A font that documents ask for, and one that some of its text is drawn with.
 struct FontUse {
-  std::string m_askedFamily;
-  bool m_bold = false;    ///< asked
-  bool m_italic = false;  ///< asked
-  qv::svg::FontMatch m_match = qv::svg::FontMatch::Asked;
-  std::string m_family;
-  std::string m_file;
-  unsigned m_faceIndex = 0;  ///< as `qv::svg::GlyphSource` counts faces
-  qv::svg::FontSynthesis m_synthesis;
-  std::uint64_t m_characters = 0;  ///< drawn with it
+  std::string m_askedFamily;  ///< as documents name it; Arial where they name none
+  bool m_bold = false;        ///< asked
+  bool m_italic = false;      ///< asked
+  qv::svg::FontMatch m_match = qv::svg::FontMatch::Asked;  ///< how near the drawn font comes
+  std::string m_family;                                    ///< that is drawn; empty when there is none
+  std::string m_file;                  ///< path of the drawn font's file; empty when there is none
+  unsigned m_faceIndex = 0;            ///< as `qv::svg::GlyphSource` counts faces
+  qv::svg::FontSynthesis m_synthesis;  ///< bold or slant that is made up
+  std::uint64_t m_characters = 0;      ///< drawn with it
   /// The Debian package that has the asked family, or one as wide, when neither is there; empty when none is
   /// known or needed.
   std::string m_package;
@@ -29,18 +29,25 @@ struct FontUse {
 
 /// A character that no font has.
 struct MissingCharacter {
-  char32_t m_character = 0;
-  std::string m_package;  ///< Debian package that has it; empty when none is known
-  std::vector<std::string> m_addresses;
+  char32_t m_character = 0;              ///< code point; U+FFFD for bytes that are none
+  std::string m_package;                 ///< Debian package that has it; empty when none is known
+  std::vector<std::string> m_addresses;  ///< of the annotations that hold it
 };
 
 /// The fonts of a document. Both lists are sorted and hold nothing twice.
 struct FontReport {
-  std::vector<FontUse> m_uses;
-  std::vector<MissingCharacter> m_missing;
-  std::uint64_t m_viewsLeftOut = 0;  ///< that are not migrated, so that their fonts are not known
+  std::vector<FontUse> m_uses;              ///< by asked family, then style
+  std::vector<MissingCharacter> m_missing;  ///< by code point
+  std::uint64_t m_viewsLeftOut = 0;         ///< that are not migrated, so that their fonts are not known
 };
 
+/// The fonts of migrated views, whose texts are visited one by one.
+/// @code
+/// MigrationSession session(MigrationOptions{});
+/// FontReport const report = reportFonts(session.migrate(openDocument("bracket.json")));
+/// for (std::string const& package : listPackages(report)) std::cout << "apt install " << package << '\n';
+/// @endcode
+/// Views that were not migrated are only counted.
 FontReport reportFonts(std::vector<MigratedView> const& views);
 
 /// The Debian packages to install, sorted.
@@ -49,14 +56,15 @@ std::vector<std::string> listPackages(FontReport const& report);
 /// Of all findings those that tell about fonts and characters, or why a view has no text here.
 Findings selectFontFindings(std::vector<MigratedView> const& views);
 
-/// The report of one document as text for people; "PATH: not read" when it could not be opened.
+/// The report of one document as text for people, safe for a terminal; "PATH: not read" when it could not be
+/// opened.
 std::string formatFontReport(Document const& document, FontReport const& report);
 
-/// Writes the members "fonts" and "missingCharacters" into the current object.
+/// Writes the members "fonts" and "missingCharacters" into the object that `json` is in.
 void writeFontReport(JsonWriter& json, FontReport const& report);
 
-/// The reports of several documents as JSON; docs/fonts-json.md describes it field by field. `findings` are
-/// those of each document, opening included.
+/// The reports of several documents as JSON; docs/fonts-json.md describes it field by field. The three lists
+/// are of one length; `findings` are those of each document, opening included.
 std::string formatFontReportsJson(std::vector<Document> const& documents,
                                   std::vector<FontReport> const& reports,
                                   std::vector<Findings> const& findings, OptionSpelling spelling = nullptr);

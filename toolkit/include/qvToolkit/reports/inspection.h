@@ -14,12 +14,12 @@ namespace qvToolkit {
 /// How much a view or an annotation holds. Leaders, measures, lines, runs and text bytes of a view are those
 /// of all its annotations at all levels.
 struct LegacyCounts {
-  std::uint64_t m_annotations = 0;  ///< of the view itself
-  std::uint64_t m_children = 0;     ///< sub-annotations at all levels
-  std::uint64_t m_depth = 0;        ///< levels of sub-annotations
-  std::uint64_t m_leaders = 0;
-  std::uint64_t m_lines = 0;
-  std::uint64_t m_measures = 0;
+  std::uint64_t m_annotations = 0;    ///< of the view itself
+  std::uint64_t m_children = 0;       ///< sub-annotations at all levels
+  std::uint64_t m_depth = 0;          ///< levels of sub-annotations
+  std::uint64_t m_leaders = 0;        ///< leader lines
+  std::uint64_t m_lines = 0;          ///< of text
+  std::uint64_t m_measures = 0;       ///< measure leaders
   std::uint64_t m_ownProperties = 0;  ///< runs with properties of their own
   std::uint64_t m_raster = 0;         ///< the view's own raster annotations
   std::uint64_t m_segments = 0;       ///< runs
@@ -29,42 +29,52 @@ struct LegacyCounts {
 
 /// One annotation at a glance.
 struct InspectedAnnotation {
-  std::string m_address;  ///< "view/3/annot/7/sub/0"
-  std::size_t m_depth = 0;
-  std::uint8_t m_type = 0;  ///< `qvAnnotationInterface::Type`; 0 for an empty entry, too
-  std::string m_name;
+  std::string m_address;                  ///< "view/3/annot/7/sub/0"
+  std::size_t m_depth = 0;                ///< level below the view's own annotations, which have 0
+  std::uint8_t m_type = 0;                ///< `qvAnnotationInterface::Type`; 0 for an empty entry, too
+  std::string m_name;                     ///< raw bytes
   std::string m_text;                     ///< plain text, lines separated by LF; of rasters the raster name
   std::optional<std::uint32_t> m_anchor;  ///< on its parent; none for the view's own annotations
-  std::uint8_t m_style = 0;
-  Wm4::Vector3<unsigned char> m_color;
-  Wm4::Vector3<float> m_position;
-  std::size_t m_metadata = 0;  ///< entries
-  LegacyCounts m_counts;       ///< of the annotation without its sub-annotations; children: its direct ones
+  std::uint8_t m_style = 0;               ///< frame shape and `qvAnnotationInterface::StyleBits`
+  Wm4::Vector3<unsigned char> m_color;    ///< red, green, blue
+  Wm4::Vector3<float> m_position;         ///< in view coordinates, or relative to the parent, as persisted
+  std::size_t m_metadata = 0;             ///< entries
+  LegacyCounts m_counts;  ///< of the annotation without its sub-annotations; children: its direct ones
 };
 
+/// One view at a glance. What follows the messages is empty for a view that the reader refused.
 struct InspectedView {
-  std::string m_address;
-  std::string m_name;
-  bool m_isRead = false;  ///< false when the reader refused the view
-  qv::qvStreamVersion m_version;
-  std::vector<std::string> m_messages;
-  Wm4::Vector3<float> m_planeOrigin;
-  Wm4::Vector3<float> m_planeNormal;
-  Wm4::Vector3<float> m_planeXAxis;
-  std::size_t m_metadata = 0;  ///< entries
-  LegacyCounts m_counts;
+  std::string m_address;                           ///< "view/3"
+  std::string m_name;                              ///< raw bytes; known also for a refused view
+  bool m_isRead = false;                           ///< false when the reader refused the view
+  qv::qvStreamVersion m_version;                   ///< that the view was written in
+  std::vector<std::string> m_messages;             ///< the reader's, in order
+  Wm4::Vector3<float> m_planeOrigin;               ///< in model space
+  Wm4::Vector3<float> m_planeNormal;               ///< in model space, not normalised
+  Wm4::Vector3<float> m_planeXAxis;                ///< in model space, not normalised
+  std::size_t m_metadata = 0;                      ///< entries
+  LegacyCounts m_counts;                           ///< of the view and all below it
   std::vector<InspectedAnnotation> m_annotations;  ///< at all levels, each before its sub-annotations
 };
 
 /// What a document holds, apart from the document.
 struct Inspection {
-  std::string m_path;
-  Format m_format = Format::Json;
-  ExitCode m_failure = ExitDone;
-  std::vector<InspectedView> m_views;
-  Findings m_findings;
+  std::string m_path;                  ///< as it was given
+  Format m_format = Format::Json;      ///< as the document's
+  ExitCode m_failure = ExitDone;       ///< why the document could not be opened at all
+  std::vector<InspectedView> m_views;  ///< in document order
+  Findings m_findings;                 ///< those of opening
 };
 
+/// Looks at everything that a document holds.
+/// @code
+/// Inspection const inspection = inspectDocument(openDocument("bracket.json"));
+/// for (InspectedView const& view : inspection.m_views)
+///   std::cout << view.m_name << ": " << view.m_counts.m_text << " texts\n";
+/// std::cout << formatInspection(inspection);
+/// @endcode
+/// An annotation that several share is listed at each place, so time and memory grow with the places. Trees
+/// may be of any depth, and hold no cycle.
 Inspection inspectDocument(Document const& document);
 
 /// Aligned text for people, safe for a terminal. Findings are not part of it, the readers' messages are.

@@ -8,7 +8,9 @@
 namespace qvToolkit {
 
 /// The whole legacy model of a document as a JSON object: every field of each view and annotation.
-///
+/// @code
+/// std::cout << formatLegacyJson({openDocument("bracket.json"), openDocument("bracket.qvs")});
+/// @endcode
 /// Nothing is rounded or guessed: heights are the stored hundredths, enumerations come as number and name,
 /// metadata values with their kind, strings that are no valid UTF-8 with their bytes in hexadecimal under the
 /// key + "Hex", vectors with a number that is not finite with their bits under the key + "Bits". Annotations

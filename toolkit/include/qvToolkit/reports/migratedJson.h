@@ -14,6 +14,14 @@ namespace qvToolkit {
 /// field by field. `pageNames` holds the file name of each view's page, empty where there is none. `findings`
 /// are those of the whole document, opening included; their options stand there as `spelling` has them, if
 /// any.
+/// @code
+/// Document const document = openDocument("bracket.json");
+/// MigrationSession session(MigrationOptions{});
+/// std::vector<MigratedView> const views = session.migrate(document);
+/// std::vector<std::string> const noPages(views.size());
+/// std::cout << formatMigratedDocument(document, session, views, noPages, document.m_findings);
+/// @endcode
+/// `session` is the one that migrated the views, which are those of the document, one for one.
 ///
 /// Leaves in pieces, so that it takes no memory of its size. False when the sink has failed.
 [[nodiscard]] bool writeMigratedDocument(OutputSink& sink, Document const& document,
@@ -22,7 +30,7 @@ namespace qvToolkit {
                                          std::vector<std::string> const& pageNames, Findings const& findings,
                                          OptionSpelling spelling = nullptr);
 
-/// The same as text.
+/// The same as text, held in memory as a whole.
 std::string formatMigratedDocument(Document const& document, MigrationSession const& session,
                                    std::vector<MigratedView> const& views,
                                    std::vector<std::string> const& pageNames, Findings const& findings,
