@@ -22,7 +22,7 @@ void applyFontOptions(FontOptions const& options);
 
 /// Looks for these fonts now instead of when the first text is laid out. What a process has found before it
 /// forks, its children need not look for. Reads the font configuration and the files of the folders once;
-/// later calls cost nothing.
+/// later calls cost nothing until other options are applied.
 void findFonts();
 
 /// Why one of the folders cannot be searched, such as "cannot use the folder of fonts 'x': ..."; empty when

@@ -26,8 +26,7 @@ struct TreeLimits {
 };
 
 /// Why the view is refused; nothing when it is not. `address` is the view's, and begins the finding's. Each
-/// annotation is looked at once, however many share it, and the look costs no call stack. The trees must
-/// hold no cycle.
+/// annotation is looked at once, however many share it, and the look costs no call stack.
 std::optional<Finding> checkTrees(qvLegacy::qvAnnotationView const& view, Address const& address,
                                   TreeLimits const& limits);
 /// The first refusal among the views of a document; views that the reader refused are passed over.

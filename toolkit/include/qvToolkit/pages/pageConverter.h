@@ -15,9 +15,9 @@ namespace qvToolkit {
 
 /// What a page is written as.
 enum class PageFormat : std::uint8_t {
-  Svg,  ///< as `writeSvgPage` makes it; also a format to convert to
+  Svg,  ///< as `writeSvgPage` makes it
   Png,  ///< pixels, of the resolution that is asked
-  Pdf,  ///< vectors, 1 mm on paper for 1 unit of the page
+  Pdf,  ///< vectors, as large on paper as the page
 };
 
 /// "svg", "png" or "pdf": the word for the format and the extension of its files.

@@ -41,13 +41,13 @@ struct FontReport {
   std::uint64_t m_viewsLeftOut = 0;         ///< that are not migrated, so that their fonts are not known
 };
 
-/// The fonts of migrated views, whose texts are visited one by one.
+/// The fonts that texts of migrated views ask for, and what they are drawn with.
 /// @code
 /// MigrationSession session(MigrationOptions{});
 /// FontReport const report = reportFonts(session.migrate(openDocument("bracket.json")));
 /// for (std::string const& package : listPackages(report)) std::cout << "apt install " << package << '\n';
 /// @endcode
-/// Views that were not migrated are only counted.
+/// Views that were not migrated are only counted. Looks at each character once.
 FontReport reportFonts(std::vector<MigratedView> const& views);
 
 /// The Debian packages to install, sorted.
