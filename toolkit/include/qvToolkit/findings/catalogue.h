@@ -22,36 +22,36 @@ enum class FindingClass : std::uint8_t {
   Broken,      ///< the input is of no known format or broken
   Output,      ///< an output cannot be written
   Limit,       ///< a limit was hit, or a worker died
-  Bug,
+  Bug,         ///< the program itself is at fault
 };
 
 /// What a caller may set so that a finding does not come, or so that the work goes on in spite of it. How an
 /// option is spelled is its caller's business, see `OptionSpelling`.
 enum class OptionKey : std::uint8_t {
-  None,
+  None,  ///< nothing that a caller could set
   // what may be lost
-  DropViewMetadata,
-  DropKnownMetadata,
-  DropUnknownMetadata,
+  DropViewMetadata,     ///< `qvLegacy::qvAnnotationMigration::DropViewMetadata`
+  DropKnownMetadata,    ///< `qvLegacy::qvAnnotationMigration::DropKnownMetadata`
+  DropUnknownMetadata,  ///< `qvLegacy::qvAnnotationMigration::DropUnknownMetadata`
   // where things are
-  Rasters,
-  FontFolder,
-  FontReplacement,
-  Offset,  ///< the byte that a dump shows
-  Force,   ///< results that exist may be replaced
+  Rasters,          ///< the folder that answers for images, `MigrationOptions::m_rasterFolder`
+  FontFolder,       ///< one of `FontOptions::m_directories`
+  FontReplacement,  ///< one of `FontOptions::m_replacements`
+  Offset,           ///< the byte that a dump shows
+  Force,            ///< results that exist may be replaced
   // limits
-  MaxMemory,
-  MaxTime,
-  MaxInput,
-  MaxFailedReads,
-  MaxStack,
-  MaxJsonDepth,
-  MaxDepth,
-  MaxNodes,
-  MaxOutput,
-  MaxOutputFile,
-  MaxRaster,
-  MaxViews,
+  MaxMemory,       ///< bytes for all work on one input
+  MaxTime,         ///< milliseconds for all work on one input, `OpenLimits::m_maxMilliseconds`
+  MaxInput,        ///< bytes, `OpenLimits::m_maxInputBytes`
+  MaxFailedReads,  ///< `OpenLimits::m_maxFailedReads`
+  MaxStack,        ///< bytes, `OpenLimits::m_maxStackBytes`
+  MaxJsonDepth,    ///< levels, `OpenLimits::m_maxContainers`
+  MaxDepth,        ///< levels, `TreeLimits::m_maxDepth`
+  MaxNodes,        ///< annotations, `TreeLimits::m_maxNodes`
+  MaxOutput,       ///< bytes of all results of one input
+  MaxOutputFile,   ///< bytes of one result
+  MaxRaster,       ///< bytes of one image, `MigrationOptions::m_maxRasterBytes`
+  MaxViews,        ///< views of one document that are written as pages
 };
 
 /// How a caller spells an option: "--rasters" for a command line. Never asked for `OptionKey::None`.
@@ -92,29 +92,29 @@ enum class FindingCode : std::uint8_t {
   ValueInexact,    ///< a value for which the reader took another one
   ValueRounded,    ///< text heights were cut to hundredths of an em
   // migration
-  MigrationMessage,  ///< the exact text of one record of the migration's log
-  ViewNotMigrated,
-  MetadataDropped,
-  PlaneDegenerate,  ///< the view plane's axes span no plane
-  BlankLineSkipped,
-  BlankRunSkipped,  ///< blanks between texts are left out, so that these stand closer
-  TextNoHeight,     ///< text of height 0, which is not drawn
-  TextLowContrast,  ///< text that its background hardly lets see
-  ShapeAsRectangle,
-  FontNone,  ///< there is no font at all, so that no text can be drawn
-  FontMetricCompatible,
-  FontSubstituted,
-  FontReplaced,     ///< by the user's own wish
-  FontSynthesized,  ///< bold or italic is made up, since the family has no such face
-  GlyphMissing,
-  LeaderHeadUnknown,
-  LeaderHeadCollapsed,
-  LeaderLost,         ///< a leader that the migration cannot keep
-  RasterUnavailable,  ///< the raster folder has no such file, or its name leaves the folder
-  RasterUnreadable,   ///< the data are no known image format, so only the rectangle is drawn
-  RasterSize,         ///< an image of no size, which is not to be seen, or of one below zero
-  NumberNotFinite,    ///< a NaN or infinite number: left out of the page, null in the migrated model
-  TextRepaired,       ///< control characters, halves of surrogate pairs or invalid UTF-8 became U+FFFD
+  MigrationMessage,      ///< the exact text of one record of the migration's log
+  ViewNotMigrated,       ///< the reader or the migration refused the view, which has no page
+  MetadataDropped,       ///< metadata that the migration has no place for, by the user's own wish
+  PlaneDegenerate,       ///< the view plane's axes span no plane
+  BlankLineSkipped,      ///< a line of blanks only takes no room
+  BlankRunSkipped,       ///< blanks between texts are left out, so that these stand closer
+  TextNoHeight,          ///< text of height 0, which is not drawn
+  TextLowContrast,       ///< text that its background hardly lets see
+  ShapeAsRectangle,      ///< a frame shape that is drawn as a rectangle
+  FontNone,              ///< there is no font at all, so that no text can be drawn
+  FontMetricCompatible,  ///< another family of the same widths is drawn
+  FontSubstituted,       ///< another family is drawn, which is not as wide
+  FontReplaced,          ///< by the user's own wish
+  FontSynthesized,       ///< bold or italic is made up, since the family has no such face
+  GlyphMissing,          ///< a character that no font has, or for which its font draws nothing
+  LeaderHeadUnknown,     ///< a number that stands for no head, so that none is drawn
+  LeaderHeadCollapsed,   ///< a head without a direction, since its leader has no length
+  LeaderLost,            ///< a leader that the migration cannot keep
+  RasterUnavailable,     ///< the raster folder has no such file, or its name leaves the folder
+  RasterUnreadable,      ///< the data are no known image format, so only the rectangle is drawn
+  RasterSize,            ///< an image of no size, which is not to be seen, or of one below zero
+  NumberNotFinite,       ///< a NaN or infinite number: left out of the page, null in the migrated model
+  TextRepaired,          ///< control characters, halves of surrogate pairs or invalid UTF-8 became U+FFFD
   // encoding
   EncodingLoss,   ///< something that the asked stream version cannot hold
   EncodingOrder,  ///< a view's texts were moved in front of its rasters
@@ -137,18 +137,24 @@ enum class FindingCode : std::uint8_t {
   WorkerKilled,   ///< somebody killed it: the system short of memory, or an operator
   WorkerGarbage,  ///< it ended without saying how
   // writing
-  OutputExists,
-  OutputFailed,
+  OutputExists,  ///< a result exists already and is not replaced
+  OutputFailed,  ///< a result cannot be written
 };
 
 /// What is told once about a code.
+/// @code
+/// CatalogueRow const& row = getRow(FindingCode::JsonDuplicateKey);
+/// assert(row.m_text == "json.duplicate-key" && getCodeText(row.m_code) == row.m_text);
+/// std::cout << row.m_title << "\n\n" << row.m_explanation << '\n' << row.m_remedy << '\n';
+/// @endcode
+/// All texts are static.
 struct CatalogueRow {
-  FindingCode m_code;
-  std::string_view m_text;  ///< stable, such as "json.duplicate-key": scripts filter by it
-  FindingClass m_class;
-  Severity m_severity;  ///< unless the finding knows better
-  OptionKey m_option;   ///< that tolerates it, unless the finding knows better; `None` for most
-  std::string_view m_title;
+  FindingCode m_code;              ///< that the row is about
+  std::string_view m_text;         ///< stable, such as "json.duplicate-key": scripts filter by it
+  FindingClass m_class;            ///< from which the exit code follows
+  Severity m_severity;             ///< unless the finding knows better
+  OptionKey m_option;              ///< that tolerates it, unless the finding knows better; `None` for most
+  std::string_view m_title;        ///< one line
   std::string_view m_explanation;  ///< what it means and why it comes
   std::string_view m_remedy;       ///< what to do; without the spelling of an option
 };
@@ -156,10 +162,10 @@ struct CatalogueRow {
 /// All rows, in the order of the codes.
 std::span<CatalogueRow const> getCatalogue() noexcept;
 
-/// The row of a code, for every value of the enumeration.
+/// The row of a code, for every value of the enumeration and no other.
 CatalogueRow const& getRow(FindingCode code) noexcept;
 
-/// Stable text of a code, such as "json.duplicate-key".
+/// Stable text of a code, such as "json.duplicate-key"; "unknown" for a value that is none.
 std::string_view getCodeText(FindingCode code);
 /// "info", "warning" or "error".
 std::string_view getSeverityText(Severity severity);
@@ -171,6 +177,7 @@ bool isLimit(FindingCode code);
 
 /// The exit code of work that ended because of such a finding; `ExitDone` for `Done` and `Look`.
 ExitCode getExitCode(FindingClass findingClass);
+/// The exit code of the class of the code's row.
 inline ExitCode getExitCode(FindingCode code) {
   return getExitCode(getRow(code).m_class);
 }

@@ -12,7 +12,7 @@ enum ExitCode : int {
   ExitOutputFailed = 5,     ///< an output cannot be written
   ExitLimit = 6,            ///< a limit was hit or a worker died
   ExitNothingToDo = 7,      ///< no input, or no view in any of them
-  ExitBug = 70,
+  ExitBug = 70,             ///< the tool itself is at fault
 };
 
 }  // namespace qvToolkit

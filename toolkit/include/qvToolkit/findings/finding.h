@@ -12,22 +12,29 @@ namespace qvToolkit {
 
 /// Where a finding belongs in its input.
 struct SourcePlace {
-  std::optional<std::uint64_t> m_byteOffset;
-  std::optional<std::uint64_t> m_line;    ///< from 1
-  std::optional<std::uint64_t> m_column;  ///< from 1, in bytes
-  std::string m_jsonPointer;              ///< empty when unknown
+  std::optional<std::uint64_t> m_byteOffset;  ///< from 0
+  std::optional<std::uint64_t> m_line;        ///< from 1
+  std::optional<std::uint64_t> m_column;      ///< from 1, in bytes
+  std::string m_jsonPointer;                  ///< empty when unknown
 };
 
 /// One thing that a user should know.
+/// @code
+/// Finding const finding = makeFinding(FindingCode::KeyIgnored, "the key 'heigth' is not read", "view/0");
+/// assert(getHighestSeverity({finding}) == getRow(FindingCode::KeyIgnored).m_severity);
+/// std::cerr << formatFinding("bracket.json", finding) << '\n';
+/// @endcode
+/// What is said of a code always is in its row, what is said here is of this document.
 struct Finding {
-  FindingCode m_code = FindingCode::ReaderMessage;
-  Severity m_severity = Severity::Error;
+  FindingCode m_code = FindingCode::ReaderMessage;  ///< names its row of the catalogue
+  Severity m_severity = Severity::Error;            ///< the row's, unless this case weighs more or less
   std::string m_text;  ///< what was found, what was expected, what to do; raw bytes of the document stay raw
-  std::string m_address;  ///< "view/3/annot/7/sub/0", indices from 0; empty for the whole document
-  SourcePlace m_place;
+  std::string m_address;             ///< "view/3/annot/7/sub/0", indices from 0; empty for the whole document
+  SourcePlace m_place;               ///< empty when it is not known
   std::vector<OptionKey> m_options;  ///< those that tolerate it; empty when none does
 };
 
+/// In the order met, unless said otherwise.
 using Findings = std::vector<Finding>;
 
 /// A finding with the severity and the option of its row. The text says what was found, what was expected and
