@@ -35,7 +35,7 @@ def main():
     lines = shown_includes(reference)
     whole = problem_of(compiler, folders, "\n".join(lines))
     problems = [problem for line in lines if (problem := problem_of(compiler, folders, line))] if whole else []
-    for expected in ["<annotationLegacy/qvAnnotationMigration.h>", "<transform/qvGenericTransformation.h>", "<qvSvg/node.h>"]:
+    for expected in ["<annotationLegacy/qvAnnotationMigration.h>", "<transform/qvGenericTransformation.h>", "<qvToolkit/files/outputSet.h>"]:
         if f"#include {expected}" not in lines:
             problems.append(f"no page shows #include {expected}")
     if not problem_of(compiler, folders, "#include <qvAnnotationMigration.h>"):
