@@ -11,20 +11,6 @@ READING = ("json.", "stream.", "document.", "input.", "text.repaired", "limit.")
 UNKNOWN = -1
 
 
-class Place(tuple):
-    """Code, severity and byte offset of a finding."""
-
-    def __new__(cls, code, severity, offset):
-        return super().__new__(cls, (code, severity, UNKNOWN if offset is None else offset))
-
-    @classmethod
-    def of(cls, finding):
-        return cls(finding["code"], finding["severity"], finding.get("byteOffset"))
-
-    def meets(self, found):
-        return self[:2] == found[:2] and self[2] in (UNKNOWN, found[2])
-
-
 @dataclass
 class Difference:
     """One place where both differ, as a path into the tool's answer."""
@@ -32,6 +18,10 @@ class Difference:
     path: str
     expected: object
     found: object
+
+    def kind(self):
+        """The path without its indices: differences of one kind are likely one fault."""
+        return "/".join(part for part in self.path.split("/") if not part.isdigit())
 
     def __str__(self):
         return f"{self.path}: expected {self.expected!r}, found {self.found!r}"
@@ -53,10 +43,17 @@ def first_difference(document, answer, rules):
 
 def compare_findings(expected, answer):
     """Findings have an order of their own; a place that the oracle does not know is not compared."""
-    found = sorted(map(Place.of, (finding for finding in answer["findings"] if finding["code"].startswith(READING))))
-    expected = sorted(Place(finding.code, finding.severity, finding.offset) for finding in expected)
-    if len(expected) != len(found) or any(not one.meets(other) for one, other in zip(expected, found)):
-        yield Difference("findings", expected, found)
+    found = sorted(
+        (finding["code"], finding["severity"], finding.get("byteOffset", UNKNOWN))
+        for finding in answer["findings"]
+        if finding["code"].startswith(READING)
+    )
+    wanted = sorted((one.code, one.severity, UNKNOWN if one.offset is None else one.offset) for one in expected)
+    same = len(wanted) == len(found) and all(
+        one[:2] == other[:2] and one[2] in (UNKNOWN, other[2]) for one, other in zip(wanted, found)
+    )
+    if not same:
+        yield Difference("findings", wanted, found)
 
 
 def compare(path, expected, found):

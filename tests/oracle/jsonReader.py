@@ -37,7 +37,22 @@ class Text:
 def read_json(data, depth):
     """Reads the text. Raises Broken where it is no readable JSON; more than `depth` levels are none either."""
     reader = _Reader(data, depth)
-    return Text(reader.document(), reader.findings)
+    try:
+        value = reader.document()
+    except Broken as broken:
+        raise Broken(broken.code, min(broken.offset, invalid_encoding(data))) from broken
+    if invalid_encoding(data) < len(data):
+        raise Broken("json.broken", invalid_encoding(data))
+    return Text(value, reader.findings)
+
+
+def invalid_encoding(data):
+    """The first byte that is no UTF-8, or the end of the data."""
+    try:
+        data.decode("utf-8")
+    except UnicodeDecodeError as error:
+        return error.start
+    return len(data)
 
 
 class _Reader:
@@ -53,20 +68,20 @@ class _Reader:
             self.findings.append(("json.byte-order-mark", 0))
             self.at = len(BYTE_ORDER_MARK)
         self.skip_blanks()
-        if self.at == len(self.data):
-            raise Broken("input.unknown-format", self.at)
-        self.check_encoding()
+        start = self.at
+        try:
+            return self.lone_value()
+        except Broken as broken:
+            if self.data[start : start + 1] in (b"{", b"["):
+                raise
+            raise Broken("input.unknown-format", start) from broken
+
+    def lone_value(self):
         value = self.value()
         self.skip_blanks()
         if self.at < len(self.data):
             raise Broken("json.broken", self.at)
         return value
-
-    def check_encoding(self):
-        try:
-            self.data.decode("utf-8")
-        except UnicodeDecodeError as error:
-            raise Broken("json.broken", error.start) from error
 
     def skip_blanks(self):
         self.at = BLANKS.match(self.data, self.at).end()
@@ -168,7 +183,7 @@ class _Reader:
         self.repaired = False
         while True:
             plain = PLAIN.match(self.data, self.at)
-            pieces.append(plain.group().decode("utf-8"))
+            pieces.append(plain.group().decode("utf-8", "replace"))
             self.at = plain.end()
             if self.accept(b'"'):
                 break

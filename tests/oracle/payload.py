@@ -4,6 +4,10 @@ import struct
 from dataclasses import dataclass
 
 
+MOST_SHORT_READS = 5_000
+MOST_PADDING = 100_000
+
+
 class BeyondLimits(Exception):
     """The document announces more than the oracle wants to make."""
 
@@ -15,28 +19,40 @@ class TooManyShortReads(BeyondLimits):
 class TooLong(BeyondLimits):
     """A length or count announced more bytes or records than there is any data for."""
 
+    def __init__(self, announced):
+        super().__init__(f"{announced} more than there are")
+        self.announced = announced
+
 
 class BadMap(Exception):
     """A fault in a variant map, which ends the outermost map."""
 
 
-@dataclass(frozen=True)
-class Limits:
-    """How many short reads an object may have, and how much is made for an announced number alone."""
+@dataclass
+class Budget:
+    """How many short reads a document has left, and how much is made for an announced number alone."""
 
-    short_reads: int = 20_000
-    padding: int = 100_000
+    short_reads: int = MOST_SHORT_READS
+    padding: int = MOST_PADDING
+
+    def miss(self):
+        self.short_reads -= 1
+        if self.short_reads < 0:
+            raise TooManyShortReads
+
+    def pad(self, announced):
+        if announced > self.padding:
+            raise TooLong(announced)
 
 
 class Payload:
     """Reads fields one after the other, and remembers the code and the place of the first fault."""
 
-    def __init__(self, data, offset, limits):
+    def __init__(self, data, offset, budget):
         self.data = data
         self.offset = offset
-        self.limits = limits
+        self.budget = budget
         self.at = 0
-        self.short_reads = 0
         self.fault = None
 
     @property
@@ -62,9 +78,7 @@ class Payload:
     def miss(self):
         self.report("stream.over-read")
         self.at = len(self.data)
-        self.short_reads += 1
-        if self.short_reads > self.limits.short_reads:
-            raise TooManyShortReads
+        self.budget.miss()
 
     def number(self, form, default=0):
         piece = self.take(struct.calcsize(form))
@@ -82,15 +96,10 @@ class Payload:
 
     def text(self, length):
         """A text of the announced length; bytes that are not there are zeros."""
-        self.check_length(length - self.left)
+        self.budget.pad(length - self.left)
         there = self.data[self.at : self.at + length]
         self.take(length)
         return there.ljust(length, b"\0")
-
-    def check_length(self, announced):
-        """What is made for an announced number alone has to be of a size that can be compared."""
-        if announced > self.limits.padding:
-            raise TooLong(announced)
 
     def string(self):
         """A counted string; a length below 1 is the empty string."""

@@ -96,7 +96,7 @@ class RecordReader:
             try:
                 self.record("child", children[-1])
             except UnknownChild:
-                self.payload.check_length(count)
+                self.payload.budget.pad(count)
                 children += [Child(FIRST_ANCHOR) for _ in range(count - len(children))]
                 raise
 

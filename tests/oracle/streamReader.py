@@ -4,7 +4,7 @@ import struct
 from dataclasses import dataclass, field
 
 from model import Document, Finding
-from payload import Limits, Payload
+from payload import Budget, Payload
 from recordReader import RecordReader
 
 MARK = b"qvStream"
@@ -39,16 +39,16 @@ class EndOfData(Exception):
         self.offset = offset
 
 
-def read_document(data, rules, limits=Limits()):
+def read_document(data, rules):
     """Reads the bytes of an object stream to a model.Document. Raises BeyondLimits where it announces too much."""
-    return _StreamReader(data, rules, limits).document()
+    return _StreamReader(data, rules).document()
 
 
 class _StreamReader:
-    def __init__(self, data, rules, limits):
+    def __init__(self, data, rules):
         self.data = data
         self.rules = rules
-        self.limits = limits
+        self.budget = Budget()
         self.at = len(MARK)
         self.version = 0
         self.shown_version = 0
@@ -127,7 +127,7 @@ class _StreamReader:
     def load(self):
         for one in self.objects:
             if one.type is not None:
-                payload = Payload(one.payload, one.payload_offset, self.limits)
+                payload = Payload(one.payload, one.payload_offset, self.budget)
                 self.load_object(one, payload)
                 self.report(payload)
 
