@@ -8,13 +8,15 @@ import re
 from dataclasses import dataclass, field
 
 BLANKS = re.compile(rb"[ \t\n\r]*")
-NUMBER = re.compile(rb"-?(0|[1-9][0-9]*)(\.[0-9]+)?([eE][+-]?[0-9]+)?")
 PLAIN = re.compile(rb'[^"\\\x00-\x1f]*')
+FIRST = re.compile(rb'[{["0-9tfn-]')
+DIGITS = re.compile(rb"[0-9]*")
 WORD = re.compile(rb"[-+.0-9A-Za-z_]*")
 ESCAPES = {b'"': '"', b"\\": "\\", b"/": "/", b"b": "\b", b"f": "\f", b"n": "\n", b"r": "\r", b"t": "\t"}
 CONSTANTS = {b"true": True, b"false": False, b"null": None}
 BYTE_ORDER_MARK = b"\xef\xbb\xbf"
 INTEGERS = range(-(2**63), 2**63)
+LONGEST_INTEGER = 20
 
 
 class Broken(Exception):
@@ -72,7 +74,7 @@ class _Reader:
         try:
             return self.lone_value()
         except Broken as broken:
-            if self.data[start : start + 1] in (b"{", b"["):
+            if FIRST.match(self.data, start):
                 raise
             raise Broken("input.unknown-format", start) from broken
 
@@ -105,11 +107,13 @@ class _Reader:
             return self.nested(self.list)
         if first == b'"':
             return self.string()
+        if first in b"-0123456789" and first:
+            return self.number()
         word = WORD.match(self.data, self.at).group()
-        if word in CONSTANTS:
-            self.at += len(word)
-            return CONSTANTS[word]
-        return self.number(word)
+        if word not in CONSTANTS:
+            raise Broken("json.broken", self.at)
+        self.at += len(word)
+        return CONSTANTS[word]
 
     def nested(self, read):
         if self.left == 0:
@@ -155,17 +159,33 @@ class _Reader:
                 return values
             self.expect(b",")
 
-    def number(self, word):
-        match = NUMBER.fullmatch(word)
-        if not match:
-            raise Broken("json.broken", self.at)
+    def number(self):
         place = self.at
-        self.at += len(word)
-        if match.group(2) or match.group(3):
-            return self.real(word, place)
-        integer = int(word)
-        if integer in INTEGERS:
-            return integer
+        self.accept(b"-")
+        whole = self.at
+        self.digits()
+        if self.data[whole : whole + 1] == b"0" and self.at > whole + 1:
+            raise Broken("json.broken", whole)
+        fraction = self.accept(b".")
+        if fraction:
+            self.digits()
+        exponent = self.accept(b"e") or self.accept(b"E")
+        if exponent:
+            self.accept(b"+") or self.accept(b"-")
+            self.digits()
+        word = self.data[place : self.at]
+        return self.real(word, place) if fraction or exponent else self.integer(word, place)
+
+    def digits(self):
+        """One or more digits."""
+        end = DIGITS.match(self.data, self.at).end()
+        if end == self.at:
+            raise Broken("json.broken", self.at)
+        self.at = end
+
+    def integer(self, word, place):
+        if len(word) <= LONGEST_INTEGER and int(word) in INTEGERS:
+            return int(word)
         self.findings.append(("json.big-integer", place))
         return self.real(word, place)
 
@@ -200,7 +220,7 @@ class _Reader:
         if letter in ESCAPES:
             return ESCAPES[letter]
         if letter != b"u":
-            raise Broken("json.broken", self.at - 2)
+            raise Broken("json.broken", self.at - 2 if letter else self.at - 1)
         return self.unicode(self.at - 2)
 
     def unicode(self, place):

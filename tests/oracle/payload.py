@@ -94,14 +94,14 @@ class Payload:
     def count(self):
         return self.number("<I")
 
-    def text(self, length):
-        """A text of the announced length; bytes that are not there are zeros."""
+    def text(self, length, default=b""):
+        """A text of the announced length; for bytes that are not there stand those of the default, then zeros."""
         self.budget.pad(length - self.left)
         there = self.data[self.at : self.at + length]
         self.take(length)
-        return there.ljust(length, b"\0")
+        return (there + default[len(there) : length]).ljust(length, b"\0")
 
-    def string(self):
+    def string(self, default=b""):
         """A counted string; a length below 1 is the empty string."""
         length = self.number("<i")
-        return self.text(length) if length > 0 else b""
+        return self.text(length, default) if length > 0 else b""

@@ -39,7 +39,7 @@ class RecordReader:
                 getattr(self, "read_" + field.how)(field.target, record)
 
     def read_string(self, target, record):
-        setattr(record, target, self.payload.string())
+        setattr(record, target, self.payload.string(getattr(record, target)))
 
     def read_byte(self, target, record):
         setattr(record, target, self.payload.byte(getattr(record, target)))

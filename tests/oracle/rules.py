@@ -22,7 +22,7 @@ class Row:
     key: str
     how: str
     target: str
-    since: str = "variantForm"
+    since: str = ""
     until: str = ""
     wrong: str = ""
     absent: str = ""

@@ -11,6 +11,7 @@ from concurrent.futures import ProcessPoolExecutor
 from pathlib import Path
 
 from documents import Source, corpus_folder, real_documents
+from edges import edge_documents
 from rules import Rules
 from shrink import shrink
 from trial import trial
@@ -20,8 +21,8 @@ DEEPEST_RECURSION = 20_000
 MOST_BYTES_SHOWN = 1500
 
 
-def arguments():
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+def arguments(description):
+    parser = argparse.ArgumentParser(description=description, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--tool", required=True, help="the program qvannot")
     parser.add_argument("--examples", required=True, type=Path, help="folder of the example documents")
     parser.add_argument("--documents", type=int, default=2000, help="how many random and damaged documents")
@@ -39,10 +40,10 @@ def all_real(examples):
 
 
 def run_batch(tool, seed, real, numbers):
-    """The outcomes that differ, and how many documents were compared; `numbers` None stands for the real ones."""
+    """The outcomes that differ, and how many documents were compared; `numbers` None stands for the fixed ones."""
     sys.setrecursionlimit(DEEPEST_RECURSION)
     source = Source(seed, real)
-    documents = real if numbers is None else [source.document(number) for number in numbers]
+    documents = [*edge_documents(), *real] if numbers is None else [source.document(number) for number in numbers]
     outcomes = trial(tool, documents, Rules())
     return [outcome for outcome in outcomes if outcome.difference], len(outcomes)
 
@@ -79,7 +80,7 @@ def shown(outcome):
 
 def main():
     sys.setrecursionlimit(DEEPEST_RECURSION)
-    options = arguments()
+    options = arguments(__doc__)
     outcomes, compared = run(options, all_real(options.examples))
     report(outcomes, options)
     print(f"{compared} documents compared, {len(outcomes)} differ")
