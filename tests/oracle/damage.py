@@ -131,14 +131,11 @@ def put(entries, index, value):
 
 
 def containers(root):
-    """All maps and lists of a value, itself included."""
-    found = []
-    ahead = [root]
-    while ahead:
-        value = ahead.pop()
-        if isinstance(value, (Map, list)):
-            found.append(value)
-            ahead += [get(slots(value), index) for index in range(len(slots(value)))]
+    """All maps and lists of a value, itself included, each before what it holds."""
+    found = [root] if isinstance(root, (Map, list)) else []
+    for holder in found:
+        inner = (get(slots(holder), index) for index in range(len(slots(holder))))
+        found += [value for value in inner if isinstance(value, (Map, list))]
     return found
 
 

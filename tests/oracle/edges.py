@@ -175,11 +175,11 @@ def wrong_maps(sound):
 
 
 def wrong_annotations(annotations):
-    whole = [one | {"children": one["children"][:2], "leaders": one["leaders"][:1]} for one in annotations if one["name"] == "full"]
-    wrong = [one | {key: odd} for one in whole for key in one for odd in ODD_VALUES]
+    keys = [(one["type"], key) for one in annotations if one["name"] == "full" for key in one]
+    wrong = [{"type": kind, key: odd} for kind, key in keys for odd in ODD_VALUES]
     several = {"color": 0, "leaders": 0, "measures": 0, "defaulttextprop": 0, "lines": [0, [0]], "sizeem": 0}
     unsound = {"children": [{"type": "text", "color": "child"}, {"type": "odd"}]}
-    both = [one | several | unsound for one in whole] + [one | {"position": 0, "color": 0} for one in whole]
+    both = [{"type": kind} | several | unsound for kind in ("text", "raster")] + [{"type": "text", "position": 0, "color": 0}]
     return [0, *wrong, *both, *wrong_elements()]
 
 

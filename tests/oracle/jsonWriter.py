@@ -21,16 +21,16 @@ class Map:
     entries: list
 
 
-def write_json(value, random):
-    """The text of a value; how strings are escaped and where blanks stand is left to the dice."""
+def write_json(value, random=None):
+    """The text of a value; how strings are escaped and where blanks stand is left to the dice, plain without any."""
     return _Writer(random).value(value)
 
 
 class _Writer:
     def __init__(self, random):
         self.random = random
-        self.airy = random.random() < 0.3
-        self.escaping = random.choice((0, 0, 0.05, 1))
+        self.airy = random is not None and random.random() < 0.3
+        self.escaping = 0 if random is None else random.choice((0, 0, 0.05, 1))
 
     def value(self, value):
         if isinstance(value, Literal):
@@ -60,7 +60,7 @@ class _Writer:
         return PLAIN_ESCAPES.get(character, character)
 
     def escape(self, character, code):
-        if character in PLAIN_ESCAPES and self.random.random() < 0.5:
+        if character in PLAIN_ESCAPES and (self.random is None or self.random.random() < 0.5):
             return PLAIN_ESCAPES[character]
         if code > 0xFFFF:
             code -= 0x10000

@@ -1,6 +1,6 @@
 """Compares `qvannot inspect --json --full` with the oracle over real, random and damaged documents.
 
-Usage: runOracle.py --tool QVANNOT --examples FOLDER [--documents N] [--seed SEED] [--jobs N] [--keep FOLDER]
+Usage: runOracle.py --tool QVANNOT --examples FOLDER [--documents N] [--seed SEED] [--jobs N] [--keep FOLDER] [--alter NAME]
 
 Every difference is a fault: of the tool, of the oracle, or of docs/formats, which is all that the oracle was written from.
 """
@@ -10,6 +10,7 @@ import sys
 from concurrent.futures import ProcessPoolExecutor
 from pathlib import Path
 
+from alterations import alterations
 from documents import Source, corpus_folder, real_documents
 from edges import edge_documents
 from rules import Rules
@@ -29,6 +30,7 @@ def arguments(description):
     parser.add_argument("--seed", default="1", help="another seed makes other documents")
     parser.add_argument("--jobs", type=int, default=2, help="processes that work side by side")
     parser.add_argument("--keep", type=Path, help="folder for the documents that differ")
+    parser.add_argument("--alter", default="", help="an alteration of the oracle's tables, to see what a difference looks like")
     return parser.parse_args()
 
 
@@ -39,19 +41,23 @@ def all_real(examples):
     return real_documents([examples, examples / "binary"] + ([corpus] if corpus else []))
 
 
-def run_batch(tool, seed, real, numbers):
+def rules_of(options):
+    return dict(alterations())[options.alter] if options.alter else Rules()
+
+
+def run_batch(options, real, numbers):
     """The outcomes that differ, and how many documents were compared; `numbers` None stands for the fixed ones."""
     sys.setrecursionlimit(DEEPEST_RECURSION)
-    source = Source(seed, real)
+    source = Source(options.seed, real)
     documents = [*edge_documents(), *real] if numbers is None else [source.document(number) for number in numbers]
-    outcomes = trial(tool, documents, Rules())
+    outcomes = trial(options.tool, documents, rules_of(options))
     return [outcome for outcome in outcomes if outcome.difference], len(outcomes)
 
 
 def run(options, real):
     batches = [None] + [range(at, min(at + BATCH, options.documents)) for at in range(0, options.documents, BATCH)]
     with ProcessPoolExecutor(options.jobs) as pool:
-        work = [pool.submit(run_batch, options.tool, options.seed, real, numbers) for numbers in batches]
+        work = [pool.submit(run_batch, options, real, numbers) for numbers in batches]
         results = [one.result() for one in work]
     return [outcome for differing, _ in results for outcome in differing], sum(count for _, count in results)
 
@@ -63,7 +69,7 @@ def report(outcomes, options):
         smallest.setdefault(outcome.difference.kind(), outcome)
     for outcome in smallest.values():
         print(f"\n{outcome.name} (seed {options.seed}): {outcome.difference}")
-        small = shrink(options.tool, outcome, Rules())
+        small = shrink(options.tool, outcome, rules_of(options))
         if small is not outcome:
             print(f"smaller, with {small.difference}")
         print(shown(small))

@@ -4,10 +4,10 @@ import json
 
 from damage import containers, parse_tree, slots
 from jsonWriter import write_json
-from random import Random
 from trial import trial
 
 MOST_ROUNDS = 60
+MOST_CANDIDATES = 8
 
 
 def shrink(tool, outcome, rules):
@@ -25,28 +25,30 @@ def shrink(tool, outcome, rules):
 
 
 def next_smaller(tool, outcome, rules):
-    """The smallest of the documents with one value less that differ in the same way, None where there is none."""
-    documents = [(outcome.name, data) for data in candidates(outcome.data)]
-    same = [
-        one
-        for one in (trial(tool, documents, rules) if documents else [])
-        if one.difference and one.difference.kind() == outcome.difference.kind()
-    ]
-    return min(same, key=lambda one: len(one.data), default=None)
+    """The smallest candidate that differs in the same way, None where there is none."""
+    kind = outcome.difference.kind()
+    cuts = list(all_cuts(parse_tree(outcome.data)))
+    for at in range(0, len(cuts), MOST_CANDIDATES):
+        documents = [(outcome.name, without(outcome.data, cut)) for cut in cuts[at : at + MOST_CANDIDATES]]
+        same = [one for one in trial(tool, documents, rules) if one.difference and one.difference.kind() == kind]
+        if same:
+            return min(same, key=lambda one: len(one.data))
+    return None
 
 
-def candidates(data):
-    """The document without one value, for each of its values."""
-    count = sum(len(slots(holder)) for holder in containers(parse_tree(data)))
-    for number in range(count):
-        root = parse_tree(data)
-        drop(root, number)
-        yield write_json(root, Random(0)).encode("utf-8")
+def all_cuts(root):
+    """What may be dropped, the most promising first, as (number of the container, first slot, slot behind the last)."""
+    for number, holder in enumerate(containers(root)):
+        count = len(slots(holder))
+        if count > 3:
+            yield number, 0, count // 2
+            yield number, count // 2, count
+    for number, holder in enumerate(containers(root)):
+        yield from ((number, at, at + 1) for at in range(len(slots(holder))))
 
 
-def drop(root, number):
-    for holder in containers(root):
-        if number < len(slots(holder)):
-            del slots(holder)[number]
-            return
-        number -= len(slots(holder))
+def without(data, cut):
+    number, start, end = cut
+    root = parse_tree(data)
+    del slots(containers(root)[number])[start:end]
+    return write_json(root).encode("utf-8")
