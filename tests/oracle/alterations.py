@@ -1,6 +1,7 @@
 """Every way in which a single entry of the rules can be wrong, each as (name, rules with that entry altered)."""
 
 import copy
+import functools
 from dataclasses import fields
 
 from rules import Field, Row, Rules
@@ -75,9 +76,8 @@ def altered_rows(name, key, rows):
         if index + 1 < len(rows):
             yield f"{place} later", changed(lambda rules, index=index: swap(row_list(rules), index))
         for attribute, value in altered_attributes(row):
-            yield f"{place} {attribute}", changed(
-                lambda rules, index=index, attribute=attribute, value=value: setattr(row_list(rules)[index], attribute, value)
-            )
+            change = functools.partial(set_attribute, row_list, index, attribute, value)
+            yield f"{place} {attribute}", changed(change)
 
 
 def altered_attributes(row):
@@ -96,6 +96,10 @@ def changed(change):
     rules = copy.deepcopy(Rules())
     change(rules)
     return rules
+
+
+def set_attribute(row_list, index, attribute, value, rules):
+    setattr(row_list(rules)[index], attribute, value)
 
 
 def put(rules, name, key, value):

@@ -6,7 +6,8 @@ import struct
 from jsonWriter import Literal, Map
 
 TELLING_NUMBERS = (0, 1, 2, 4, 5, 10, 11, 100, 255, 256, 257, 65535, 65536, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF)
-JSON_PIECES = (b"{", b"}", b"[", b"]", b",", b":", b'"', b"\\", b"\0", b"\xff", b"e", b".", b"-", b"0", b"tru", b"null", b"\\ud800", b" ", b"/**/")
+TELLING_BYTES = (0, 1, 2, 3, 10, 11, 16, 0x7F, 0x80, 0xFF)
+JSON_PIECES = rb"""{ } [ ] , : " \ \ud800 e . - 0 tru null /**/""".split() + [b" ", b"\0", b"\xff"]
 
 
 class Damage:
@@ -35,7 +36,7 @@ class Damage:
         return self.change(data, lambda byte: byte ^ 1 << self.random.randrange(8))
 
     def overwrite(self, data):
-        return self.change(data, lambda _: self.random.choice((0, 1, 2, 3, 10, 11, 16, 0x7F, 0x80, 0xFF, self.random.randrange(256))))
+        return self.change(data, lambda _: self.random.choice((*TELLING_BYTES, self.random.randrange(256))))
 
     def change(self, data, altered):
         if not data:
@@ -54,8 +55,8 @@ class Damage:
 
     def insert(self, data):
         at = self.place(data)
-        piece = self.random.choice(JSON_PIECES) if self.random.random() < 0.5 else self.random.randbytes(self.random.randint(1, 9))
-        return data[:at] + piece + data[at:]
+        noise = self.random.randbytes(self.random.randint(1, 9))
+        return data[:at] + self.random.choice((noise, self.random.choice(JSON_PIECES))) + data[at:]
 
     def inflate(self, data):
         """Raises or lowers a number that stands where a count may stand, or puts a telling one there."""
@@ -63,8 +64,9 @@ class Damage:
         if not small:
             return self.flip(data)
         at = self.random.choice(small)
-        telling = self.random.random() < 0.3
-        number = self.random.choice(TELLING_NUMBERS) if telling else max(0, data[at] + self.random.choice((-2, -1, 1, 2, 20)))
+        number = max(0, data[at] + self.random.choice((-2, -1, 1, 2, 20)))
+        if self.random.random() < 0.3:
+            number = self.random.choice(TELLING_NUMBERS)
         return data[:at] + struct.pack("<I", number) + data[at + 4 :]
 
     def splice(self, data, other):
@@ -80,8 +82,8 @@ class Damage:
         return root
 
     def change_slot(self, holder, root, anything):
-        kind = self.random.choice((self.replace, self.replace, self.drop, self.double, self.swap, self.wrap, self.move, self.rename))
-        kind(slots(holder), self.random.randrange(len(slots(holder))), root, anything)
+        kinds = (self.replace, self.replace, self.drop, self.double, self.swap, self.wrap, self.move, self.rename)
+        self.random.choice(kinds)(slots(holder), self.random.randrange(len(slots(holder))), root, anything)
 
     def replace(self, entries, index, _root, anything):
         put(entries, index, anything())
@@ -108,8 +110,9 @@ class Damage:
 
     def move(self, entries, index, root, _):
         """Another value of the document in place of this one; never one that holds it, since that would have no end."""
-        leaves = [get(slots(holder), at) for holder in containers(root) for at in range(len(slots(holder)))]
-        put(entries, index, self.random.choice([leaf for leaf in leaves if not isinstance(leaf, (Map, list))] or [None]))
+        values = [get(slots(holder), at) for holder in containers(root) for at in range(len(slots(holder)))]
+        leaves = [value for value in values if not isinstance(value, (Map, list))]
+        put(entries, index, self.random.choice(leaves or [None]))
 
     def rename(self, entries, index, root, _):
         if isinstance(entries[index], tuple):

@@ -35,16 +35,23 @@ def stream_edges():
         view = View(annotations=[Annotation(lines=[[Run(b"x" * length)]])])
         yield f"edge-run-{length}.qvs", stream(0x60010, view)
     for length in (RULES.longest_type_name, RULES.longest_type_name + 1):
-        objects = [entry(1, b"t" * length, b"other"), entry(2, VIEW_TYPE, RecordWriter(0x6001B, RULES).view(View()))]
+        objects = [entry(1, b"t" * length, b"other"), entry(2, VIEW_TYPE, plain_view(0x6001B))]
         yield f"edge-type-{length}.qvs", container(0x6001B, objects)
+    for count in (RULES.most_problems, RULES.most_problems + 1):
+        others = [entry(number, b"other", b"") for number in range(1, count)]
+        yield f"edge-problems-{count}.qvs", container(0x6001B, [*others, entry(0, VIEW_TYPE, plain_view(0x6001B))])
 
 
 def stream(version, view):
     """One view between two lists of either spelling, and a view that no list names."""
     payload = RecordWriter(version, RULES).view(view)
     lists = [entry(number, name, metadata_payload([2])) for number, name in enumerate(LIST_TYPES, 3)]
-    plain = entry(5, VIEW_TYPE, RecordWriter(version, RULES).view(View(name=b"plain")))
+    plain = entry(5, VIEW_TYPE, plain_view(version))
     return container(version, [lists[0], plain, entry(2, VIEW_TYPE, payload), lists[1]])
+
+
+def plain_view(version):
+    return RecordWriter(version, RULES).view(View(name=b"plain"))
 
 
 def nested(depth):
@@ -80,7 +87,10 @@ def full_annotation(kind):
         children=[Child(place, Annotation(RASTER if place % 2 else TEXT, name=b"in")) for place in places] + [Child(1)],
         metadata={b"key": b"value"},
         properties=Properties(b"Font", 123, 3),
-        lines=[[Run(b"a", number) for number in range(len(RULES.run_types) + 1)], [Run(b"b", 0, Properties(b"G", 2, 1))]],
+        lines=[
+            [Run(b"a", number) for number in range(len(RULES.run_types) + 1)],
+            [Run(b"b", 0, Properties(b"G", 2, 1))],
+        ],
         raster_name=b"image",
         size=(TWO, THREE),
     )
@@ -179,8 +189,8 @@ def wrong_annotations(annotations):
     wrong = [{"type": kind, key: odd} for kind, key in keys for odd in ODD_VALUES]
     several = {"color": 0, "leaders": 0, "measures": 0, "defaulttextprop": 0, "lines": [0, [0]], "sizeem": 0}
     unsound = {"children": [{"type": "text", "color": "child"}, {"type": "odd"}]}
-    both = [{"type": kind} | several | unsound for kind in ("text", "raster")] + [{"type": "text", "position": 0, "color": 0}]
-    return [0, *wrong, *both, *wrong_elements()]
+    both = [{"type": kind} | several | unsound for kind in ("text", "raster")]
+    return [0, *wrong, *both, {"type": "text", "position": 0, "color": 0, "leaders": 0}, *wrong_elements()]
 
 
 def wrong_elements():
@@ -188,6 +198,7 @@ def wrong_elements():
     measures = [{key: point for key in keys} for keys in ("AB", "AV", "BV", "ABV")]
     measures += [{"A": point, "B": point, "V": point, key: 0} for key in ("A", "B", "V", "arrowdir")]
     children = [{"type": "text", "anchorloc": place} for place in (1, "rb", "rt")]
-    for key, element in (("leaders", 0), *(("measures", one) for one in measures), *(("children", one) for one in children)):
-        yield {"type": "text", key: [element]}
+    yield {"type": "text", "leaders": [0]}
+    yield from ({"type": "text", "measures": [measure]} for measure in measures)
+    yield from ({"type": "text", "children": [child]} for child in children)
     yield {"type": "text", "childs": children}

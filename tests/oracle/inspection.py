@@ -153,7 +153,9 @@ class Teller:
 
     def leader(self, leader):
         return told(
-            ("position", Singles(leader.position)), ("head", leader.head), ("headName", name_of(self.rules.heads, leader.head))
+            ("position", Singles(leader.position)),
+            ("head", leader.head),
+            ("headName", name_of(self.rules.heads, leader.head)),
         )
 
     def measure(self, measure):
@@ -195,7 +197,15 @@ class Teller:
         )
 
 
-KIND_NAMES = {type(None): "null", int: "integer", float: "real", bytes: "string", bool: "bool", dict: "map", list: "list"}
+KIND_NAMES = {
+    type(None): "null",
+    int: "integer",
+    float: "real",
+    bytes: "string",
+    bool: "bool",
+    dict: "map",
+    list: "list",
+}
 
 
 def tell_map(entries):

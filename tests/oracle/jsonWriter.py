@@ -36,13 +36,15 @@ class _Writer:
         if isinstance(value, Literal):
             return value.text
         if isinstance(value, Map):
-            members = (f"{self.string(key)}{self.blank()}:{self.blank()}{self.value(content)}" for key, content in value.entries)
-            return "{" + self.joined(members) + "}"
+            return "{" + self.joined(self.member(*entry) for entry in value.entries) + "}"
         if isinstance(value, list):
             return "[" + self.joined(map(self.value, value)) + "]"
         if isinstance(value, str):
             return self.string(value)
         return CONSTANTS[value] if value is None or isinstance(value, bool) else repr(value)
+
+    def member(self, key, value):
+        return f"{self.string(key)}{self.blank()}:{self.blank()}{self.value(value)}"
 
     def joined(self, pieces):
         return self.blank() + ",".join(f"{self.blank()}{piece}{self.blank()}" for piece in pieces)

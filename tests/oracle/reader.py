@@ -5,6 +5,6 @@ import variantReader
 
 
 def read(data, rules):
-    """Reads the bytes of a document to a model.Document. Raises BeyondLimits where an object stream announces too much."""
+    """Reads the bytes of a document to a model.Document. Raises BeyondLimits where a stream announces too much."""
     encoding = streamReader if data.startswith(streamReader.MARK) else variantReader
     return encoding.read_document(data, rules)

@@ -1,7 +1,7 @@
-"""The closed sets of both encodings, copied from docs/formats: names, numbers, versions, keys, layouts, messages, defaults.
+"""The closed sets of both encodings, copied from docs/formats: names, numbers, versions, keys, layouts and messages.
 
 Readers look everything up in one `Rules`, so that the self-test can alter a single entry and ask whether a run notices.
-Nothing that generates documents reads this file: an altered table must not change what is read with it.
+What makes documents takes the sound rules, so an altered table never changes what is read with it.
 """
 
 from dataclasses import dataclass, field
@@ -247,6 +247,7 @@ class Rules:
     highest: int = 0x6FFFF
     deepest_map: int = 64
     longest_type_name: int = 256
+    most_problems: int = 999
 
     def has(self, version_number, since="", until=""):
         """Whether a field of these gates is in a version."""

@@ -1,8 +1,10 @@
 """Compares `qvannot inspect --json --full` with the oracle over real, random and damaged documents.
 
-Usage: runOracle.py --tool QVANNOT --examples FOLDER [--documents N] [--seed SEED] [--jobs N] [--keep FOLDER] [--alter NAME]
+Usage: runOracle.py --tool QVANNOT --examples FOLDER [--documents N] [--seed SEED] [--jobs N] [--keep FOLDER]
+           [--alter NAME]
 
-Every difference is a fault: of the tool, of the oracle, or of docs/formats, which is all that the oracle was written from.
+Every difference is a fault: of the tool, of the oracle, or of docs/formats, which is all that the oracle was written
+from.
 """
 
 import argparse
@@ -30,7 +32,7 @@ def arguments(description):
     parser.add_argument("--seed", default="1", help="another seed makes other documents")
     parser.add_argument("--jobs", type=int, default=2, help="processes that work side by side")
     parser.add_argument("--keep", type=Path, help="folder for the documents that differ")
-    parser.add_argument("--alter", default="", help="an alteration of the oracle's tables, to see what a difference looks like")
+    parser.add_argument("--alter", default="", help="an alteration of the tables, to see a difference")
     return parser.parse_args()
 
 

@@ -1,4 +1,4 @@
-"""Proves that the oracle can fail: with any single entry of its rules altered, some document differs from the tool's answer.
+"""Proves that the oracle can fail: with any entry of its rules altered, some document differs from the tool's answer.
 
 Usage: selfTest.py --tool QVANNOT --examples FOLDER [--documents N] [--seed SEED] [--jobs N]
 

@@ -1,7 +1,5 @@
 """Makes object streams: sound ones of every version, and ones with odd containers, links, numbers and texts."""
 
-import struct
-
 from model import RASTER, TEXT, Annotation, Child, Leader, Measure, Properties, Run, View
 from rules import Rules
 from singles import double_of_bits, single_bits
@@ -10,16 +8,17 @@ from streamWriter import RecordWriter, container, entry, metadata_payload
 RULES = Rules()
 VIEW_TYPE = b"qvCore.qvAnnotationView"
 LIST_TYPES = (b"qvCore.qvAnnotationMetadata", b"qvCore.qvAnnotationMetaData")
-OTHER_TYPES = (b"", b"qvCore.qvModel", b"qvCore.qvAnnotationview", b"qvCore.qvAnnotationView\0", b"x" * 256, b"x" * 257, b"\xff")
+OTHER_TYPES = (b"", b"qvCore.qvModel", VIEW_TYPE.lower(), VIEW_TYPE + b"\0", b"x" * 256, b"x" * 257, b"\xff")
 MINORS = list(range(13, 29)) + [13, 14, 15, 16, 17, 21, 22, 22, 26, 27, 27, 27]
 ODD_VERSIONS = (0, 0x60000, 0x6000C, 0x5FFFF, 0x6FFFF, 0x70000, 0x6001C, 0x60100, 0xFFFFFFFF)
-ODD_SINGLES = (0x7FC00000, 0xFFC00001, 0x7F800001, 0x7F800000, 0xFF800000, 0x80000000, 1, 0x80000001, 0x007FFFFF, 0x00800000,
-    0x7F7FFFFF, 0xFF7FFFFF, 0x3DCCCCCD, 0x4B800001)
-ODD_DOUBLES = (0x7FF8000000000000, 0x7FF0000000000000, 0xFFF0000000000000, 0xFFF8000000000001, 0x8000000000000000, 1, 0x000FFFFFFFFFFFFF,
-    0x7FEFFFFFFFFFFFFF, 0x3FB999999999999A, 0x444B1AE4D6E2EF50)
+ODD_SINGLES = [int(bits, 16) for bits in """7fc00000 ffc00001 7f800001 7f800000 ff800000 80000000 00000001 80000001
+    007fffff 00800000 7f7fffff ff7fffff 3dcccccd 4b800001""".split()]
+ODD_DOUBLES = [int(bits, 16) for bits in """7ff8000000000000 7ff0000000000000 fff0000000000000 fff8000000000001
+    8000000000000000 0000000000000001 000fffffffffffff 7fefffffffffffff 3fb999999999999a 444b1ae4d6e2ef50""".split()]
 PIECES = [b"a", b"B", b"7", b" ", b".", "é".encode(), "⌀".encode(), "\U0001F600".encode(), b'"', b"\\", b"<", b"/"]
-ODD_PIECES = [b"\0", b"\n", b"\r", b"\x01", b"\x1f", b"\x7f", b"\x80", b"\xff", b"\xc3", b"\xe2\x8c", b"\xf0\x9f\x98", b"\xed\xa0\x80", b"\xc0\xaf",
-    "\ufffe".encode(), "\uffff".encode(), "\ufffd".encode()]
+CUT_PIECES = [b"\x80", b"\xff", b"\xc3", b"\xe2\x8c", b"\xf0\x9f\x98", b"\xed\xa0\x80", b"\xc0\xaf"]
+ODD_PIECES = CUT_PIECES + [character.encode() for character in "\0\n\r\x01\x1f\x7f\ufffe\uffff\ufffd"]
+
 
 
 class StreamDocuments:
@@ -38,11 +37,14 @@ class StreamDocuments:
         writer = RecordWriter(min(version, RULES.newest), RULES)
         objects = self.objects(writer)
         count = len(objects) + self.random.choice((-1, 1, 1000)) if self.odd() and objects else None
-        behind = self.random.randbytes(self.random.randint(1, 20)) if self.odd() else b""
+        behind = self.noise(20) if self.odd() else b""
         return container(version, objects, count) + behind
 
     def odd(self):
         return self.random.random() < self.oddness
+
+    def noise(self, most):
+        return self.random.randbytes(self.random.randint(0, most))
 
     # The container
 
@@ -53,7 +55,7 @@ class StreamDocuments:
         for _ in range(self.random.choice((0, 1, 1, 1, 2))):
             objects.append((ids.pop(), self.random.choice(LIST_TYPES), self.list(ids[:views])))
         if self.odd():
-            objects.append((ids.pop(), self.random.choice(OTHER_TYPES), self.random.randbytes(self.random.randint(0, 40))))
+            objects.append((ids.pop(), self.random.choice(OTHER_TYPES), self.noise(40)))
         if self.random.random() < 0.3:
             self.random.shuffle(objects)
         return [self.entry(*one) for one in objects]
@@ -62,7 +64,7 @@ class StreamDocuments:
         if self.odd():
             identifier = self.random.choice((0, 1, 2, 0xFFFFFFFF))
         if self.odd():
-            payload = payload[: self.random.randint(0, len(payload))] + self.random.randbytes(self.random.choice((0, 1, 9)))
+            payload = payload[: self.random.randint(0, len(payload))] + self.noise(9)
         size = max(0, len(payload) + self.random.randint(-5, 5)) if self.odd() else None
         return entry(identifier, type_name, payload, size)
 
@@ -123,7 +125,14 @@ class StreamDocuments:
 
     def view(self):
         annotations = self.some(lambda: self.annotation(TEXT)) + self.some(lambda: self.annotation(RASTER), 2)
-        return View(name=self.text(), origin=self.point(), normal=self.point(), axis=self.point(), metadata=self.map(), annotations=annotations)
+        return View(
+            name=self.text(),
+            origin=self.point(),
+            normal=self.point(),
+            axis=self.point(),
+            metadata=self.map(),
+            annotations=annotations,
+        )
 
     def annotation(self, kind, depth=0):
         self.room -= 1
@@ -145,7 +154,9 @@ class StreamDocuments:
         return annotation
 
     def style(self):
-        return self.random.randrange(256) if self.odd() else self.number(RULES.frames) % 16 | self.random.choice((0, 0, 32, 64, 128, 224))
+        if self.odd():
+            return self.random.randrange(256)
+        return self.random.randrange(len(RULES.frames)) | self.random.choice((0, 0, 32, 64, 128, 224))
 
     def children(self, depth):
         return self.some(lambda: self.child(depth + 1)) if self.room > 0 and depth < 6 else []

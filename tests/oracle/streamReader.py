@@ -1,4 +1,4 @@
-"""Reads an object stream, as docs/formats/object-stream.md tells it: the container, its links and the order of its views."""
+"""Reads an object stream, as docs/formats/object-stream.md tells it: container, links and the order of the views."""
 
 import struct
 from dataclasses import dataclass, field
@@ -8,6 +8,8 @@ from payload import Budget, Payload
 from recordReader import RecordReader
 
 MARK = b"qvStream"
+UNLISTED = "stream.unlisted-view"
+SEVERITIES = ("error", "warning", "info")
 
 
 @dataclass
@@ -65,9 +67,19 @@ class _StreamReader:
             self.find("stream.broken", "error", end.offset)
         self.load()
         self.result.views = [one.view for one in self.ordered_views()]
+        self.cut_findings()
         if not self.result.views:
             self.conclude_empty()
         return self.result
+
+    def cut_findings(self):
+        """Beyond a number of problems one finding stands for the others; views that are not listed are no problems."""
+        problems = [one for one in self.result.findings if one.code != UNLISTED]
+        more = problems[self.rules.most_problems :]
+        if more:
+            worst = min((one.severity for one in more), key=SEVERITIES.index)
+            self.result.findings = [one for one in self.result.findings if one not in more]
+            self.find("stream.more", worst)
 
     def conclude_empty(self):
         """Without any view an error makes the document unreadable."""
@@ -160,7 +172,7 @@ class _StreamReader:
             self.follow_links(one.links, listed)
         others = [one for one in self.objects if one.view and one not in listed]
         for other in others if lists else []:
-            self.find("stream.unlisted-view", "info", other.payload_offset)
+            self.find(UNLISTED, "info", other.payload_offset)
         return listed + others
 
     def follow_links(self, links, listed):

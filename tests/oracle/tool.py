@@ -9,7 +9,12 @@ from payload import MOST_SHORT_READS
 
 # In one process, with the limits that the oracle knows, and a bound on what a document announces.
 MOST_MEMORY = 64 << 20
-LIMITS = {"--limits": "none", "--max-json-depth": 1000, "--max-failed-reads": MOST_SHORT_READS, "--max-memory": MOST_MEMORY}
+LIMITS = {
+    "--limits": "none",
+    "--max-json-depth": 1000,
+    "--max-failed-reads": MOST_SHORT_READS,
+    "--max-memory": MOST_MEMORY,
+}
 OPTIONS = [str(word) for option in LIMITS.items() for word in option]
 SOUND_CODES = {0, 1, 4, 6, 7}
 

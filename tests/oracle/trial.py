@@ -23,7 +23,7 @@ class Unread:
 def expected(data, rules):
     """The model of a document, Unread, or None where nothing is to be compared.
 
-    A text longer than the tool's memory makes it give up; with a shorter one it goes on, and there is too much to compare.
+    A text longer than the tool's memory makes it give up; with a shorter one there is too much to compare.
     """
     try:
         return read(data, rules)

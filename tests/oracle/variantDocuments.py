@@ -5,23 +5,24 @@ from rules import Rules
 
 RULES = Rules()
 MINORS = [17, 17, 18, 19, 20, 21, 21, 22, 22, 22, 23, 24, 25, 26, 26, 27, 27, 27, 27, 28]
-ODD_VERSIONS = """6.16 6.13 5.99 7.0 6.022 06.27 6.65535 6.65536 65535.0 65536.27 6 6. .27 6.27.1 +6.27 -6.27 6.x 6.27a 0x6.27
-    99999999999999999999.1 6.4294967323""".split() + ["", " 6.27", "6.27 ", "6. 27", "6.27\0", "6,27"]
+ODD_VERSIONS = """6.16 6.13 5.99 7.0 6.022 06.27 6.65535 6.65536 65535.0 65536.27 6 6. .27 6.27.1 +6.27 -6.27 6.x 6.27a
+    0x6.27 99999999999999999999.1 6.4294967323""".split() + ["", " 6.27", "6.27 ", "6. 27", "6.27\0", "6,27"]
 NUMBERS = """0 1 -1 5 0.5 -0.25 12.75 100 0.1 -0.0 -0 1e0 1E+2 3e-3 2.5e-1 1e300 -1e300 1e39 3.4028235677973366e38
     3.4028235677973365e38 1e-40 1e-46 1.1754943508222875e-38 16777217 16777219.0 9007199254740993 0.30000001192092896
     9223372036854775807 9223372036854775808 -9223372036854775808 -9223372036854775809 123456789012345678901234567890
     1.7976931348623157e308 4.9e-324 1e-400 0.33333333333333333333333333 1.0000000000000000000000001
     100000000000000000000.5 655.34 655.345 655.35 655.36 65536 0.53 1.05 0.01 0.009999 0.0149 1e-3""".split()
-STRING_NUMBERS = """0 1 -1 1.5 .5 5. 1e2 1E-2 -2.5 0x10 +1 1,5 inf nan infinity 1e 1e400 -1e400 1e-400 e5 . - 00 007 1_000
-    ٣""".split() + ["", " 1", "1 ", "1\0"]
-LETTERS = ["a", "B", "z", "0", "9", " ", ".", "-", "é", "ø", "Ω", "⌀", "±", "中", "\U0001F600", "\U00010000", "\uffff", "\ufffd", '"', "\\", "/",
-    "<", "&", "\x7f", "\x85", "\u2028"]
+STRING_NUMBERS = """0 1 -1 1.5 .5 5. 1e2 1E-2 -2.5 0x10 +1 1,5 inf nan infinity 1e 1e400 -1e400 1e-400 e5 . - 00
+    007 1_000 ٣""".split() + ["", " 1", "1 ", "1\0"]
+LETTERS = list('aBz09 .-éøΩ⌀±中"\\/<&\x7f\x85\u2028\uffff\ufffd\U0001F600\U00010000')
 ENDS = ["\n", "\r", "\r\n", "\n\r", "\n\n"]
 CONTROLS = ["\0", "\x01", "\t", "\x1b", "\b", "\f"]
 HALVES = ["\ud800", "\udfff", "\ud83d"]
-COLORS = """000000 ffffff FFFFFF 12aBcD 00000g 12zzzz 0x1234 -12345 +12345 12345 1234567 000012 00000a fffffé zzzzzz""".split() + ["", " 12345", "12 456", "12345\0"]
+COLORS = """000000 ffffff FFFFFF 12aBcD 00000g 12zzzz 0x1234 -12345 +12345 12345 1234567 000012 00000a fffffé
+    zzzzzz""".split() + ["", " 12345", "12 456", "12345\0"]
 UNKNOWN_TEXTS = ["", "zz", "Circle", "circle ", "none", "normal", "rb", "TEXT", "text\0", "5", "true"]
-UNKNOWN_KEYS = ["extra", "Name", "", "pos", "childs", "anchorloc", "ver", "type", "text", "A", "metadata", "annotations"]
+UNKNOWN_KEYS = "extra Name pos childs anchorloc ver type text A metadata annotations".split() + [""]
+CLOSED_SETS = (RULES.frames, RULES.heads, RULES.directions, RULES.anchors, RULES.run_types, RULES.kinds, UNKNOWN_TEXTS)
 
 
 class VariantDocuments:
@@ -72,7 +73,8 @@ class VariantDocuments:
     def number(self):
         if self.random.random() < 0.5:
             return Literal(self.random.choice(NUMBERS))
-        return self.pick(self.random.randint(-200, 200), self.random.uniform(-1000, 1000), round(self.random.uniform(0, 10), 2))
+        near = round(self.random.uniform(0, 10), 2)
+        return self.pick(near, self.random.randint(-200, 200), self.random.uniform(-1000, 1000))
 
     def coordinate(self):
         if self.odd():
@@ -84,8 +86,7 @@ class VariantDocuments:
 
     def enumerated(self):
         """A text that some closed set knows, or none."""
-        sets = (RULES.frames, RULES.heads, RULES.directions, RULES.anchors, RULES.run_types, RULES.kinds, UNKNOWN_TEXTS, COLORS)
-        return self.random.choice(self.random.choice(sets))
+        return self.random.choice(self.random.choice(CLOSED_SETS))
 
     def text(self):
         length = self.pick(0, 1, 3, 10, 25)
@@ -122,7 +123,8 @@ class VariantDocuments:
         """The same record with fields that it needs in front, left out only now and then."""
         if not isinstance(record, Map):
             return record
-        return Map([(key, self.any() if self.odd() else make()) for key, make in fields if not self.odd()] + record.entries)
+        needed = [(key, self.any() if self.odd() else make()) for key, make in fields if not self.odd()]
+        return Map(needed + record.entries)
 
     def point(self):
         if self.odd():
