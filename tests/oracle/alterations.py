@@ -1,6 +1,5 @@
-"""Every way in which a single entry of the rules can be wrong, each as (name, rules with that entry altered)."""
+"""Every way in which a single entry of the rules can be wrong, each as (name, change to the rules)."""
 
-import copy
 import functools
 from dataclasses import fields
 
@@ -38,7 +37,7 @@ def altered_table(name, table):
         yield from altered_list(name, table)
     else:
         for step in steps(table):
-            yield f"{name} {step:+g}", changed(lambda rules, step=step: setattr(rules, name, table + step))
+            yield f"{name} {step:+g}", lambda rules, step=step: setattr(rules, name, table + step)
 
 
 def steps(number):
@@ -51,19 +50,19 @@ def altered_entry(name, key, value):
         yield from altered_rows(name, key, value)
     elif isinstance(value, int):
         for step in steps(value):
-            yield f"{place} {step:+d}", changed(lambda rules, step=step: put(rules, name, key, value + step))
+            yield f"{place} {step:+d}", lambda rules, step=step: put(rules, name, key, value + step)
     else:
-        yield f"{place} other", changed(lambda rules: put(rules, name, key, value + "_"))
+        yield f"{place} other", lambda rules: put(rules, name, key, value + "_")
 
 
 def altered_list(name, values):
     """Closed sets lose their order, lists of keys an entry."""
     if name == "view_keys":
         for index in range(len(values)):
-            yield f"{name}[{index}] gone", changed(lambda rules, index=index: getattr(rules, name).pop(index))
+            yield f"{name}[{index}] gone", lambda rules, index=index: getattr(rules, name).pop(index)
         return
     for index in range(len(values) - 1):
-        yield f"{name}[{index}] later", changed(lambda rules, index=index: swap(getattr(rules, name), index))
+        yield f"{name}[{index}] later", lambda rules, index=index: swap(getattr(rules, name), index)
 
 
 def altered_rows(name, key, rows):
@@ -72,12 +71,12 @@ def altered_rows(name, key, rows):
 
     for index, row in enumerate(rows):
         place = f"{name}[{key}][{index}]"
-        yield f"{place} gone", changed(lambda rules, index=index: row_list(rules).pop(index))
+        yield f"{place} gone", lambda rules, index=index: row_list(rules).pop(index)
         if index + 1 < len(rows):
-            yield f"{place} later", changed(lambda rules, index=index: swap(row_list(rules), index))
+            yield f"{place} later", lambda rules, index=index: swap(row_list(rules), index)
         for attribute, value in altered_attributes(row):
             change = functools.partial(set_attribute, row_list, index, attribute, value)
-            yield f"{place} {attribute}", changed(change)
+            yield f"{place} {attribute}", change
 
 
 def altered_attributes(row):
@@ -92,8 +91,9 @@ def altered_attributes(row):
         raise TypeError(f"no alteration is known for {row!r}")
 
 
-def changed(change):
-    rules = copy.deepcopy(Rules())
+def altered(change):
+    """Sound rules with one change."""
+    rules = Rules()
     change(rules)
     return rules
 

@@ -12,7 +12,7 @@ import sys
 from concurrent.futures import ProcessPoolExecutor
 from pathlib import Path
 
-from alterations import alterations
+from alterations import alterations, altered
 from documents import Source, corpus_folder, real_documents
 from edges import edge_documents
 from rules import Rules
@@ -44,7 +44,7 @@ def all_real(examples):
 
 
 def rules_of(options):
-    return dict(alterations())[options.alter] if options.alter else Rules()
+    return altered(dict(alterations())[options.alter]) if options.alter else Rules()
 
 
 def run_batch(options, real, numbers):

@@ -9,7 +9,7 @@ is then asked about the one document that was found.
 import sys
 from concurrent.futures import ProcessPoolExecutor
 
-from alterations import SILENT, alterations
+from alterations import SILENT, alterations, altered
 from compare import first_difference
 from documents import Source
 from edges import edge_documents
@@ -64,8 +64,8 @@ def search(documents, sound, names):
     """(name, telling document or None) of the alterations of these names."""
     sys.setrecursionlimit(DEEPEST_RECURSION)
     pairs = list(zip(documents, sound))
-    wanted = ((name, rules) for name, rules in alterations() if name in names)
-    return [(name, telling_document(rules, pairs)) for name, rules in wanted]
+    wanted = ((name, change) for name, change in alterations() if name in names)
+    return [(name, telling_document(altered(change), pairs)) for name, change in wanted]
 
 
 def seen_by(answer, data, rules):
@@ -80,10 +80,10 @@ def unnoticed(tool, found):
     """The names of the alterations that no comparison with the tool notices."""
     telling = [(name, document) for name, document in found if document]
     answers = ask(tool, [document for _, document in telling])
-    altered = dict(alterations())
+    changes = dict(alterations())
     missed = [name for name, document in found if not document]
     for (name, (_, data)), answer in zip(telling, answers):
-        if not seen_by(answer, data, altered[name]):
+        if not seen_by(answer, data, altered(changes[name])):
             missed.append(name)
     return missed
 

@@ -16,7 +16,8 @@ LIMITS = {
     "--max-memory": MOST_MEMORY,
 }
 OPTIONS = [str(word) for option in LIMITS.items() for word in option]
-SOUND_CODES = {0, 1, 4, 6, 7}
+DONE, FINDINGS, UNKNOWN_FORMAT, LIMIT, NOTHING = 0, 1, 4, 6, 7
+LIMIT_CODES = ("limit.", "json.too-deep")
 
 
 class ToolFailed(Exception):
@@ -32,9 +33,25 @@ def ask(tool, documents):
         run = subprocess.run(
             [tool, "inspect", "--json", "--full", *OPTIONS, *map(str, paths)], capture_output=True, check=False
         )
-    if run.returncode not in SOUND_CODES:
+    if run.returncode not in (DONE, FINDINGS, UNKNOWN_FORMAT, LIMIT, NOTHING):
         raise ToolFailed(f"exit code {run.returncode}\n{run.stderr[-2000:].decode('utf-8', 'replace')}")
     answers = json.loads(run.stdout)["files"]
     if len(answers) != len(documents):
         raise ToolFailed(f"{len(answers)} answers to {len(documents)} documents")
+    if run.returncode != exit_code(answers):
+        raise ToolFailed(f"exit code {run.returncode}, expected {exit_code(answers)}")
     return answers
+
+
+def exit_code(answers):
+    """The highest of what happened to the documents; where nothing did and there is no view, nothing was to do."""
+    return max(map(conclusion, answers)) or (DONE if any(answer["views"] for answer in answers) else NOTHING)
+
+
+def conclusion(answer):
+    findings = answer["findings"]
+    if any(finding["code"].startswith(LIMIT_CODES) for finding in findings):
+        return LIMIT
+    if not answer["readable"]:
+        return UNKNOWN_FORMAT
+    return FINDINGS if any(finding["severity"] == "error" for finding in findings) else DONE
