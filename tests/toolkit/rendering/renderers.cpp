@@ -57,7 +57,9 @@ Rendering judge(qvToolkit::ChildRun const& run, std::string const& png) {
 constexpr char const* ResvgScript =
     "const fs = require('fs'); const { Resvg } = require('@resvg/resvg-js');\n"
     "const [page, picture, width] = process.argv.slice(1);\n"
-    "const options = { fitTo: { mode: 'width', value: Number(width) }, font: { loadSystemFonts: true } };\n"
+    "const font = { loadSystemFonts: false, fontDirs: ['" QVA_TEST_FONTS
+    "'] };\n"
+    "const options = { fitTo: { mode: 'width', value: Number(width) }, font };\n"
     "fs.writeFileSync(picture, new Resvg(fs.readFileSync(page, 'utf8'), options).render().asPng());\n";
 
 }  // namespace
