@@ -39,31 +39,32 @@ function(qva_add_shared target)
   set_property(GLOBAL APPEND PROPERTY QVA_PLATFORM_TARGETS ${target})
 endfunction()
 
-# qva_precompile_headers(<target>...): standard headers that most sources include, for all sources of a target. Builds
-# without them are those that warn and that show what a source forgets to include: g++ 12 takes such headers for ours.
-function(qva_precompile_headers)
+# qva_precompile_headers(<target>...): standard headers that most sources include, read once for all of these targets, which
+# are compiled alike. Each stands before those that link to it. Builds without are those that warn, and that show what a
+# source forgets to include: g++ 12 takes such headers for ours.
+function(qva_precompile_headers first)
+  target_precompile_headers(
+    ${first}
+    PRIVATE
+    <algorithm>
+    <array>
+    <charconv>
+    <cmath>
+    <filesystem>
+    <functional>
+    <map>
+    <memory>
+    <optional>
+    <string>
+    <utility>
+    <vector>)
   foreach(target IN LISTS ARGN)
-    get_target_property(sources ${target} SOURCES)
-    list(LENGTH sources count)
-    # Reading them once takes as long as in three sources.
-    if(count GREATER 5)
-      target_precompile_headers(
-        ${target}
-        PRIVATE
-        <algorithm>
-        <array>
-        <charconv>
-        <cmath>
-        <filesystem>
-        <functional>
-        <map>
-        <memory>
-        <optional>
-        <string>
-        <utility>
-        <vector>)
-      target_compile_options(${target} PRIVATE -w)
-    endif()
+    target_precompile_headers(${target} REUSE_FROM ${first})
+  endforeach()
+  # What a target is called must not be among its macros then; nothing asks for it.
+  set_target_properties(${first} ${ARGN} PROPERTIES DEFINE_SYMBOL "")
+  foreach(target IN LISTS first ARGN)
+    target_compile_options(${target} PRIVATE -w)
   endforeach()
 endfunction()
 
