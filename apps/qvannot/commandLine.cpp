@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "annotationLegacy/version.h"
+#include "commands.h"
 #include "limitOptions.h"
 #include "optionNames.h"
 #include "optionNumbers.h"
@@ -33,6 +34,8 @@ constexpr char const* Description =
       Turns a whole document by 90 degrees about the z axis and writes it as an object stream.
   qvannot dump bracket.qvs --at 0x120
       Shows the field of an object stream that holds byte 0x120; without --at, every field.
+  qvannot explain font.substituted
+      Tells what a code at the end of a finding means, why it comes and what to do; without one, lists all.
 
 Shows, checks and migrates legacy CAD annotations. Documents are JSON or object streams, told by their content.)";
 
@@ -364,6 +367,8 @@ Command parseCommandLine(int count, char const* const* arguments) {
   addDump(app, dump);
   FontsCommand fonts;
   addFontReport(app, fonts);
+  ExplainCommand explain;
+  addExplain(app, explain);
   addLimits(*app.get_subcommand("inspect"), inspect.m_limits);
   addLimits(*app.get_subcommand("migrate"), migrate.m_limits);
   addLimits(*app.get_subcommand("encode"), encode.m_limits);
@@ -382,6 +387,7 @@ Command parseCommandLine(int count, char const* const* arguments) {
   }
   if (app.got_subcommand("inspect")) return requireFiles(std::move(inspect));
   if (app.got_subcommand("fonts")) return requireFiles(std::move(fonts));
+  if (app.got_subcommand("explain")) return explain;
   if (app.got_subcommand("encode")) return encode;
   if (app.got_subcommand("transform")) return transform;
   if (app.got_subcommand("dump")) return dump;

@@ -70,6 +70,13 @@ struct FontsCommand {
   Limits m_limits;
 };
 
+/// "qvannot explain [CODE]"
+struct ExplainCommand {
+  std::string m_code;  ///< one of the catalogue; empty for all
+  bool m_asMarkdown = false;
+  bool m_isStrict = false;  ///< it has no findings of its own
+};
+
 /// Nothing to run: the text answers the command line (help, version), or says what is wrong with it.
 struct Answer {
   std::string m_text;
@@ -77,7 +84,7 @@ struct Answer {
 };
 
 using Command = std::variant<Answer, InspectCommand, MigrateCommand, EncodeCommand, TransformCommand,
-                             DumpCommand, FontsCommand>;
+                             DumpCommand, FontsCommand, ExplainCommand>;
 
 Command parseCommandLine(int count, char const* const* arguments);
 

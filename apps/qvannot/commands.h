@@ -3,6 +3,10 @@
 #include "commandLine.h"
 #include "reporter.h"
 
+namespace CLI {
+class App;
+}
+
 namespace qvannot {
 
 /// Each command works through its files in order; one that fails does not stop the others. The library must
@@ -13,5 +17,10 @@ void run(EncodeCommand const& command, Reporter& reporter);
 void run(TransformCommand const& command, Reporter& reporter);
 void run(DumpCommand const& command, Reporter& reporter);
 void run(FontsCommand const& command, Reporter& reporter);
+/// Works on no file: it tells what the catalogue of findings holds.
+void run(ExplainCommand const& command, Reporter& reporter);
+
+/// The command that the parser offers for it.
+void addExplain(CLI::App& app, ExplainCommand& command);
 
 }  // namespace qvannot

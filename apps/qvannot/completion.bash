@@ -16,6 +16,11 @@ _qvannot_value() {
   sed -n "s/^ *\(.*,\)\{0,1\}$2\(,[^ ]*\)\{0,1\} \([^ ]\{1,\}\).*/\3/p" <<<"$1"
 }
 
+# _qvannot_codes TOOL: the codes of findings, one a line.
+_qvannot_codes() {
+  "$1" explain 2>/dev/null | sed -n 's/^\([a-z][a-z.-]*\) .*/\1/p'
+}
+
 _qvannot() {
   local tool=$1 current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command='' word help value=''
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
@@ -33,6 +38,8 @@ _qvannot() {
     mapfile -t COMPREPLY < <(compgen -d -- "$current")
   elif [[ $current == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$(_qvannot_options "$help")" -- "$current")
+  elif [[ $command == explain ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$(_qvannot_codes "$tool")" -- "$current")
   elif [[ -z $command ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$(_qvannot_commands "$help")" -- "$current")
   else

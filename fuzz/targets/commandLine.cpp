@@ -54,6 +54,10 @@ void check(FontsCommand const& command) {
   require(!command.m_files.empty(), "there is a file to look at");
 }
 
+void check(ExplainCommand const& command) {
+  require(command.m_code.empty() || !command.m_asMarkdown, "a page has all codes");
+}
+
 /// One argument a line.
 std::vector<std::string> takeWords(InputCursor& input) {
   std::vector<std::string> words{"qvannot"};

@@ -47,6 +47,7 @@ def main(tool, completion):
         expect(problems, "a document", complete("inspect", "--json", "br"), {"bracket.json"})
         expect(problems, "a folder", complete("migrate", "bracket.json", "-o", ""), {"images"})
         expect(problems, "a folder", complete("migrate", "--rasters", ""), {"images"})
+        expect(problems, "a code", complete("explain", "font.n"), {"font.none"})
         expect(problems, "an offset", complete("dump", "--at", ""), {"images", "bracket.json"})
     print("\n".join(problems) or f"{len(commands)} commands are completed")
     return 1 if problems or not commands else 0

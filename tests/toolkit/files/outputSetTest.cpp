@@ -68,7 +68,7 @@ TEST_F(OutputSetTest, RefusesToReplaceAFileUnlessForced) {
     OutputSet set(out(), false);
     EXPECT_FALSE(writeTwo(set));
     EXPECT_EQ(set.getProblem().m_code, FindingCode::OutputExists);
-    EXPECT_EQ(set.getProblem().m_option, "--force");
+    EXPECT_EQ(set.getProblem().m_options, std::vector{OptionKey::Force});
     EXPECT_FALSE(set.commit());
   }
   EXPECT_EQ(qvTest::readFile(out("b.json")), "old");
@@ -168,14 +168,14 @@ TEST_F(OutputSetTest, RefusesWhatIsLargerThanItMayBe) {
   struct Case {
     std::uint64_t m_all;
     std::uint64_t m_file;
-    char const* m_option;
+    OptionKey m_option;
   };
-  for (Case const& limit : {Case{10, 100, "--max-output"}, Case{100, 5, "--max-output-file"}}) {
+  for (Case const& limit : {Case{10, 100, OptionKey::MaxOutput}, Case{100, 5, OptionKey::MaxOutputFile}}) {
     OutputSet set(out(), false);
     set.limit(limit.m_all, limit.m_file);
     EXPECT_FALSE(writeTwo(set) && set.write("0123"));
     EXPECT_EQ(set.getProblem().m_code, FindingCode::LimitOutput);
-    EXPECT_EQ(set.getProblem().m_option, limit.m_option);
+    EXPECT_EQ(set.getProblem().m_options, std::vector{limit.m_option});
     EXPECT_FALSE(set.commit());
   }
   EXPECT_EQ(countOutputs(), 0U);

@@ -3,19 +3,25 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
+#include <vector>
 
 namespace {
 
 using namespace qvToolkit;
 
+std::string_view spell(OptionKey key) {
+  return key == OptionKey::DropKnownMetadata ? "--drop" : "--other";
+}
+
 TEST(Finding, FormatsEverythingThatIsKnownOnOneLine) {
-  Finding const finding{FindingCode::MetadataDropped, Severity::Warning,
-                        "metadata was dropped",       "view/3/annot/7",
-                        {12, 4, 5, "/views/3"},       "--drop-known-metadata"};
-  EXPECT_EQ(formatFinding("a.json", finding),
+  Finding const finding = withOptions(makeFinding(FindingCode::MetadataDropped, "metadata was dropped",
+                                                  "view/3/annot/7", {12, 4, 5, "/views/3"}),
+                                      {OptionKey::DropKnownMetadata, OptionKey::Force});
+  EXPECT_EQ(formatFinding("a.json", finding, spell),
             "a.json:4:5: warning: metadata was dropped [migration.metadata-dropped, view/3/annot/7, "
-            "--drop-known-metadata]");
+            "--drop --other]");
+  EXPECT_EQ(formatFinding("a.json", finding),
+            "a.json:4:5: warning: metadata was dropped [migration.metadata-dropped, view/3/annot/7]");
 }
 
 TEST(Finding, LeavesOutWhatIsNotKnown) {
@@ -37,13 +43,27 @@ TEST(Finding, IsShownInALineOfBoundedLength) {
             "f: error: " + std::string(2000, 'x') + "... (3000 bytes) [reader.message]");
 }
 
-TEST(Finding, HasATextOfItsOwnForEveryCode) {
-  std::set<std::string_view> texts;
-  int const last = static_cast<int>(FindingCode::OutputFailed);
-  for (int code = 0; code <= last; ++code) texts.insert(getCodeText(static_cast<FindingCode>(code)));
-  EXPECT_EQ(texts.size(), static_cast<std::size_t>(last) + 1);
-  EXPECT_FALSE(texts.contains(""));
-  EXPECT_EQ(getCodeText(FindingCode::JsonDuplicateKey), "json.duplicate-key");
+TEST(Finding, HasSeverityAndOptionOfItsRowUnlessItKnowsBetter) {
+  Finding const finding = makeFinding(FindingCode::LimitOutput, "much");
+  EXPECT_EQ(finding.m_severity, Severity::Error);
+  EXPECT_EQ(finding.m_options, std::vector{OptionKey::MaxOutput});
+  EXPECT_EQ(makeFinding(FindingCode::KeyIgnored, Severity::Info, "k").m_severity, Severity::Info);
+  EXPECT_TRUE(makeFinding(FindingCode::KeyIgnored, "k").m_options.empty());
+}
+
+TEST(Finding, CountsByItsWeightUnlessItsClassEndsTheWork) {
+  auto const count = [](FindingCode code, Severity severity) {
+    return getExitCode(makeFinding(code, severity, {}), Severity::Error);
+  };
+  EXPECT_EQ(count(FindingCode::RecordLost, Severity::Warning), ExitDone);
+  EXPECT_EQ(count(FindingCode::RecordLost, Severity::Error), ExitFindings);
+  EXPECT_EQ(count(FindingCode::TextLowContrast, Severity::Error), ExitFindings);
+  EXPECT_EQ(count(FindingCode::StreamBroken, Severity::Error), ExitFindings) << "what stood before was read";
+  EXPECT_EQ(count(FindingCode::StreamOffset, Severity::Error), ExitUsage);
+  EXPECT_EQ(count(FindingCode::InputUnreadable, Severity::Error), ExitInputUnreadable);
+  EXPECT_EQ(count(FindingCode::TransformOverflow, Severity::Error), ExitOutputFailed);
+  EXPECT_EQ(count(FindingCode::LimitViews, Severity::Error), ExitLimit);
+  EXPECT_EQ(getExitCode(makeFinding(FindingCode::KeyIgnored, {}), Severity::Warning), ExitFindings);
 }
 
 TEST(Finding, TellsTheHeaviestSeverityOfAList) {

@@ -57,7 +57,7 @@ TEST(FontFindings, TellOfCharactersForWhichTheFontDrawsNothing) {
   EXPECT_EQ(found[0].m_severity, Severity::Error);
   EXPECT_EQ(found[0].m_text,
             "the font 'New' (/fonts/new.ttf) draws nothing for 2 characters of the text; remove it, or name "
-            "another one with --font-map");
+            "another one");
   span.m_text = " \u00A0";
   EXPECT_TRUE(report(span).empty());
 }
@@ -73,7 +73,7 @@ TEST(FontFindings, AreNoneForTheAskedFontAndAnInfoForOneThatTheUserWants) {
   EXPECT_EQ(replaced[0].m_code, FindingCode::FontReplaced);
   EXPECT_EQ(replaced[0].m_severity, Severity::Info);
   EXPECT_EQ(replaced[0].m_text,
-            "text in font 'Old' is drawn with 'DejaVu Sans' (/fonts/new.ttf), as --font-map asks");
+            "text in font 'Old' is drawn with 'DejaVu Sans' (/fonts/new.ttf), as was asked for");
 }
 
 TEST(FontFindings, WarnWhenTheFontThatTheUserWantsIsNotThere) {
@@ -84,7 +84,8 @@ TEST(FontFindings, WarnWhenTheFontThatTheUserWantsIsNotThere) {
   EXPECT_EQ(found[0].m_severity, Severity::Warning);
   EXPECT_EQ(found[0].m_text,
             "text in font 'Old' is drawn with 'New' (/fonts/new.ttf), since the font 'No Such Font' that "
-            "--font-map names is not there");
+            "is named instead is not there");
+  EXPECT_EQ(found[0].m_options, std::vector{OptionKey::FontReplacement});
 }
 
 TEST(FontFindings, NameWhatIsMadeUp) {

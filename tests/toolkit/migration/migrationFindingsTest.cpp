@@ -95,7 +95,7 @@ TEST(MigrationSession, MigratesUpTo200LevelsOfSubAnnotations) {
   EXPECT_EQ(finding.m_text,
             "view 'front' is not migrated: its sub-annotations are nested more than 200 levels deep");
   EXPECT_EQ(finding.m_address, "view/0/annot/0");
-  EXPECT_EQ(finding.m_option, "--max-depth");
+  EXPECT_EQ(finding.m_options, std::vector{OptionKey::MaxDepth});
   EXPECT_TRUE(isLimit(finding.m_code));
 }
 
@@ -107,10 +107,10 @@ TEST(MigrationFindings, NameTheOptionsThatAMigrationLacks) {
   Finding const finding = getOnly(migrate(view), FindingCode::ViewNotMigrated);
   EXPECT_EQ(finding.m_severity, Severity::Error);
   EXPECT_EQ(finding.m_address, "view/0");
-  EXPECT_EQ(finding.m_option, "--drop-known-metadata --drop-unknown-metadata");
+  EXPECT_EQ(finding.m_options, (std::vector{OptionKey::DropKnownMetadata, OptionKey::DropUnknownMetadata}));
   EXPECT_EQ(finding.m_text,
             "view 'front' is not migrated: Found CT metadata NOAin annotation, at annotation 'note' "
-            "(view/0/annot/0); drop it with --drop-known-metadata --drop-unknown-metadata");
+            "(view/0/annot/0); it can be dropped");
 }
 
 TEST(MigrationFindings, RepeatTheMigrationsRecordsExactly) {
@@ -300,12 +300,10 @@ TEST(MigrationFindings, TellOfAnImageThatIsNotAvailable) {
   MigratedView const view = migrate(makeViewOf(makeRaster("logo").get()));
   EXPECT_EQ(view.m_view, nullptr);
   Finding const finding = getOnly(view, FindingCode::RasterUnavailable);
-  EXPECT_EQ(finding.m_option, "--rasters");
+  EXPECT_EQ(finding.m_options, std::vector{OptionKey::Rasters});
   EXPECT_EQ(finding.m_address, "view/0/annot/0");
-  EXPECT_EQ(
-      finding.m_text,
-      "image 'logo' is not available: no folder of images was given; name the folder that holds it with "
-      "--rasters");
+  EXPECT_EQ(finding.m_text,
+            "image 'logo' is not available: no folder of images was given; name the folder that holds it");
 }
 
 TEST(MigrationFindings, TellOfAnImageOfAnUnknownFormat) {

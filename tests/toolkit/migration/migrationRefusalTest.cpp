@@ -71,9 +71,9 @@ std::string getReason(View const& view, MigrationOptions const& options = {}) {
 TEST(MigrationRefusal, NamesTheRecordThatFailedTheViewAndNotOneThatWasTolerated) {
   Text const bad = makeText("n");
   bad->m_metadata["k"] = 1;
-  EXPECT_EQ(getReason(makeViewOf({makeText("n"), bad})),
-            "Found unexpected metadata k in annotation, at annotation 'n' (view/0/annot/3); drop it with "
-            "--drop-unknown-metadata");
+  EXPECT_EQ(
+      getReason(makeViewOf({makeText("n"), bad})),
+      "Found unexpected metadata k in annotation, at annotation 'n' (view/0/annot/3); it can be dropped");
 }
 
 TEST(MigrationRefusal, LeavesTheRecordsAsTheyAre) {
@@ -89,7 +89,7 @@ TEST(MigrationRefusal, LeavesTheRecordsAsTheyAre) {
 TEST(MigrationRefusal, NamesTheMetadataOfTheView) {
   View const view = makeViewOf({});
   view->m_metadata["k"] = 1;
-  EXPECT_EQ(getReason(view), "Found metadata in annotation view; drop it with --drop-view-metadata");
+  EXPECT_EQ(getReason(view), "Found metadata in annotation view; it can be dropped");
 }
 
 TEST(MigrationRefusal, NamesASubAnnotationAtAnyDepthAmongMetadataThatAreDropped) {
@@ -107,7 +107,7 @@ TEST(MigrationRefusal, NamesASubAnnotationAtAnyDepthAmongMetadataThatAreDropped)
   options.m_dropped = qvLegacy::qvAnnotationMigration::DropKnownMetadata;
   EXPECT_EQ(getReason(makeViewOf({dropped, grandparent}), options),
             "Found unexpected metadata k in annotation, at annotation without name "
-            "(view/0/annot/3/sub/0/sub/2); drop it with --drop-unknown-metadata");
+            "(view/0/annot/3/sub/0/sub/2); it can be dropped");
 }
 
 TEST(MigrationRefusal, NamesAnUnknownAnchor) {
@@ -187,8 +187,8 @@ TEST(MigrationRefusal, NamesTheImageThatIsNotThereAndTheOptionsForTheRest) {
   later->m_metadata["NOA"] = 1;
   view->m_annotations.push_back(later.get());
   EXPECT_EQ(getReason(view, options),
-            "Fail to retrieve raster 'gone', at annotation without name (view/0/annot/3); its metadata need, "
-            "too, --drop-known-metadata");
+            "Fail to retrieve raster 'gone', at annotation without name (view/0/annot/3); its metadata need "
+            "to be dropped, too");
 }
 
 TEST(MigrationRefusal, NamesAnImageWhoseSizeIsNotFinite) {

@@ -43,7 +43,7 @@ TEST(TreeLimits, TakeTreesUpToTheirDepth) {
   ASSERT_TRUE(refusal.has_value());
   EXPECT_EQ(refusal->m_code, FindingCode::LimitDepth);
   EXPECT_EQ(refusal->m_address, "view/3/annot/1");
-  EXPECT_EQ(refusal->m_option, "--max-depth");
+  EXPECT_EQ(refusal->m_options, std::vector{OptionKey::MaxDepth});
 }
 
 TEST(TreeLimits, TakeTreesUpToTheirNumberOfAnnotations) {
@@ -51,7 +51,7 @@ TEST(TreeLimits, TakeTreesUpToTheirNumberOfAnnotations) {
   auto const refusal = check(makeTree(3, 2), {200, 14});
   ASSERT_TRUE(refusal.has_value());
   EXPECT_EQ(refusal->m_code, FindingCode::LimitNodes);
-  EXPECT_EQ(refusal->m_option, "--max-nodes");
+  EXPECT_EQ(refusal->m_options, std::vector{OptionKey::MaxNodes});
 }
 
 TEST(TreeLimits, RefuseFortyLevelsOfSharedChildrenWithoutWalkingEachPath) {

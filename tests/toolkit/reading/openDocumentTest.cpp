@@ -64,7 +64,7 @@ TEST_F(DocumentTest, ExplainsEachBadInputInOneLine) {
       {std::string(10000, '['), FindingCode::JsonTooDeep,
        "f:1:1001: error: nested too deep: found more than 1000 objects and arrays within each other, "
        "expected at most "
-       "1000 [json.too-deep, --max-json-depth]"},
+       "1000 [json.too-deep]"},
       {"7", FindingCode::DocumentShape,
        "f: error: found a lone value, expected a view object, an array of view objects or {\"views\": [view "
        "objects]} "
@@ -195,7 +195,7 @@ TEST_F(DocumentTest, RefusesSubAnnotationsThatOverflowASmallStack) {
     EXPECT_EQ(document.m_failure, ExitLimit);
     ASSERT_EQ(document.m_findings.size(), 1U);
     EXPECT_EQ(document.m_findings[0].m_code, FindingCode::LimitStack);
-    EXPECT_EQ(document.m_findings[0].m_option, "--max-stack");
+    EXPECT_EQ(document.m_findings[0].m_options, std::vector{OptionKey::MaxStack});
   });
 }
 

@@ -15,8 +15,8 @@ using namespace qvToolkit;
 std::string convert(std::string const& svg, PageFormat format, unsigned resolution = 150) {
   StringSink sink;
   PageConverter converter({format, resolution}, {});
-  EXPECT_TRUE(converter.convert(svg, sink)) << converter.getProblem().m_text;
-  EXPECT_EQ(converter.getFailure(), ExitDone);
+  EXPECT_TRUE(converter.convert(svg, sink)) << converter.findProblem().value_or(Finding()).m_text;
+  EXPECT_FALSE(converter.findProblem().has_value());
   return sink.m_text;
 }
 
@@ -58,10 +58,9 @@ TEST(PageConverter, SaysWhatTheProgramSaysWhenItFails) {
   StringSink sink;
   PageConverter converter({PageFormat::Png, 150}, {});
   EXPECT_FALSE(converter.convert("<svg", sink));
-  EXPECT_EQ(converter.getFailure(), ExitOutputFailed);
-  EXPECT_EQ(converter.getProblem().m_code, FindingCode::OutputFailed);
-  EXPECT_TRUE(converter.getProblem().m_text.starts_with("rsvg-convert failed: "))
-      << converter.getProblem().m_text;
+  Finding const problem = converter.findProblem().value_or(Finding());
+  EXPECT_EQ(problem.m_code, FindingCode::OutputFailed);
+  EXPECT_TRUE(problem.m_text.starts_with("rsvg-convert failed: ")) << problem.m_text;
   EXPECT_EQ(sink.m_text, "");
 }
 

@@ -147,13 +147,14 @@ TEST(MigratedJson, SaysWhyAViewIsNotMigrated) {
   Document const document = qvTest::makeDocument(legacy);
   MigrationSession session({});
   std::vector<MigratedView> const views = session.migrate(document);
-  std::string const text = formatMigratedDocument(document, session, views, {""}, views[0].m_findings);
+  std::string const text = formatMigratedDocument(document, session, views, {""}, views[0].m_findings,
+                                                  [](OptionKey) -> std::string_view { return "--drop"; });
   expectHolds(text, "\"format\": \"qvannot.migrated\"");
   expectHolds(text, "\"version\": \"6.27\"");
   expectHolds(text, "\"migrated\": false");
   expectHolds(text, "\"page\": null");
   expectHolds(text, "\"Found metadata in annotation view\"");
-  expectHolds(text, "\"option\": \"--drop-view-metadata\"");
+  expectHolds(text, "\"option\": \"--drop\"");
   EXPECT_EQ(text.find("\"annotations\""), std::string::npos);
 }
 

@@ -30,10 +30,29 @@ constexpr bool standInOrder() {
 }
 static_assert(standInOrder());
 
+constexpr auto ClassRows = std::to_array<ClassRow>({
+    {FindingClass::Done, "done", ExitDone, "by design: all is there and looks as it should"},
+    {FindingClass::Look, "look", ExitDone, "changed in look, or hard to see"},
+    {FindingClass::Lost, "lost", ExitFindings, "something of the document is not there any more"},
+    {FindingClass::Usage, "usage", ExitUsage, "what was asked for cannot be asked of this document"},
+    {FindingClass::Unopenable, "unopenable", ExitInputUnreadable, "the input cannot be opened or read"},
+    {FindingClass::Broken, "broken", ExitInputBroken, "the input is of no known format or broken"},
+    {FindingClass::Output, "output", ExitOutputFailed, "an output cannot be written"},
+    {FindingClass::Limit, "limit", ExitLimit, "a limit was hit, or a worker died"},
+    {FindingClass::Bug, "bug", ExitBug, "the tool itself is wrong"},
+});
+
+static_assert(std::ranges::is_sorted(ClassRows, {}, &ClassRow::m_class));
+static_assert(ClassRows.size() == static_cast<std::size_t>(FindingClass::Bug) + 1);
+
 }  // namespace
 
 std::span<CatalogueRow const> getCatalogue() noexcept {
   return Rows;
+}
+
+std::span<ClassRow const> getClasses() noexcept {
+  return ClassRows;
 }
 
 CatalogueRow const& getRow(FindingCode code) noexcept {
@@ -49,21 +68,12 @@ std::string_view getSeverityText(Severity severity) {
   return Texts[static_cast<std::size_t>(severity)];
 }
 
-std::string_view getClassText(FindingClass findingClass) {
-  constexpr std::array<std::string_view, 9> Texts = {"done",   "look",   "lost",  "usage", "unopenable",
-                                                     "broken", "output", "limit", "bug"};
-  return Texts[static_cast<std::size_t>(findingClass)];
+ClassRow const& getRow(FindingClass findingClass) noexcept {
+  return ClassRows[static_cast<std::size_t>(findingClass)];
 }
 
 bool isLimit(FindingCode code) {
   return getRow(code).m_class == FindingClass::Limit;
-}
-
-ExitCode getExitCode(FindingClass findingClass) {
-  constexpr std::array Codes = {
-      ExitDone,        ExitDone,         ExitFindings, ExitUsage, ExitInputUnreadable,
-      ExitInputBroken, ExitOutputFailed, ExitLimit,    ExitBug};
-  return Codes[static_cast<std::size_t>(findingClass)];
 }
 
 }  // namespace qvToolkit

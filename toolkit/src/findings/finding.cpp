@@ -55,7 +55,7 @@ std::string spellOptions(Finding const& finding, OptionSpelling spelling) {
 ExitCode getExitCode(Finding const& finding, Severity threshold) {
   FindingClass const findingClass = getRow(finding.m_code).m_class;
   if (findingClass > FindingClass::Lost && findingClass != FindingClass::Broken)
-    return getExitCode(findingClass);
+    return getRow(findingClass).m_exitCode;
   return finding.m_severity >= threshold ? ExitFindings : ExitDone;
 }
 

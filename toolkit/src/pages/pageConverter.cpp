@@ -32,6 +32,28 @@ std::string shorten(std::string_view message) {
   return std::string(message.substr(0, MaxShownMessage));
 }
 
+/// What an option of the program takes.
+enum class Argument : std::uint8_t { None, Format, Resolution };
+
+struct ProgramOption {
+  std::string_view m_name;  ///< without the two dashes in front
+  Argument m_argument;
+};
+
+constexpr std::array ProgramOptions = {
+    ProgramOption{"format", Argument::Format}, ProgramOption{"dpi-x", Argument::Resolution},
+    ProgramOption{"dpi-y", Argument::Resolution}, ProgramOption{"unlimited", Argument::None}};
+
+std::vector<std::string> makeWords(PageConversion const& conversion) {
+  std::vector<std::string> words = {Program};
+  for (ProgramOption const& option : ProgramOptions) {
+    words.push_back("--" + std::string(option.m_name));
+    if (option.m_argument == Argument::Format) words.emplace_back(getFormatText(conversion.m_format));
+    if (option.m_argument == Argument::Resolution) words.push_back(std::to_string(conversion.m_resolution));
+  }
+  return words;
+}
+
 }  // namespace
 
 std::string_view getFormatText(PageFormat format) {
@@ -74,11 +96,8 @@ PageConverter::PageConverter(PageConversion const& conversion, FontOptions const
 PageConverter::~PageConverter() = default;
 
 bool PageConverter::convert(std::string_view svg, OutputSink& sink) {
-  std::string const resolution = std::to_string(m_conversion.m_resolution);
   ChildCommand command;
-  command.m_words = {Program,    "--format",   std::string(getFormatText(m_conversion.m_format)),
-                     "--dpi-x",  resolution,   "--dpi-y",
-                     resolution, "--unlimited"};
+  command.m_words = makeWords(m_conversion);
   MemoryLeft const memory = m_conversion.m_getMemory
                                 ? m_conversion.m_getMemory()
                                 : MemoryLeft{ChildCommand::Unlimited, ChildCommand::Unlimited};

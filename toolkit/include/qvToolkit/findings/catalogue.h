@@ -12,7 +12,7 @@ namespace qvToolkit {
 /// lost or unreadable.
 enum class Severity : std::uint8_t { Info, Warning, Error };
 
-/// What a finding says about the work; the exit code follows from it, see `getExitCode`.
+/// What a finding says about the work; each has a row of its own, see `getClasses`.
 enum class FindingClass : std::uint8_t {
   Done,        ///< by design: all is there and looks as it should
   Look,        ///< changed in look, or hard to see
@@ -23,6 +23,14 @@ enum class FindingClass : std::uint8_t {
   Output,      ///< an output cannot be written
   Limit,       ///< a limit was hit, or a worker died
   Bug,         ///< the program itself is at fault
+};
+
+/// What is told once about a class.
+struct ClassRow {
+  FindingClass m_class;     ///< the class itself
+  std::string_view m_text;  ///< "done", "look", "lost" and so on
+  ExitCode m_exitCode;      ///< of work that ended because of a finding of the class; `ExitDone` for none
+  std::string_view m_explanation;  ///< a sentence for people
 };
 
 /// What a caller may set so that a finding does not come, or so that the work goes on in spite of it. How an
@@ -54,7 +62,7 @@ enum class OptionKey : std::uint8_t {
   MaxViews,        ///< views of one document that are written as pages
 };
 
-/// How a caller spells an option: "--rasters" for a command line. Never asked for `OptionKey::None`.
+/// How a caller spells an option, as a word of its command line, say. Never asked for `OptionKey::None`.
 using OptionSpelling = std::string_view (*)(OptionKey);
 
 /// Everything that the toolkit reports about a document beside the library's own messages.
@@ -162,24 +170,24 @@ struct CatalogueRow {
 /// All rows, in the order of the codes.
 std::span<CatalogueRow const> getCatalogue() noexcept;
 
-/// The row of a code, for every value of the enumeration and no other.
+/// All classes, those that end more of the work behind those that end less.
+std::span<ClassRow const> getClasses() noexcept;
+
+/// The row of a code or of a class, for every value of the enumeration and no other.
 CatalogueRow const& getRow(FindingCode code) noexcept;
+ClassRow const& getRow(FindingClass findingClass) noexcept;
 
 /// Stable text of a code, such as "json.duplicate-key"; "unknown" for a value that is none.
 std::string_view getCodeText(FindingCode code);
 /// "info", "warning" or "error".
 std::string_view getSeverityText(Severity severity);
-/// "done", "look", "lost" and so on: the name of the class in small letters.
-std::string_view getClassText(FindingClass findingClass);
 
 /// True for a limit that was hit and for a worker that died: the findings that exit code 6 stands for.
 bool isLimit(FindingCode code);
 
-/// The exit code of work that ended because of such a finding; `ExitDone` for `Done` and `Look`.
-ExitCode getExitCode(FindingClass findingClass);
-/// The exit code of the class of the code's row.
+/// The exit code of work that ended because of such a finding; `ExitDone` for those that end none.
 inline ExitCode getExitCode(FindingCode code) {
-  return getExitCode(getRow(code).m_class);
+  return getRow(getRow(code).m_class).m_exitCode;
 }
 
 }  // namespace qvToolkit
