@@ -22,14 +22,16 @@ constexpr FindingCode CodesOfDeath[] = {FindingCode::LimitTime, FindingCode::Wor
 ToolRun run(FindingSample const& sample, Workplace const& place) {
   bool const isFile = sample.m_command == "encode" || sample.m_command == "transform";
   std::vector<std::string> arguments = {sample.m_command, place.getPath("p.json")};
-  if (sample.m_code != FindingCode::InputUnreadable) place.write("p.json", sample.m_content);
+  if (sample.m_code != FindingCode::InputUnreadable)
+    static_cast<void>(place.write("p.json", sample.m_content));
   if (isFile) arguments.insert(arguments.end(), {"-o", place.getPath("out.qvs")});
   bool const hasFolder = std::ranges::find(sample.m_options, "-o") != sample.m_options.end();
   if (sample.m_command == "migrate" && !hasFolder)
     arguments.insert(arguments.end(), {"-o", place.getPath("out")});
   for (std::string const& option : sample.m_options)
     arguments.push_back(option == "HERE" ? place.getPath("") : option);
-  if (sample.m_code == FindingCode::OutputExists) runTool(arguments);
+  // Of two runs the second one finds what the first one wrote.
+  if (sample.m_code == FindingCode::OutputExists) static_cast<void>(runTool(arguments));
   return runTool(arguments);
 }
 
@@ -40,7 +42,7 @@ TEST(FindingCodes, AreEachToldOfADocumentThatHasIt) {
     bool const isTold = result.m_errors.find("[" + code + "]") != std::string::npos ||
                         result.m_errors.find("[" + code + ", ") != std::string::npos;
     EXPECT_TRUE(isTold) << code << ": " << result.m_errors.substr(0, 500);
-    if (getRow(sample.m_code).m_class <= FindingClass::Broken) continue;
+    if (getRow(sample.m_code).m_class <= FindingClass::Lost) continue;
     EXPECT_EQ(result.m_exitCode, getExitCode(sample.m_code)) << code;
   }
 }

@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 
-#include "qvToolkit/findings/exitCode.h"
 #include "qvToolkit/findings/finding.h"
 
 namespace qvToolkit {

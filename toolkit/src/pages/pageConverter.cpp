@@ -7,8 +7,11 @@
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "files/childLimit.h"
 #include "files/childProcess.h"

@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "qvToolkit/files/outputSink.h"
-#include "qvToolkit/findings/exitCode.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/migration/fontSettings.h"
 
