@@ -115,21 +115,21 @@ This page is made by `qvannot explain --markdown`; `qvannot explain CODE` shows 
 |---|---|---|
 )";
 
-std::string formatMarkdownRow(CatalogueRow const& row) {
-  std::string text = "\n## `" + std::string(row.m_text) + "`\n\n**" + std::string(row.m_title) + "** (" +
+std::string formatMarkdown(CatalogueRow const& row) {
+  std::string text = "## `" + std::string(row.m_text) + "`\n\n**" + std::string(row.m_title) + "** (" +
                      std::string(getRow(row.m_class).m_text) + ", " +
                      std::string(getSeverityText(row.m_severity));
   if (row.m_option != qvToolkit::OptionKey::None) text += ", `" + getOption(row) + "`";
   return text + ").\n" + std::string(row.m_explanation) + "\n\n" + std::string(row.m_remedy) + '\n';
 }
 
-std::string formatMarkdown() {
+std::string formatPage() {
   std::string text(MarkdownHead);
   for (ClassRow const& row : qvToolkit::getClasses()) {
     text += "| " + std::string(row.m_text) + " | " + std::to_string(row.m_exitCode) + " | " +
             std::string(row.m_explanation) + " |\n";
   }
-  for (CatalogueRow const& row : qvToolkit::getCatalogue()) text += formatMarkdownRow(row);
+  for (CatalogueRow const& row : qvToolkit::getCatalogue()) text += '\n' + formatMarkdown(row);
   return text;
 }
 
@@ -137,20 +137,17 @@ std::string formatMarkdown() {
 
 void addExplain(CLI::App& app, ExplainCommand& command) {
   CLI::App& explain = *app.add_subcommand("explain", "Tell what the codes of findings mean and what to do");
-  CLI::Option* const code =
-      explain
-          .add_option("CODE", command.m_code, "Code of a finding, like font.none; without one, a list of all")
-          ->type_name("")
-          ->check(requireCode);
-  explain.add_flag(option::Markdown, command.m_asMarkdown, "Write the page of all codes as Markdown")
-      ->excludes(code);
+  explain.add_option("CODE", command.m_code, "Code of a finding, like font.none; without one, a list of all")
+      ->type_name("")
+      ->check(requireCode);
+  explain.add_flag(option::Markdown, command.m_asMarkdown, "Write Markdown; without a code, the page of all");
 }
 
 void run(ExplainCommand const& command, Reporter& reporter) {
   reporter.expectNoViews();
-  if (command.m_asMarkdown) return reporter.print(formatMarkdown());
   CatalogueRow const* const row = findRow(command.m_code);
-  reporter.print(row == nullptr ? formatTable() : formatRow(*row));
+  if (row == nullptr) return reporter.print(command.m_asMarkdown ? formatPage() : formatTable());
+  reporter.print(command.m_asMarkdown ? formatMarkdown(*row) : formatRow(*row));
 }
 
 }  // namespace qvannot
