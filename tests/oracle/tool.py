@@ -17,6 +17,7 @@ LIMITS = {
 }
 OPTIONS = [str(word) for option in LIMITS.items() for word in option]
 DONE, FINDINGS, UNKNOWN_FORMAT, LIMIT, NOTHING = 0, 1, 4, 6, 7
+MOST_SECONDS = 600
 LIMIT_CODES = ("limit.", "json.too-deep")
 
 
@@ -25,22 +26,35 @@ class ToolFailed(Exception):
 
 
 def ask(tool, documents):
-    """The tool's objects of files, one for each (name, bytes) in their order."""
+    """The tool's objects of files, one for each (name, bytes) in their order. Raises ToolFailed."""
     with tempfile.TemporaryDirectory(prefix="oracle") as folder:
         paths = [Path(folder, f"{index:06d}-{name}") for index, (name, _) in enumerate(documents)]
         for path, (_, data) in zip(paths, documents):
             path.write_bytes(data)
-        run = subprocess.run(
-            [tool, "inspect", "--json", "--full", *OPTIONS, *map(str, paths)], capture_output=True, check=False
-        )
+        run = inspect(tool, paths)
     if run.returncode not in (DONE, FINDINGS, UNKNOWN_FORMAT, LIMIT, NOTHING):
-        raise ToolFailed(f"exit code {run.returncode}\n{run.stderr[-2000:].decode('utf-8', 'replace')}")
-    answers = json.loads(run.stdout)["files"]
+        raise ToolFailed(f"exit code {run.returncode}: {run.stderr[-1000:].decode('utf-8', 'replace')}")
+    answers = parse(run.stdout)
     if len(answers) != len(documents):
         raise ToolFailed(f"{len(answers)} answers to {len(documents)} documents")
     if run.returncode != exit_code(answers):
         raise ToolFailed(f"exit code {run.returncode}, expected {exit_code(answers)}")
     return answers
+
+
+def inspect(tool, paths):
+    command = [tool, "inspect", "--json", "--full", *OPTIONS, *map(str, paths)]
+    try:
+        return subprocess.run(command, capture_output=True, check=False, timeout=MOST_SECONDS)
+    except subprocess.TimeoutExpired as error:
+        raise ToolFailed(f"no answer after {MOST_SECONDS} seconds") from error
+
+
+def parse(output):
+    try:
+        return json.loads(output)["files"]
+    except ValueError as error:
+        raise ToolFailed(f"what it wrote is no JSON: {error}") from error
 
 
 def exit_code(answers):

@@ -5,7 +5,8 @@ from dataclasses import dataclass
 from compare import Difference, first_difference
 from payload import TooLong, TooManyShortReads
 from reader import read
-from tool import MOST_MEMORY, ask
+from tool import MOST_MEMORY, ToolFailed, ask
+
 
 @dataclass
 class Outcome:
@@ -44,9 +45,17 @@ def difference(expectation, answer, rules):
 
 def trial(tool, documents, rules):
     """The outcomes of those of the documents that can be compared."""
-    expectations = [expected(data, rules) for _, data in documents]
-    chosen = [(one, model) for one, model in zip(documents, expectations) if model is not None]
-    answers = ask(tool, [one for one, _ in chosen])
-    return [
-        Outcome(name, data, difference(model, answer, rules)) for ((name, data), model), answer in zip(chosen, answers)
-    ]
+    expectations = [(one, expected(one[1], rules)) for one in documents]
+    return outcomes(tool, [(one, model) for one, model in expectations if model is not None], rules)
+
+
+def outcomes(tool, cases, rules):
+    """The outcomes of (document, model); where the tool fails, half of them each until it is known with which."""
+    try:
+        answers = ask(tool, [document for document, _ in cases]) if cases else []
+    except ToolFailed as failure:
+        if len(cases) == 1:
+            return [Outcome(*cases[0][0], Difference("tool", "an answer", str(failure)))]
+        middle = len(cases) // 2
+        return outcomes(tool, cases[:middle], rules) + outcomes(tool, cases[middle:], rules)
+    return [Outcome(*document, difference(model, answer, rules)) for (document, model), answer in zip(cases, answers)]
