@@ -14,6 +14,13 @@ STREAM_MINORS = range(12, 29)
 VARIANT_MINORS = range(16, 29)
 ODD_VALUES = (None, True, 7, 2.5, "odd", [1, 2], [1, 2, "3"], [1, 2, 3], {"odd": 1})
 
+BROKEN_TEXTS = rb"""[ { {"a {"a" {"a": {"a":1 {"a":1, {"a":1] {,} {1:2} [, [,] [1 [1, [1} [1]] {}{} []/**/ /**/[] ['a']
+    [01] [-01] [-] [--1] [+1] [.5] [1.] [1.2.3] [1e] [1e+] [1e5.5] [1e309] [0x10] [1_0] [1;2] [NaN] [-NaN] [Infinity]
+    [-Infinity] [nan(1)] [tru] [truex] [nul] [nullx] ["abc ["\ ["\u ["\q"] ["\u12"] ["\ud800\u12"] x tru "a 5x -
+    5 "text" null""".split()
+MORE_BROKEN_TEXTS = [b"", b" \n", b"5 5", b'["\n"]', b'["\0"]', b"[1\0]", b"[\0", b"\0[", b"\0\0", b"\xff\xfe", b"\xfe\xff[",
+    b"[\xff]", b'["\xc3"]', b'["\xed\xa0\x80"]', b'["\xf4\x90\x80\x80"]', b"\xef\xbb\xbf", b"\xef\xbb\xbf[]", b"\xef\xbb\xbf" * 2]
+
 
 def edge_documents():
     """(name, bytes) of all of them."""
@@ -110,6 +117,8 @@ def variant_edges():
         yield f"edge-run-{length}.json", text(full_map(27, {"text": "x" * length}))
     heights = [{"heightem": height / 100} for height in (1, 29, 53, 57, 105, 65534, 65535, 65536)]
     yield "edge-heights.json", text(full_map(27, *({"defaulttextprop": one, "text": "h"} for one in heights)))
+    for number, broken in enumerate(BROKEN_TEXTS + MORE_BROKEN_TEXTS):
+        yield f"edge-broken-{number}.json", broken
     for number, key in enumerate(RULES.view_keys):
         yield f"edge-view-key-{number}.json", text({key: "6.27" if key == "ver" else []})
 

@@ -14,6 +14,8 @@ DIGITS = re.compile(rb"[0-9]*")
 WORD = re.compile(rb"[-+.0-9A-Za-z_]*")
 ESCAPES = {b'"': '"', b"\\": "\\", b"/": "/", b"b": "\b", b"f": "\f", b"n": "\n", b"r": "\r", b"t": "\t"}
 CONSTANTS = {b"true": True, b"false": False, b"null": None}
+# Text of 16 or 32 bits a character: its byte-order mark, or a zero among its first two bytes.
+WIDE = re.compile(rb"\xff\xfe|\xfe\xff|\0[^\0]|[^\0]\0", re.DOTALL)
 BYTE_ORDER_MARK = b"\xef\xbb\xbf"
 INTEGERS = range(-(2**63), 2**63)
 LONGEST_INTEGER = 20
@@ -66,6 +68,8 @@ class _Reader:
         self.repaired = False
 
     def document(self):
+        if WIDE.match(self.data):
+            raise Broken("input.unknown-format", 0)
         if self.data.startswith(BYTE_ORDER_MARK):
             self.findings.append(("json.byte-order-mark", 0))
             self.at = len(BYTE_ORDER_MARK)
