@@ -18,8 +18,10 @@ BROKEN_TEXTS = rb"""[ { {"a {"a" {"a": {"a":1 {"a":1, {"a":1] {,} {1:2} [, [,] [
     [01] [-01] [-] [--1] [+1] [.5] [1.] [1.2.3] [1e] [1e+] [1e5.5] [1e309] [0x10] [1_0] [1;2] [NaN] [-NaN] [Infinity]
     [-Infinity] [nan(1)] [tru] [truex] [nul] [nullx] ["abc ["\ ["\u ["\q"] ["\u12"] ["\ud800\u12"] x tru "a 5x -
     5 "text" null""".split()
-MORE_BROKEN_TEXTS = [b"", b" \n", b"5 5", b'["\n"]', b'["\0"]', b"[1\0]", b"[\0", b"\0[", b"\0\0", b"\xff\xfe", b"\xfe\xff[",
-    b"[\xff]", b'["\xc3"]', b'["\xed\xa0\x80"]', b'["\xf4\x90\x80\x80"]', b"\xef\xbb\xbf", b"\xef\xbb\xbf[]", b"\xef\xbb\xbf" * 2]
+MARK = b"\xef\xbb\xbf"
+MORE_BROKEN_TEXTS = [b"", b" \n", b"5 5", MARK, MARK + b"[]", MARK + MARK + b"[]", b'["\n"]', b'["\0"]', b"[1\0]"]
+WIDE_TEXTS = [b"[\0", b"\0[", b"\0\0", b"\xff\xfe", b"\xfe\xff["]
+BAD_ENCODINGS = [b"[\xff]", b'["\xc3"]', b'["\xed\xa0\x80"]', b'["\xf4\x90\x80\x80"]']
 
 
 def edge_documents():
@@ -117,7 +119,7 @@ def variant_edges():
         yield f"edge-run-{length}.json", text(full_map(27, {"text": "x" * length}))
     heights = [{"heightem": height / 100} for height in (1, 29, 53, 57, 105, 65534, 65535, 65536)]
     yield "edge-heights.json", text(full_map(27, *({"defaulttextprop": one, "text": "h"} for one in heights)))
-    for number, broken in enumerate(BROKEN_TEXTS + MORE_BROKEN_TEXTS):
+    for number, broken in enumerate(BROKEN_TEXTS + MORE_BROKEN_TEXTS + WIDE_TEXTS + BAD_ENCODINGS):
         yield f"edge-broken-{number}.json", broken
     for number, key in enumerate(RULES.view_keys):
         yield f"edge-view-key-{number}.json", text({key: "6.27" if key == "ver" else []})
