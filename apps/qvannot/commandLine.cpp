@@ -1,6 +1,11 @@
 #include "commandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <string_view>
 
 #include "annotationLegacy/version.h"
 #include "commands.h"
@@ -50,6 +55,23 @@ std::string requireName(std::string const& path) {
   return path.empty() ? "'' is no name of a file or folder" : std::string();
 }
 
+/// Adds an option of one word. `read` takes the word, or returns what is wrong with it.
+template <class Read>
+CLI::Option* addWord(CLI::App& command, char const* name, char const* word, char const* help, Read read) {
+  std::function<void(std::string const&)> const take = [name, read](std::string const& text) {
+    std::string const problem = read(text);
+    if (!problem.empty()) throw CLI::ValidationError(name, problem);
+  };
+  return command.add_option_function<std::string>(name, take, help)->type_name(word);
+}
+
+void addLimits(CLI::App& command, Limits& limits) {
+  for (LimitOption const& option : listLimitOptions()) {
+    auto const read = [&](std::string const& text) { return setLimit(option, text, limits); };
+    addWord(command, option.m_name, option.m_word, option.m_help, read)->group("Limits");
+  }
+}
+
 void addFiles(CLI::App& command, std::vector<std::string>& files) {
   command.add_option("FILE", files, "Documents; '-' reads standard input")->type_name("")->check(requireName);
 }
@@ -75,7 +97,7 @@ void addDropFlag(CLI::App& command, std::string const& name, int bit, int& bits,
 }
 
 struct TextModeWord {
-  char const* m_word;
+  std::string_view m_word;
   qvToolkit::TextMode m_mode;
 };
 constexpr TextModeWord TextModeWords[] = {{"live", qvToolkit::TextMode::Live},
@@ -83,52 +105,51 @@ constexpr TextModeWord TextModeWords[] = {{"live", qvToolkit::TextMode::Live},
                                           {"both", qvToolkit::TextMode::Both}};
 
 void addTextMode(CLI::App& command, qvToolkit::TextMode& mode) {
-  command
-      .add_option_function<std::string>(
-          option::Text,
-          [&mode](std::string const& text) {
-            for (TextModeWord const& word : TextModeWords) {
-              if (text != word.m_word) continue;
-              mode = word.m_mode;
-              return;
-            }
-            throw CLI::ValidationError(option::Text, "'" + text + "' is none of live, outline, both");
-          },
-          "Text of the pages: live characters (default), glyph outlines, or both")
-      ->type_name("{live,outline,both}");
+  auto const read = [&mode](std::string const& text) -> std::string {
+    auto const* const known = std::ranges::find(TextModeWords, text, &TextModeWord::m_word);
+    if (known == std::end(TextModeWords)) return "'" + text + "' is none of live, outline, both";
+    mode = known->m_mode;
+    return {};
+  };
+  addWord(command, option::Text, "{live,outline,both}",
+          "Text of the pages: live characters (default), glyph outlines, or both", read);
+}
+
+std::string readFormat(std::string const& text, qvToolkit::PageFormat& format) {
+  using qvToolkit::PageFormat;
+  for (auto const known : {PageFormat::Svg, PageFormat::Png, PageFormat::Pdf}) {
+    if (text != getFormatText(known)) continue;
+    format = known;
+    return {};
+  }
+  return "'" + text + "' is none of svg, png, pdf";
+}
+
+std::string readResolution(std::string const& text, unsigned& resolution) {
+  using qvToolkit::PageConversion;
+  constexpr CountRange Resolutions{PageConversion::MinResolution, PageConversion::MaxResolution};
+  auto const number = readCount(text, Resolutions);
+  if (number.has_value()) resolution = static_cast<unsigned>(*number);
+  return number.has_value() ? std::string()
+                            : refuseNumber(text, "number", std::to_string(Resolutions.m_least),
+                                           std::to_string(Resolutions.m_most));
 }
 
 void addConversion(CLI::App& command, qvToolkit::PageConversion& conversion) {
-  using qvToolkit::PageConversion;
-  command
-      .add_option_function<std::string>(
-          option::Format,
-          [&conversion](std::string const& text) {
-            for (auto const format :
-                 {qvToolkit::PageFormat::Svg, qvToolkit::PageFormat::Png, qvToolkit::PageFormat::Pdf}) {
-              if (text != getFormatText(format)) continue;
-              conversion.m_format = format;
-              return;
-            }
-            throw CLI::ValidationError(option::Format, "'" + text + "' is none of svg, png, pdf");
-          },
-          "Format of the pages: svg (default), png or pdf; the latter two take the program rsvg-convert")
-      ->type_name("{svg,png,pdf}");
-  command
-      .add_option_function<std::string>(
-          option::Dpi,
-          [&conversion](std::string const& text) {
-            constexpr CountRange Resolutions{PageConversion::MinResolution, PageConversion::MaxResolution};
-            auto const number = readCount(text, Resolutions);
-            if (!number.has_value()) {
-              throw CLI::ValidationError(option::Dpi,
-                                         refuseNumber(text, "number", std::to_string(Resolutions.m_least),
-                                                      std::to_string(Resolutions.m_most)));
-            }
-            conversion.m_resolution = static_cast<unsigned>(*number);
-          },
-          "Resolution of PNG pages in pixels per inch, from 10 to 2400 (default 150)")
-      ->type_name("N");
+  addWord(command, option::Format, "{svg,png,pdf}",
+          "Format of the pages: svg (default), png or pdf; the latter two take the program rsvg-convert",
+          [&conversion](std::string const& text) { return readFormat(text, conversion.m_format); });
+  addWord(command, option::Dpi, "N",
+          "Resolution of PNG pages in pixels per inch, from 10 to 2400 (default 150)",
+          [&conversion](std::string const& text) { return readResolution(text, conversion.m_resolution); });
+}
+
+std::string readFontMap(std::string const& text, qvToolkit::FontOptions& fonts) {
+  std::size_t const sign = text.find('=');
+  if (sign == std::string::npos || sign == 0 || sign + 1 == text.size())
+    return "'" + text + "' is no pair of families; write it like Old=New";
+  fonts.m_replacements.push_back({text.substr(0, sign), text.substr(sign + 1)});
+  return {};
 }
 
 void addFonts(CLI::App& command, qvToolkit::FontOptions& fonts) {
@@ -140,24 +161,23 @@ void addFonts(CLI::App& command, qvToolkit::FontOptions& fonts) {
       ->check(requireName)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->trigger_on_parse();
-  command
-      .add_option_function<std::string>(
-          option::FontMap,
-          [&fonts](std::string const& text) {
-            std::size_t const sign = text.find('=');
-            if (sign == std::string::npos || sign == 0 || sign + 1 == text.size()) {
-              throw CLI::ValidationError(option::FontMap,
-                                         "'" + text + "' is no pair of families; write it like Old=New");
-            }
-            fonts.m_replacements.push_back({text.substr(0, sign), text.substr(sign + 1)});
-          },
-          "Draw text of one font family with another one; may be repeated")
-      ->type_name("OLD=NEW")
+  addWord(command, option::FontMap, "OLD=NEW",
+          "Draw text of one font family with another one; may be repeated",
+          [&fonts](std::string const& text) { return readFontMap(text, fonts); })
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->trigger_on_parse();
   command.add_flag_callback(
       option::NoSystemFonts, [&fonts] { fonts.m_useSystemFonts = false; },
       std::string("Use only the fonts of ") + option::FontDir);
+}
+
+std::string readHeadSize(std::string const& text, float& headSize) {
+  auto const size = readLength(text, HeadSizes);
+  if (size.has_value()) headSize = *size;
+  return size.has_value()
+             ? std::string()
+             : refuseNumber(text, "number", formatLength(HeadSizes.m_least), formatLength(HeadSizes.m_most)) +
+                   "; write it like 3 or 2.5";
 }
 
 void addMigrate(CLI::App& app, MigrateCommand& command) {
@@ -175,21 +195,9 @@ void addMigrate(CLI::App& app, MigrateCommand& command) {
               "Migrate annotations whose metadata has only known keys, without it");
   addDropFlag(migrate, option::DropUnknownMetadata, qvAnnotationMigration::DropUnknownMetadata, dropped,
               "Pass over unknown metadata keys of annotations");
-  migrate
-      .add_option_function<std::string>(
-          option::HeadSize,
-          [&headSize](std::string const& text) {
-            auto const size = readLength(text, HeadSizes);
-            if (!size.has_value()) {
-              throw CLI::ValidationError(option::HeadSize,
-                                         refuseNumber(text, "number", formatLength(HeadSizes.m_least),
-                                                      formatLength(HeadSizes.m_most)) +
-                                             "; write it like 3 or 2.5");
-            }
-            headSize = *size;
-          },
-          "Size of leader heads and dimension arrows in mm, from 0.001 to 1000 (default 3)")
-      ->type_name("X");
+  addWord(migrate, option::HeadSize, "X",
+          "Size of leader heads and dimension arrows in mm, from 0.001 to 1000 (default 3)",
+          [&headSize](std::string const& text) { return readHeadSize(text, headSize); });
   migrate
       .add_option(option::Rasters, command.m_options.m_rasterFolder, "Folder of the images that rasters name")
       ->type_name("DIR")
@@ -216,23 +224,20 @@ void addFile(CLI::App& command, std::string& file) {
       ->required();
 }
 
+/// Spelled as versions are, so that nobody takes 6.022 for an older one.
+std::string readStreamVersion(std::string const& text, std::uint32_t& packed) {
+  qv::qvStreamVersion const version(text);
+  constexpr NumberRange<std::uint32_t> Writable{qvToolkit::OldestWritableVersion,
+                                                qvToolkit::NewestWritableVersion};
+  if (!Writable.holds(version.GetPacked()) || version.toString() != text)
+    return refuseNumber(text, "version", "6.13", "6.27");
+  packed = version.GetPacked();
+  return {};
+}
+
 CLI::Option* addStreamVersion(CLI::App& command, qvToolkit::EncodingOptions& options) {
-  return command
-      .add_option_function<std::string>(
-          option::StreamVersion,
-          [&options](std::string const& text) {
-            qv::qvStreamVersion const version(text);
-            constexpr NumberRange<std::uint32_t> Writable{qvToolkit::OldestWritableVersion,
-                                                          qvToolkit::NewestWritableVersion};
-            // Spelled as versions are, so that nobody takes 6.022 for an older one.
-            if (!Writable.holds(version.GetPacked()) || version.toString() != text) {
-              throw CLI::ValidationError(option::StreamVersion,
-                                         refuseNumber(text, "version", "6.13", "6.27"));
-            }
-            options.m_version = version.GetPacked();
-          },
-          "Version of the object stream, from 6.13 to 6.27")
-      ->type_name("X.Y");
+  return addWord(command, option::StreamVersion, "X.Y", "Version of the object stream, from 6.13 to 6.27",
+                 [&options](std::string const& text) { return readStreamVersion(text, options.m_version); });
 }
 
 /// Where a command's input comes from and where its object stream goes.
@@ -310,16 +315,13 @@ void addTransform(CLI::App& app, TransformCommand& command) {
 void addDump(CLI::App& app, DumpCommand& command) {
   CLI::App& dump = *app.add_subcommand("dump", "Show the fields of an object stream, byte by byte");
   addFile(dump, command.m_file);
-  dump.add_option_function<std::string>(
-          option::At,
-          [&command](std::string const& text) {
-            command.m_at = readOffset(text);
-            if (command.m_at.has_value()) return;
-            throw CLI::ValidationError(option::At, refuseNumber(text, "offset", "0", "18446744073709551615") +
-                                                       "; write it like 288 or 0x120");
-          },
-          "Show only the field that holds this byte, and its neighbours")
-      ->type_name("OFFSET");
+  auto const read = [&command](std::string const& text) {
+    command.m_at = readOffset(text);
+    return command.m_at.has_value()
+               ? std::string()
+               : refuseNumber(text, "offset", "0", "18446744073709551615") + "; write it like 288 or 0x120";
+  };
+  addWord(dump, option::At, "OFFSET", "Show only the field that holds this byte, and its neighbours", read);
 }
 
 std::string getVersionText() {

@@ -1,22 +1,13 @@
 #include "limitOptions.h"
 
-#include <CLI/CLI.hpp>
-#include <string>
-
 #include "optionNames.h"
-#include "optionNumbers.h"
 
 namespace qvannot {
 
 namespace {
 
-struct LimitOption {
-  char const* m_name;
-  Limit m_limit;
-  bool m_isSize;
-  CountRange m_range;
-  char const* m_help;
-};
+constexpr char const* Count = "N";
+constexpr char const* Size = "SIZE";
 
 constexpr std::uint64_t KiB = std::uint64_t{1} << 10;
 constexpr std::uint64_t MiB = std::uint64_t{1} << 20;
@@ -27,90 +18,86 @@ constexpr std::uint64_t MostOfAnything = 1'000'000'000'000;
 constexpr LimitOption LimitOptions[] = {
     {option::MaxMemory,
      Limit::Memory,
-     true,
+     Size,
      {MiB, MostBytes},
      "Memory (default 256M and 64 times the input, at most 4G)"},
     {option::MaxTime,
      Limit::Time,
-     false,
+     Count,
      {1, 1'000'000'000},
      "Seconds of processor time for an input, and twice as many by the clock (default 60)"},
-    {option::MaxInput, Limit::Input, true, {1, MostBytes}, "Size of an input (default 1G)"},
+    {option::MaxInput, Limit::Input, Size, {1, MostBytes}, "Size of an input (default 1G)"},
     {option::MaxFailedReads,
      Limit::FailedReads,
-     false,
+     Count,
      {0, MostOfAnything},
      "Reads behind the end of an object stream (default 1000000)"},
     {option::MaxStack,
      Limit::Stack,
-     true,
+     Size,
      {16 * KiB, MostBytes},
      "Stack for reading an object stream (default 1M, never more than a quarter of what there is)"},
     {option::MaxJsonDepth,
      Limit::JsonDepth,
-     false,
+     Count,
      {1, Limits::MostContainers},
      "Objects and arrays within each other (default 1000)"},
     {option::MaxDepth,
      Limit::Depth,
-     false,
+     Count,
      {0, MostOfAnything},
      "Levels of sub-annotations in what is written (default 200)"},
     {option::MaxNodes,
      Limit::Nodes,
-     false,
+     Count,
      {1, MostOfAnything},
      "Annotations of a view in what is written (default 10000000)"},
     {option::MaxOutput,
      Limit::Output,
-     true,
+     Size,
      {1, MostBytes},
      "All results together (default 64M and 64 times the input)"},
-    {option::MaxOutputFile, Limit::OutputFile, true, {1, MostBytes}, "One result (default 2G)"},
-    {option::MaxRaster, Limit::Raster, true, {1, MostBytes}, "File of an image (default 64M)"},
+    {option::MaxOutputFile, Limit::OutputFile, Size, {1, MostBytes}, "One result (default 2G)"},
+    {option::MaxRaster, Limit::Raster, Size, {1, MostBytes}, "File of an image (default 64M)"},
     {option::MaxViews,
      Limit::Views,
-     false,
+     Count,
      {1, MostOfAnything},
      "Views of a document that are migrated (default 10000)"},
+    {option::Limits,
+     std::nullopt,
+     "none",
+     {},
+     "For trusted documents: no limit but those that options set, and no process of its own"},
 };
+
+bool isSize(LimitOption const& option) {
+  return option.m_word == Size;
+}
 
 std::string refuseLimit(LimitOption const& option, std::string const& text) {
   auto const [least, most] = option.m_range;
-  if (!option.m_isSize) return refuseNumber(text, "number", std::to_string(least), std::to_string(most));
+  if (!isSize(option)) return refuseNumber(text, "number", std::to_string(least), std::to_string(most));
   return refuseNumber(text, "size", formatSize(least), formatSize(most)) +
          "; write it like 1048576, 512K, 64M or 2G";
 }
 
-void addLimit(CLI::App& command, LimitOption const& option, Limits& limits) {
-  command
-      .add_option_function<std::string>(
-          option.m_name,
-          [&option, &limits](std::string const& text) {
-            auto const value =
-                option.m_isSize ? readSize(text, option.m_range) : readCount(text, option.m_range);
-            if (!value.has_value()) throw CLI::ValidationError(option.m_name, refuseLimit(option, text));
-            limits.set(option.m_limit, *value);
-          },
-          option.m_help)
-      ->type_name(option.m_isSize ? "SIZE" : "N")
-      ->group("Limits");
-}
-
 }  // namespace
 
-void addLimits(CLI::App& command, Limits& limits) {
-  for (LimitOption const& option : LimitOptions) addLimit(command, option, limits);
-  command
-      .add_option_function<std::string>(
-          option::Limits,
-          [&limits](std::string const& text) {
-            if (text != "none") throw CLI::ValidationError(option::Limits, "'" + text + "' is not none");
-            limits.lift();
-          },
-          "For trusted documents: no limit but those that options set, and no process of its own")
-      ->type_name("none")
-      ->group("Limits");
+std::span<LimitOption const> listLimitOptions() {
+  return LimitOptions;
+}
+
+std::string setLimit(LimitOption const& option, std::string const& text, Limits& limits) {
+  if (!option.m_limit.has_value()) {
+    if (text != option.m_word) return "'" + text + "' is not " + option.m_word;
+    limits.lift();
+    return {};
+  }
+  auto const value = isSize(option) ? readSize(text, option.m_range) : readCount(text, option.m_range);
+  if (!value.has_value()) return refuseLimit(option, text);
+  limits.set(*option.m_limit, *value);
+  return {};
 }
 
 }  // namespace qvannot

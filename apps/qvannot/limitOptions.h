@@ -1,14 +1,27 @@
 #pragma once
 
-#include "limits.h"
+#include <optional>
+#include <span>
+#include <string>
 
-namespace CLI {
-class App;
-}
+#include "limits.h"
+#include "optionNumbers.h"
 
 namespace qvannot {
 
-/// Adds an option for each limit, and the one that lifts all.
-void addLimits(CLI::App& command, Limits& limits);
+/// An option that sets one limit, or lifts all of them.
+struct LimitOption {
+  char const* m_name;
+  std::optional<Limit> m_limit;  ///< none for the option that lifts all
+  char const* m_word;            ///< what it takes, as the help shows it
+  CountRange m_range;
+  char const* m_help;
+};
+
+/// In the order of the help.
+std::span<LimitOption const> listLimitOptions();
+
+/// Does what the option's word asks for. Returns what is wrong with the word; empty when nothing is.
+std::string setLimit(LimitOption const& option, std::string const& text, Limits& limits);
 
 }  // namespace qvannot
