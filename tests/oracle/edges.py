@@ -16,8 +16,8 @@ ODD_VALUES = (None, True, 7, 2.5, "odd", [1, 2], [1, 2, "3"], [1, 2, 3], {"odd":
 
 BROKEN_TEXTS = rb"""[ { {"a {"a" {"a": {"a":1 {"a":1, {"a":1] {,} {1:2} [, [,] [1 [1, [1} [1]] {}{} []/**/ /**/[] ['a']
     [01] [-01] [-] [--1] [+1] [.5] [1.] [1.2.3] [1e] [1e+] [1e5.5] [1e309] [0x10] [1_0] [1;2] [NaN] [-NaN] [Infinity]
-    [-Infinity] [nan(1)] [tru] [truex] [nul] [nullx] ["abc ["\ ["\u ["\q"] ["\u12"] ["\ud800\u12"] x tru "a 5x -
-    5 "text" null""".split()
+    [-Infinity] [nan(1)] [tru] [truex] [true1] [true_] [true-] [true.] [nul] [nullx] ["abc ["\ ["\u
+    ["\q"] ["\u12"] ["\ud800\u12"] x tru "a 5x - 5 "text" null""".split()
 MARK = b"\xef\xbb\xbf"
 MORE_BROKEN_TEXTS = [b"", b" \n", b"5 5", MARK, MARK + b"[]", MARK + MARK + b"[]", b'["\n"]', b'["\0"]', b"[1\0]"]
 WIDE_TEXTS = [b"[\0", b"\0[", b"\0\0", b"\xff\xfe", b"\xfe\xff["]

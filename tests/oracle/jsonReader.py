@@ -11,7 +11,7 @@ BLANKS = re.compile(rb"[ \t\n\r]*")
 PLAIN = re.compile(rb'[^"\\\x00-\x1f]*')
 FIRST = re.compile(rb'[{["0-9tfn-]')
 DIGITS = re.compile(rb"[0-9]*")
-WORD = re.compile(rb"[-+.0-9A-Za-z_]*")
+WORD = re.compile(rb"[0-9A-Za-z_]*")
 ESCAPES = {b'"': '"', b"\\": "\\", b"/": "/", b"b": "\b", b"f": "\f", b"n": "\n", b"r": "\r", b"t": "\t"}
 CONSTANTS = {b"true": True, b"false": False, b"null": None}
 # Text of 16 or 32 bits a character: its byte-order mark, or a zero among its first two bytes.
