@@ -1,8 +1,11 @@
 #include <cmath>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "images/imageFormat.h"
 #include "migration/fontFindings.h"
+#include "migration/itemWalk.h"
 #include "migration/migrationFindings.h"
 #include "qvSvg/image.h"
 #include "qvSvg/text.h"
@@ -53,24 +56,34 @@ void reportImage(qv::svg::Image const& image, std::string const& address, Raster
                "the image is shown as a black rectangle: " + std::string(reason), address);
 }
 
-void reportItems(qv::svg::Node const& node, AnnotationPair const& pair, AnnotationMarks const& marks,
-                 RasterFolder const& rasters, FindingList& findings) {
-  for (auto const& item : node.getChildren()) {
-    if (auto const* text = dynamic_cast<qv::svg::Text const*>(item.get())) {
-      for (auto const& span : text->m_spans) reportSpan(span, pair.m_address, findings);
-    } else if (auto const* image = dynamic_cast<qv::svg::Image const*>(item.get())) {
-      reportImage(*image, pair.m_address, rasters, findings);
-    } else if (auto const* group = dynamic_cast<qv::svg::Node const*>(item.get())) {
-      if (!marks.contains(group)) reportItems(*group, pair, marks, rasters, findings);
+/// Reports the items of one annotation; what belongs to another one is left to that one.
+struct ContentReport {
+  struct Nothing {};
+
+  std::optional<Nothing> enter(qv::svg::ItemInterface const& item, Nothing) {
+    if (item.getKind() == qv::svg::ItemKind::Text) {
+      for (auto const& span : static_cast<qv::svg::Text const&>(item).m_spans)
+        reportSpan(span, m_pair.m_address, m_findings);
+    } else if (item.getKind() == qv::svg::ItemKind::Image) {
+      reportImage(static_cast<qv::svg::Image const&>(item), m_pair.m_address, m_rasters, m_findings);
     }
+    bool const isForeign = &item != m_pair.m_root && findMark(m_marks, &item) != nullptr;
+    return isForeign ? std::nullopt : std::optional<Nothing>(std::in_place);
   }
-}
+  void leave(qv::svg::ItemInterface const&) {}
+
+  AnnotationPair const& m_pair;
+  AnnotationMarks const& m_marks;
+  RasterFolder const& m_rasters;
+  FindingList& m_findings;
+};
 
 }  // namespace
 
 void reportContent(AnnotationPair const& pair, AnnotationMarks const& marks, RasterFolder const& rasters,
                    FindingList& findings) {
-  if (pair.m_root != nullptr) reportItems(*pair.m_root, pair, marks, rasters, findings);
+  ContentReport report{pair, marks, rasters, findings};
+  if (pair.m_root != nullptr) walkItems(*pair.m_root, report, ContentReport::Nothing());
 }
 
 }  // namespace qvToolkit

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "images/imageFormat.h"
+#include "migration/itemWalk.h"
 #include "pages/itemExtent.h"
 #include "text/countText.h"
 
@@ -54,8 +55,8 @@ PageMeasure::PageMeasure(MigratedView const& view, RasterFolder const& rasters, 
 }
 
 void PageMeasure::measureAnnotation(qv::qvCadAnnotation const& annotation) {
-  auto const mark = m_view.m_marks.find(annotation.m_svgRoot.get());
-  std::string const address = mark == m_view.m_marks.end() ? std::string() : mark->second.m_address;
+  AnnotationMark const* const mark = findMark(m_view.m_marks, annotation.m_svgRoot.get());
+  std::string const address = mark == nullptr ? std::string() : mark->m_address;
   for (auto const& segment : annotation.m_lineSegments) {
     if (!isDrawable(segment)) {
       leaveOut(address, false);
@@ -65,35 +66,28 @@ void PageMeasure::measureAnnotation(qv::qvCadAnnotation const& annotation) {
     m_extent.add(project(segment.m_to));
   }
   for (auto const& shape : annotation.m_shapes) {
-    if (shape.m_node != nullptr) measureItem(*shape.m_node, getPlacement(shape), address);
+    if (shape.m_node != nullptr) walkItems(*shape.m_node, *this, Place{getPlacement(shape), &address});
   }
-  if (annotation.m_svgRoot != nullptr) measureItem(*annotation.m_svgRoot, getPlacement(annotation), address);
+  if (annotation.m_svgRoot != nullptr)
+    walkItems(*annotation.m_svgRoot, *this, Place{getPlacement(annotation), &address});
 }
 
-void PageMeasure::measureItem(qv::svg::ItemInterface const& item, Affine const& outer,
-                              std::string const& outerAddress) {
-  auto const* node = dynamic_cast<qv::svg::Node const*>(&item);
-  auto const mark = m_view.m_marks.find(node);
-  std::string const& address = mark == m_view.m_marks.end() ? outerAddress : mark->second.m_address;
-  Affine const map = item.m_transform ? outer * Affine::fromMatrix(*item.m_transform) : outer;
+std::optional<PageMeasure::Place> PageMeasure::enter(qv::svg::ItemInterface const& item, Place const& outer) {
+  AnnotationMark const* const mark = findMark(m_view.m_marks, &item);
+  std::string const& address = mark == nullptr ? *outer.m_address : mark->m_address;
+  Affine const map = item.m_transform ? outer.m_map * Affine::fromMatrix(*item.m_transform) : outer.m_map;
   std::optional<Extent> extent = measureOwnExtent(item);
   if (extent && !extent->isEmpty()) extent = extent->map(map);
-  if (!extent || !map.isDrawable() || !outer.isDrawable()) {
+  if (!extent || !map.isDrawable() || !outer.m_map.isDrawable()) {
     m_leftOut.insert(&item);
-    leaveOut(address, mark != m_view.m_marks.end());
-    return;
+    leaveOut(address, mark != nullptr);
+    return std::nullopt;
   }
   m_extent.add(*extent);
-  if (node != nullptr) measureChildren(*node, map, address);
-  if (auto const* image = dynamic_cast<qv::svg::Image const*>(&item)) m_images.addUse(*image);
-  auto const* text = m_hasOutlines ? dynamic_cast<qv::svg::Text const*>(&item) : nullptr;
-  if (text != nullptr) m_glyphs.add(*text);
-}
-
-void PageMeasure::measureChildren(qv::svg::Node const& node, Affine const& map, std::string const& address) {
-  for (auto const& child : node.getChildren()) {
-    if (child != nullptr) measureItem(*child, map, address);
-  }
+  if (item.getKind() == qv::svg::ItemKind::Image) m_images.addUse(static_cast<qv::svg::Image const&>(item));
+  if (m_hasOutlines && item.getKind() == qv::svg::ItemKind::Text)
+    m_glyphs.add(static_cast<qv::svg::Text const&>(item));
+  return Place{map, &address};
 }
 
 void PageMeasure::leaveOut(std::string const& address, bool isAnnotation) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -15,7 +16,6 @@
 #include "qvAnnotation/qvCadAnnotationView.h"
 #include "qvSvg/image.h"
 #include "qvSvg/itemInterface.h"
-#include "qvSvg/node.h"
 #include "qvToolkit/migration/migrationSession.h"
 
 namespace qvToolkit {
@@ -71,10 +71,17 @@ class PageMeasure {
   /// What is left out, one finding for each annotation that it belongs to.
   Findings listFindings() const;
 
+  /// Where an item is to be drawn.
+  struct Place {
+    Affine m_map;
+    std::string const* m_address;  ///< of the annotation that it belongs to
+  };
+  /// For `walkItems`: measures an item, and tells where its children are to be drawn.
+  std::optional<Place> enter(qv::svg::ItemInterface const& item, Place const& outer);
+  void leave(qv::svg::ItemInterface const&) {}
+
  private:
   void measureAnnotation(qv::qvCadAnnotation const& annotation);
-  void measureItem(qv::svg::ItemInterface const& item, Affine const& outer, std::string const& address);
-  void measureChildren(qv::svg::Node const& node, Affine const& map, std::string const& address);
   void leaveOut(std::string const& address, bool isAnnotation);
 
   MigratedView const& m_view;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
+#include "migration/itemWalk.h"
 #include "pages/itemMarkup.h"
 #include "pages/pathData.h"
 #include "qvSvg/path.h"
@@ -73,8 +73,8 @@ void SvgItems::writeContent(qv::qvCadAnnotation const& annotation) {
 void SvgItems::writeLeaders(qv::qvCadAnnotation const& annotation) {
   if (annotation.m_lineSegments.empty() && annotation.m_shapes.empty()) return;
   openColored(annotation);
-  auto const mark = m_view.m_marks.find(annotation.m_svgRoot.get());
-  if (mark != m_view.m_marks.end()) m_markup.attribute("data-leaders-of", mark->second.m_address);
+  AnnotationMark const* const mark = findMark(m_view.m_marks, annotation.m_svgRoot.get());
+  if (mark != nullptr) m_markup.attribute("data-leaders-of", mark->m_address);
   writeSegments(annotation);
   for (auto const& shape : annotation.m_shapes) {
     if (shape.m_node == nullptr || m_measure.isLeftOut(shape.m_node.get())) continue;
@@ -106,42 +106,46 @@ void SvgItems::writeSegments(qv::qvCadAnnotation const& annotation) {
 }
 
 void SvgItems::writeItem(qv::svg::ItemInterface const& item) {
-  if (m_measure.isLeftOut(&item)) return;
-  switch (item.getKind()) {
-    case qv::svg::ItemKind::Node:
-      return writeNode(static_cast<qv::svg::Node const&>(item));
-    case qv::svg::ItemKind::Rect: {
-      auto const& rect = static_cast<qv::svg::Rect const&>(item);
-      return writeRect(rect, rect.m_origin, rect.m_size);
-    }
-    case qv::svg::ItemKind::Image:
-      return writeImage(static_cast<qv::svg::Image const&>(item));
-    case qv::svg::ItemKind::Path:
-      return writePath(item);
-    case qv::svg::ItemKind::Text:
-      return m_texts.write(static_cast<qv::svg::Text const&>(item), m_fill);
-  }
+  walkItems(item, *this, static_cast<std::string const*>(&m_fill));
 }
 
-void SvgItems::writeNode(qv::svg::Node const& node) {
-  m_markup.open("g");
-  writeTransform(m_markup, formatItemTransform(node));
-  writePaint(m_markup, node);
-  writeMark(node);
-  std::string outerFill = m_fill;
-  if (isPaint(node.m_backgroundColor)) m_fill = *node.m_backgroundColor;
-  for (auto const& child : node.getChildren()) {
-    if (child != nullptr) writeItem(*child);
+std::optional<std::string const*> SvgItems::enter(qv::svg::ItemInterface const& item,
+                                                  std::string const* fill) {
+  if (m_measure.isLeftOut(&item)) return std::nullopt;
+  switch (item.getKind()) {
+    case qv::svg::ItemKind::Node:
+      openNode(item);
+      return isPaint(item.m_backgroundColor) ? &*item.m_backgroundColor : fill;
+    case qv::svg::ItemKind::Rect: {
+      auto const& rect = static_cast<qv::svg::Rect const&>(item);
+      writeRect(rect, rect.m_origin, rect.m_size);
+      break;
+    }
+    case qv::svg::ItemKind::Image:
+      writeImage(static_cast<qv::svg::Image const&>(item));
+      break;
+    case qv::svg::ItemKind::Path:
+      writePath(item);
+      break;
+    case qv::svg::ItemKind::Text:
+      m_texts.write(static_cast<qv::svg::Text const&>(item), *fill);
+      break;
   }
-  m_fill = std::move(outerFill);
+  return std::nullopt;
+}
+
+void SvgItems::leave(qv::svg::ItemInterface const&) {
   m_markup.close();
 }
 
-void SvgItems::writeMark(qv::svg::Node const& node) {
-  auto const mark = m_view.m_marks.find(&node);
-  if (mark == m_view.m_marks.end()) return;
-  m_markup.attribute("data-name", mark->second.m_name).attribute("data-address", mark->second.m_address);
-  if (!mark->second.m_name.empty()) m_markup.open("title").text(mark->second.m_name).close();
+void SvgItems::openNode(qv::svg::ItemInterface const& node) {
+  m_markup.open("g");
+  writeTransform(m_markup, formatItemTransform(node));
+  writePaint(m_markup, node);
+  AnnotationMark const* const mark = findMark(m_view.m_marks, &node);
+  if (mark == nullptr) return;
+  m_markup.attribute("data-name", mark->m_name).attribute("data-address", mark->m_address);
+  if (!mark->m_name.empty()) m_markup.open("title").text(mark->m_name).close();
 }
 
 void SvgItems::writeRect(qv::svg::ItemInterface const& item, Wm4::Vector2<float> const& origin,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "pages/markup.h"
@@ -22,12 +23,15 @@ class SvgItems {
   /// The leader lines and heads of one annotation.
   void writeLeaders(qv::qvCadAnnotation const& annotation);
 
+  /// For `walkItems`: writes an item, with the fill of what sets none.
+  std::optional<std::string const*> enter(qv::svg::ItemInterface const& item, std::string const* fill);
+  void leave(qv::svg::ItemInterface const& item);
+
  private:
   void writeSymbol(std::size_t image);
   void openColored(qv::qvCadAnnotation const& annotation);
   void writeItem(qv::svg::ItemInterface const& item);
-  void writeNode(qv::svg::Node const& node);
-  void writeMark(qv::svg::Node const& node);
+  void openNode(qv::svg::ItemInterface const& node);
   void writeRect(qv::svg::ItemInterface const& item, Wm4::Vector2<float> const& origin,
                  Wm4::Vector2<float> const& size);
   void writeImage(qv::svg::Image const& image);
@@ -40,7 +44,7 @@ class SvgItems {
   PageMeasure const& m_measure;
   Markup& m_markup;
   SvgTexts m_texts;
-  std::string m_fill;  ///< of what sets none, where the writing has come to
+  std::string m_fill;  ///< of the annotation at hand
 };
 
 }  // namespace qvToolkit

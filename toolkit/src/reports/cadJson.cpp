@@ -4,6 +4,7 @@
 
 #include "images/imageFormat.h"
 #include "migration/fontMatchText.h"
+#include "migration/itemWalk.h"
 #include "qvSvg/image.h"
 #include "qvSvg/path.h"
 #include "qvSvg/rect.h"
@@ -73,8 +74,8 @@ void CadJson::writeViewMembers(qv::qvCadAnnotationView const& view) {
 
 void CadJson::writeAnnotation(qv::qvCadAnnotation const& annotation) {
   m_json.beginObject();
-  auto const mark = m_marks.find(annotation.m_svgRoot.get());
-  if (mark != m_marks.end()) m_json.member("address", mark->second.m_address);
+  if (AnnotationMark const* const mark = findMark(m_marks, annotation.m_svgRoot.get()))
+    m_json.member("address", mark->m_address);
   m_json.member("name", annotation.GetName());
   writePoint("position", annotation.m_position);
   m_json.member("rotationAngle", annotation.m_rotationAngle).member("scale", annotation.m_scale);
@@ -82,11 +83,7 @@ void CadJson::writeAnnotation(qv::qvCadAnnotation const& annotation) {
   writeFlags(annotation.m_flags);
   writeLeaders(annotation);
   m_json.key("svg");
-  if (annotation.m_svgRoot == nullptr) {
-    m_json.null();
-  } else {
-    writeItem(*annotation.m_svgRoot);
-  }
+  writeItem(annotation.m_svgRoot);
   m_json.endObject();
 }
 
@@ -118,19 +115,24 @@ void CadJson::writeLeaders(qv::qvCadAnnotation const& annotation) {
     m_json.beginObject();
     writePoint("point", shape.m_point);
     m_json.key("svg");
-    if (shape.m_node == nullptr) {
-      m_json.null();
-    } else {
-      writeItem(*shape.m_node);
-    }
+    writeItem(shape.m_node);
     m_json.endObject();
   }
   m_json.endArray();
 }
 
-void CadJson::writeItem(qv::svg::ItemInterface const& item) {
+void CadJson::writeItem(std::shared_ptr<qv::svg::Node> const& root) {
+  if (root == nullptr) {
+    m_json.null();
+  } else {
+    walkItems(*root, *this, Nothing());
+  }
+}
+
+std::optional<CadJson::Nothing> CadJson::enter(qv::svg::ItemInterface const& item, Nothing) {
   m_json.beginObject().member("kind", getText(KindTexts, item.getKind()));
-  writeMark(dynamic_cast<qv::svg::Node const*>(&item));
+  if (AnnotationMark const* const mark = findMark(m_marks, &item))
+    m_json.member("address", mark->m_address).member("name", mark->m_name);
   if (!item.m_class.empty()) m_json.member("class", item.m_class);
   writeColor("border", item.m_borderColor);
   writeColor("background", item.m_backgroundColor);
@@ -140,24 +142,22 @@ void CadJson::writeItem(qv::svg::ItemInterface const& item) {
   } else {
     m_json.null();
   }
+  if (item.getKind() == qv::svg::ItemKind::Node) {
+    m_json.key("children").beginArray();
+    return Nothing();
+  }
   writeContent(item);
   m_json.endObject();
+  return std::nullopt;
 }
 
-void CadJson::writeMark(qv::svg::Node const* node) {
-  auto const mark = m_marks.find(node);
-  if (node == nullptr || mark == m_marks.end()) return;
-  m_json.member("address", mark->second.m_address).member("name", mark->second.m_name);
+void CadJson::leave(qv::svg::ItemInterface const&) {
+  m_json.endArray().endObject();
 }
 
 void CadJson::writeContent(qv::svg::ItemInterface const& item) {
   switch (item.getKind()) {
     case qv::svg::ItemKind::Node:
-      m_json.key("children").beginArray();
-      for (auto const& child : static_cast<qv::svg::Node const&>(item).getChildren()) {
-        if (child != nullptr) writeItem(*child);
-      }
-      m_json.endArray();
       return;
     case qv::svg::ItemKind::Rect:
       writePoint("origin", static_cast<qv::svg::Rect const&>(item).m_origin);

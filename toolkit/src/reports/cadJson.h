@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -20,12 +21,16 @@ class CadJson {
   /// The members of a view's object that the migration made: plane and annotations.
   void writeViewMembers(qv::qvCadAnnotationView const& view);
 
+  /// For `walkItems`: writes an item up to its children, and what stands behind them.
+  struct Nothing {};
+  std::optional<Nothing> enter(qv::svg::ItemInterface const& item, Nothing);
+  void leave(qv::svg::ItemInterface const& item);
+
  private:
   void writeAnnotation(qv::qvCadAnnotation const& annotation);
   void writeLeaders(qv::qvCadAnnotation const& annotation);
   void writeFlags(std::uint8_t flags);
-  void writeMark(qv::svg::Node const* node);
-  void writeItem(qv::svg::ItemInterface const& item);
+  void writeItem(std::shared_ptr<qv::svg::Node> const& root);
   void writeContent(qv::svg::ItemInterface const& item);
   void writeImage(qv::svg::ItemInterface const& item);
   void writePath(qv::svg::ItemInterface const& item);

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 #include <tuple>
 
+#include "migration/itemWalk.h"
 #include "qvAnnotation/fontOptions.h"
+#include "qvSvg/text.h"
 #include "text/textTable.h"
 #include "text/utf8.h"
 
@@ -40,11 +43,22 @@ class FontCollector {
   void addView(MigratedView const& view) {
     if (view.m_view == nullptr) return;
     m_marks = &view.m_marks;
+    std::string const address = Address::ofView(view.m_index).getText();
     for (auto const& annotation : view.m_view->m_annotations) {
       bool const hasContent = annotation != nullptr && annotation->m_svgRoot != nullptr;
-      if (hasContent) addNode(*annotation->m_svgRoot, Address::ofView(view.m_index).getText());
+      if (hasContent) walkItems(*annotation->m_svgRoot, *this, &address);
     }
   }
+
+  /// For `walkItems`, with the address of the annotation around.
+  std::optional<std::string const*> enter(qv::svg::ItemInterface const& item, std::string const* address) {
+    if (AnnotationMark const* const mark = findMark(*m_marks, &item)) address = &mark->m_address;
+    if (item.getKind() == qv::svg::ItemKind::Text) {
+      for (auto const& span : static_cast<qv::svg::Text const&>(item).m_spans) addSpan(span, *address);
+    }
+    return address;
+  }
+  void leave(qv::svg::ItemInterface const&) {}
 
   FontReport takeReport() {
     FontReport report;
@@ -54,18 +68,6 @@ class FontCollector {
   }
 
  private:
-  void addNode(qv::svg::Node const& node, std::string const& outerAddress) {
-    auto const mark = m_marks->find(&node);
-    std::string const& address = mark == m_marks->end() ? outerAddress : mark->second.m_address;
-    for (auto const& item : node.getChildren()) {
-      if (auto const* text = dynamic_cast<qv::svg::Text const*>(item.get())) {
-        for (auto const& span : text->m_spans) addSpan(span, address);
-      } else if (auto const* group = dynamic_cast<qv::svg::Node const*>(item.get())) {
-        addNode(*group, address);
-      }
-    }
-  }
-
   void addSpan(qv::svg::TextSpan const& span, std::string const& address) {
     FontUse use = makeUse(span);
     auto key = makeKey(use);
