@@ -30,7 +30,8 @@ bool looksLikeView(VariantMap const& map) {
 
 void report(DocumentShape& shape, FindingCode code, Severity severity, std::string text,
             std::string pointer) {
-  shape.m_findings.push_back({code, severity, std::move(text), {}, {{}, {}, {}, std::move(pointer)}, {}});
+  shape.m_findings.push_back(
+      makeFinding(code, severity, std::move(text), {}, {{}, {}, {}, std::move(pointer)}));
 }
 
 void addViews(DocumentShape& shape, VariantList const& list, std::string const& pointer) {

@@ -27,16 +27,15 @@ constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 /// More than an optimised build takes, by a factor of three.
 constexpr std::uint64_t StackPerContainer = 1024;
 
-void fail(Document& document, ExitCode failure, Finding finding) {
+void fail(Document& document, Finding finding) {
   document.m_views.clear();
-  document.m_failure = failure;
+  document.m_failure = getExitCode(finding.m_code);
   document.m_findings.push_back(std::move(finding));
 }
 
 void failFormat(Document& document, std::string_view content, std::size_t offset, std::string text) {
   SourcePlace place = LineCounter(content).locate(offset);
-  fail(document, ExitInputBroken,
-       {FindingCode::FormatUnknown, Severity::Error, std::move(text), {}, std::move(place), {}});
+  fail(document, makeFinding(FindingCode::FormatUnknown, std::move(text), {}, std::move(place)));
 }
 
 /// True when the first bytes are those of JSON text in two or four bytes a character.
@@ -115,12 +114,9 @@ void append(Findings& findings, Findings more) {
 LoadedView loadView(Document& document, ViewEntry const& entry, std::string address, ReadAudit& audit) {
   LoadedView view;
   if (!entry.m_value->isMap()) {
-    document.m_findings.push_back({FindingCode::DocumentShape,
-                                   Severity::Error,
-                                   "found a view that is no object; it was passed over",
-                                   std::move(address),
-                                   {{}, {}, {}, entry.m_jsonPointer},
-                                   {}});
+    document.m_findings.push_back(makeFinding(FindingCode::DocumentShape,
+                                              "found a view that is no object; it was passed over",
+                                              std::move(address), {{}, {}, {}, entry.m_jsonPointer}));
     return view;
   }
   VariantMap const& map = entry.m_value->toMap();
@@ -145,7 +141,7 @@ bool loadViews(Document& document, DocumentShape const& shape) {
     } catch (std::bad_alloc const& error) {
       Finding refusal = makeLimitFinding(error);
       refusal.m_address = address;
-      fail(document, ExitLimit, std::move(refusal));
+      fail(document, std::move(refusal));
       return false;
     }
   }
@@ -155,9 +151,8 @@ bool loadViews(Document& document, DocumentShape const& shape) {
 
 /// Too many levels are a limit, whatever else is wrong is the text's own fault.
 void failReading(Document& document) {
-  document.m_failure = ExitInputBroken;
   for (Finding const& finding : document.m_findings) {
-    if (finding.m_code == FindingCode::JsonTooDeep) document.m_failure = ExitLimit;
+    document.m_failure = std::max(document.m_failure, getExitCode(finding.m_code));
   }
 }
 
@@ -177,8 +172,7 @@ void readJsonDocument(Document& document, std::string& content, OpenLimits const
   if (!shape.m_isDocument) {
     document.m_failure = ExitInputBroken;
   } else if (shape.m_views.empty()) {
-    document.m_findings.push_back(
-        {FindingCode::NoViews, Severity::Warning, "the document holds no view", {}, {}, {}});
+    document.m_findings.push_back(makeFinding(FindingCode::NoViews, "the document holds no view"));
   }
   if (!loadViews(document, shape)) return;
   locateFindings(content, document.m_findings);
@@ -197,7 +191,7 @@ Document readDocument(std::string content, std::string const& path, OpenLimits c
       readJsonDocument(document, content, limits);
     }
   } catch (std::bad_alloc const& error) {
-    fail(document, ExitLimit, makeLimitFinding(error));
+    fail(document, makeLimitFinding(error));
   }
   return document;
 }
@@ -208,9 +202,9 @@ Document openDocument(std::string const& path, OpenLimits const& limits) {
   try {
     InputFile input = readInputFile(path, limits.m_maxInputBytes);
     if (!input.m_problem.has_value()) return readDocument(std::move(input.m_bytes), path, limits);
-    fail(document, getExitCode(input.m_problem->m_code), std::move(*input.m_problem));
+    fail(document, std::move(*input.m_problem));
   } catch (std::bad_alloc const& error) {
-    fail(document, ExitLimit, makeLimitFinding(error));
+    fail(document, makeLimitFinding(error));
   }
   return document;
 }

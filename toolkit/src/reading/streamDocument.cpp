@@ -220,12 +220,8 @@ void StreamDocumentReader::addCutTexts() {
            findAddress(findObjectAt(text.m_offset)));
   }
   if (cut.m_more == 0) return;
-  m_document.m_findings.push_back({FindingCode::RecordLost,
-                                   Severity::Error,
-                                   formatCount(cut.m_more, "more text") + " cut, which are not listed",
-                                   {},
-                                   {},
-                                   {}});
+  m_document.m_findings.push_back(makeFinding(
+      FindingCode::RecordLost, formatCount(cut.m_more, "more text") + " cut, which are not listed"));
 }
 
 /// A document that broke before its first view is not known to hold none.
@@ -234,8 +230,7 @@ void StreamDocumentReader::reportNoView() {
     m_document.m_failure = ExitInputBroken;
     return;
   }
-  m_document.m_findings.push_back(
-      {FindingCode::NoViews, Severity::Warning, "the document holds no view", {}, {}, {}});
+  m_document.m_findings.push_back(makeFinding(FindingCode::NoViews, "the document holds no view"));
 }
 
 void StreamDocumentReader::report(FindingCode code, Severity severity, std::string const& object,
@@ -243,7 +238,7 @@ void StreamDocumentReader::report(FindingCode code, Severity severity, std::stri
   std::string place = object.empty() ? "byte " : object + ", byte ";
   place += std::to_string(offset);
   m_document.m_findings.push_back(
-      {code, severity, place + ": " + text, std::move(address), {offset, {}, {}, {}}, {}});
+      makeFinding(code, severity, place + ": " + text, std::move(address), {offset, {}, {}, {}}));
 }
 
 }  // namespace
