@@ -3,7 +3,6 @@
 #include <string>
 
 #include "annotationLegacy/qvAnnotationText.h"
-#include "reading/readerMessages.h"
 #include "tests/support/openTest.h"
 
 namespace {
