@@ -7,6 +7,7 @@
 #include "migration/itemTransform.h"
 #include "ports/cad.h"
 #include "ports/svg.h"
+#include "rules/migrationMessages.h"
 
 namespace qvLegacy {
 
@@ -59,7 +60,7 @@ bool qvAnnotationMigration::createFramedContent(qvAnnotationInterface const& ann
 
   qv::svg::BoundingBox contentBox;
   qv::svg::ComputeEstimatedBoundingBox(*root, contentBox, nullptr, nullptr);
-  if (!contentBox.isValid()) return migration::fail("Empty frame");
+  if (!contentBox.isValid()) return migration::fail(rules::migrationMessages::emptyFrame.text);
   contentBox.addMargin(margin);
   centerContent(*root, contentBox);
   int const shape = annotation.m_style & qvAnnotationInterface::FrameShapeMask;

@@ -1,15 +1,11 @@
 #include "migration/color.h"
 
+#include "rules/colors.h"
+
 namespace qvLegacy::migration {
 
 Color contrastColor(Color const& color) {
-  float const red = color.X();
-  float const green = color.Y();
-  float const blue = color.Z();
-  float const luminance = red * 0.3F + green * 0.59F + blue * 0.11F;
-  // KEEP: the luminance runs from 0 to 255, so white is taken for all but black colours only: established
-  // documents look that way.
-  return luminance < 0.3F ? white : black;
+  return rules::takesWhiteText(color.X(), color.Y(), color.Z()) ? white : black;
 }
 
 std::string colorText(Color const& color) {

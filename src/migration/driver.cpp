@@ -2,8 +2,11 @@
 #include "migration/fail.h"
 #include "ports/cad.h"
 #include "ports/text.h"
+#include "rules/migrationMessages.h"
 
 namespace qvLegacy {
+
+namespace messages = rules::migrationMessages;
 
 qvAnnotationMigration::qvAnnotationMigration(int options, RasterCallback rasterCallback, void* userData,
                                              float headSize)
@@ -23,7 +26,7 @@ bool qvAnnotationMigration::migrateAnnotationView(qv::qvPointer<qvAnnotationView
   cadView->SetName(view->GetName());
   ports::setPlane(*cadView, view->m_planeOrigin, view->m_planeNormal, view->m_planeXAxis);
   if (!view->m_metadata.empty() && (m_options & DropViewMetadata) == 0) {
-    return migration::fail("Found metadata in annotation view");
+    return migration::fail(messages::viewMetadata.text);
   }
   for (qv::qvPointer<qvAnnotationInterface> const& annotation : view->m_annotations) {
     if (annotation != nullptr && !migrateTopLevelAnnotation(*annotation, view->GetName(), *cadView))
@@ -40,15 +43,14 @@ bool qvAnnotationMigration::migrateTopLevelAnnotation(qvAnnotationInterface cons
   qv::svg::BoundingBox box;
   std::string const& name = annotation.GetName();
   if (!createAnnotationFrame(&annotation, cad, box)) {
-    return migration::fail("Fail to migrate annotation '" + name + "' of view '" + viewName + "'");
+    return migration::fail(messages::annotation.text + name + "' of view '" + viewName + "'");
   }
   Wm4::Vector3<float> const origin = ports::getPosition(*cad);
   if (!createLeaders(annotation.m_leaders, *cad, origin, Wm4::Vector2<float>::ZERO)) {
-    return migration::fail("Fail to migrate leaders of annotation '" + name + "' of view '" + viewName + "'");
+    return migration::fail(messages::leaders.text + name + "' of view '" + viewName + "'");
   }
   if (!createMeasureLeaders(annotation.m_measures, *cad, origin, Wm4::Vector2<float>::ZERO)) {
-    return migration::fail("Fail to migrate measure leaders of annotation '" + name + "' of view '" +
-                           viewName + "'");
+    return migration::fail(messages::measures.text + name + "' of view '" + viewName + "'");
   }
   ports::appendAnnotation(cadView, cad);
   return true;

@@ -6,6 +6,7 @@
 #include "migration/leaderHeads.h"
 #include "ports/cad.h"
 #include "ports/svg.h"
+#include "rules/migrationMessages.h"
 
 namespace qvLegacy {
 
@@ -62,7 +63,7 @@ bool qvAnnotationMigration::createLeaders(std::vector<qvAnnotationInterface::Lea
     ports::appendLeaderAnchor(cad, origin, offset);
     rules::HeadRule const* const rule = rules::findHeadRule(leader.m_head);
     if (rule == nullptr) {
-      migration::report("Unhandled leader head");
+      migration::report(rules::migrationMessages::unhandledHead.text);
       continue;
     }
     auto const head = createHead(*rule, m_headSize, migration::leaderDirection(leader.m_position, origin));

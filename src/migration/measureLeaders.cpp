@@ -2,6 +2,7 @@
 #include "migration/fail.h"
 #include "migration/measureGeometry.h"
 #include "ports/cad.h"
+#include "rules/migrationMessages.h"
 
 namespace qvLegacy {
 
@@ -11,7 +12,7 @@ bool qvAnnotationMigration::createMeasureLeaders(
   for (qvAnnotationInterface::MeasureLeader const& leader : measures) {
     auto const segments = migration::measureSegments(
         {leader.m_pointA, leader.m_pointB, leader.m_offset, leader.m_arrowDir, origin, m_headSize});
-    if (!segments) return migration::fail("Fail to compute perpendicular line");
+    if (!segments) return migration::fail(rules::migrationMessages::perpendicular.text);
     for (migration::Segment const& segment : *segments)
       ports::appendLineSegment(cad, segment.from, segment.to);
     ports::appendLeaderAnchor(cad, origin, offset);

@@ -5,19 +5,20 @@
 #include "annotationLegacy/qvAnnotationMigration.h"
 #include "migration/color.h"
 #include "migration/fail.h"
-#include "migration/units.h"
 #include "ports/svg.h"
+#include "rules/migrationMessages.h"
+#include "rules/units.h"
 
 namespace qvLegacy {
 
 bool qvAnnotationMigration::migrateRasterAnnotation(qvAnnotationRaster const* annotation,
                                                     qv::svg::Node& root) {
-  if (m_rasterCallback == nullptr) return migration::fail("No raster callback");
+  if (m_rasterCallback == nullptr) return migration::fail(rules::migrationMessages::noRasterCallback.text);
   std::string data;
   if (!m_rasterCallback(annotation->m_rasterName, data, m_userData)) {
-    return migration::fail("Fail to retrieve raster '" + annotation->m_rasterName + "'");
+    return migration::fail(rules::migrationMessages::missingRaster.text + annotation->m_rasterName + "'");
   }
-  Wm4::Vector2<float> const size = annotation->m_size * migration::svgUnitsPerLegacyUnit;
+  Wm4::Vector2<float> const size = annotation->m_size * rules::svgUnitsPerLegacyUnit;
   auto const image = std::make_shared<qv::svg::Image>();
   ports::setSize(*image, size);
   ports::setData(*image, std::move(data));

@@ -4,8 +4,11 @@
 #include "migration/placement.h"
 #include "ports/cad.h"
 #include "ports/svg.h"
+#include "rules/migrationMessages.h"
 
 namespace qvLegacy {
+
+namespace messages = rules::migrationMessages;
 
 bool qvAnnotationMigration::migrateSubAnnotations(qvAnnotationInterface const& annotation,
                                                   qv::qvCadAnnotation& cad,
@@ -23,7 +26,7 @@ bool qvAnnotationMigration::migrateSubAnnotation(qvAnnotationInterface const& pa
   qv::qvPointer<qv::qvCadAnnotation> subCad;
   qv::svg::BoundingBox subBox;
   if (!createAnnotationFrame(sub.m_annot, subCad, subBox) || subCad == nullptr) {
-    return migration::fail("Fail to migrate sub annotation of '" + parent.GetName() + "'");
+    return migration::fail(messages::subAnnotation.text + parent.GetName() + "'");
   }
   auto const placement = migration::placeSubAnnotation(
       {sub.m_anchor, ports::getPosition(cad), ports::getPosition(*subCad), ports::getRotationAngle(*subCad),
@@ -36,12 +39,12 @@ bool qvAnnotationMigration::migrateSubAnnotation(qvAnnotationInterface const& pa
 
   // KEEP: looks before each sub-annotation, so a sub-annotation after one with leaders fails the parent. The
   // leaders of the parent itself are made later by the view walk.
-  if (ports::hasLeaderDrawing(cad)) return migration::fail("Unexpected leader segments or shapes");
+  if (ports::hasLeaderDrawing(cad)) return migration::fail(messages::earlierLeaders.text);
   if (!createLeaders(sub.m_annot->m_leaders, cad, placement->leaderOrigin, placement->leaderOffset)) {
-    migration::report("Fail to migrate sub annot leaders");
+    migration::report(messages::subLeaders.text);
   }
   if (!createMeasureLeaders(sub.m_annot->m_measures, cad, placement->leaderOrigin, placement->leaderOffset)) {
-    migration::report("Fail to migrate sub annot measure leaders");
+    migration::report(messages::subMeasures.text);
   }
   return true;
 }

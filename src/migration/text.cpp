@@ -4,9 +4,9 @@
 #include "annotationLegacy/qvAnnotationMigration.h"
 #include "migration/color.h"
 #include "migration/itemTransform.h"
-#include "migration/units.h"
 #include "ports/svg.h"
 #include "ports/text.h"
+#include "rules/units.h"
 #include "rules/values.h"
 
 namespace qvLegacy {
@@ -17,7 +17,7 @@ using LegacyProperties = qvAnnotationText::TextProperties;
 using LegacySegment = qvAnnotationText::TextSegment;
 
 qv::text::TextProperties convertProperties(LegacyProperties const& legacy) {
-  float const size = static_cast<float>(legacy.m_height) / 100.0F * migration::svgUnitsPerLegacyUnit;
+  float const size = static_cast<float>(legacy.m_height) / 100.0F * rules::svgUnitsPerLegacyUnit;
   return ports::makeTextProperties(size, legacy.m_fontName,
                                    (legacy.m_styleFlags & LegacyProperties::Bold) != 0,
                                    (legacy.m_styleFlags & LegacyProperties::Italic) != 0);

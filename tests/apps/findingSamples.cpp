@@ -103,8 +103,11 @@ std::vector<FindingSample> getReadingSamples() {
       {FindingCode::RecordLost, "inspect", makeView(R"({"type":"text","lines":7})"), {}},
       {FindingCode::KeyIgnored, "inspect", makeView(makeText(R"("colour":"000000",)")), {}},
       {FindingCode::ValueUnknown, "inspect", makeView(makeText(R"("frameshape":"star",)")), {}},
-      {FindingCode::ValueInexact, "inspect", makeView(makeText({}, "a", R"("heightem":5000)")), {}},
-      {FindingCode::ValueRounded, "inspect", makeView(makeText({}, "a", R"("heightem":0.123)")), {}},
+      {FindingCode::ValueInexact, "inspect", makeView(makeText(R"("color":"12zzzz",)")), {}},
+      {FindingCode::ValueRounded,
+       "inspect",
+       makeView(makeText(R"("defaulttextprop":{"heightem":0.125},)")),
+       {}},
       {FindingCode::NumberNotFinite, "migrate", makeView(makeText(R"("position":[0,0,1e300],)")), {}},
       {FindingCode::TextRepaired, "inspect", makeView(makeText({}, R"(\ud800)")), {}},
   };

@@ -1,6 +1,7 @@
 """Reads a document of the variant form, independently of the tool, and notes what no reader can take from it."""
 
 import json
+import math
 import re
 from dataclasses import replace
 
@@ -10,7 +11,7 @@ from singles import single
 
 MAX_RUN = 65535
 MAX_EMS = single(655.35)
-READING = ("reader.record-lost", "reader.message", "reader.key-ignored")
+READING = ("reader.record-lost", "reader.message", "reader.key-ignored", "reader.value-inexact")
 VALUES = ("reader.value-unknown",)
 ONE_LIST, VIEW_METADATA, OLDEST = (6, 22), (6, 27), (6, 17)
 
@@ -88,6 +89,13 @@ class ViewReader:
         """Notes what is not read; the word is in the text of a finding that says so."""
         self.losses.append(Loss(address, what, severity, codes, word))
 
+    def read_point(self, value, address, key):
+        """Three numbers; those that single precision does not hold are lost."""
+        point = to_point(value)
+        if point and not all(map(math.isfinite, point)):
+            self.lose(address, f"a number of '{key}'", word=f"'{key}'")
+        return point
+
     def read(self):
         """The view; its `refusal` is set where it cannot be read."""
         refusal = self.find_refusal()
@@ -122,9 +130,9 @@ class ViewReader:
         """Origin, normal and X axis."""
         plane = list(self.view.plane)
         for i, key in enumerate(("origin", "normal", "axis")):
-            if key not in self.record:
+            if self.record.get(key) is None:
                 continue
-            point = to_point(self.record[key])
+            point = self.read_point(self.record[key], self.view.address, key)
             if point is None:
                 self.lose(self.view.address, f"the plane's {key}", word=f"'{key}'")
             plane[i] = point or plane[i]
@@ -165,7 +173,7 @@ class ViewReader:
             self.read_text(record, annotation)
         else:
             annotation.raster = to_text(record.get("rastername", ""))
-            annotation.size = tuple(single(to_real(side)) for side in record.get("sizeem", (1.0, 1.0)))
+            self.read_size(record.get("sizeem", (1.0, 1.0)), annotation)
         return annotation
 
     def read_name(self, record, address):
@@ -173,6 +181,13 @@ class ViewReader:
         if isinstance(record.get("name"), (list, dict)):
             self.lose(address, "the name", word="'name'")
         return to_text(record.get("name", ""))
+
+    def read_size(self, sides, annotation):
+        """Two values of any kind; what is no number is 0."""
+        annotation.size = tuple(single(to_real(side)) for side in sides)
+        is_said = all(is_number(side) or isinstance(side, bool) or to_real(side) != 0.0 for side in sides)
+        if not is_said or not all(map(math.isfinite, annotation.size)):
+            self.lose(annotation.address, "a size", word="'sizeem'")
 
     def is_readable(self, record, kind):
         """Whether nothing in the record costs it as a whole."""
@@ -196,7 +211,7 @@ class ViewReader:
         """What texts and rasters have in common."""
         self.read_color(record, annotation)
         if "position" in record:
-            annotation.position = to_point(record["position"])
+            annotation.position = self.read_point(record["position"], annotation.address, "position")
         annotation.leaders = self.read_list(record, "leaders", annotation, self.read_leader)
         annotation.measures = self.read_list(record, "measures", annotation, self.read_measure)
         annotation.shape = self.read_choice(record, "frameshape", SHAPES, annotation, default=1)
@@ -205,7 +220,7 @@ class ViewReader:
 
     def read_color(self, record, annotation):
         """Six hexadecimal digits; how others are drawn is left open, but has to be said."""
-        if "color" not in record:
+        if record.get("color") is None:
             return
         text = to_text(record["color"])
         if re.fullmatch("[0-9A-Fa-f]{6}", text):
@@ -241,13 +256,14 @@ class ViewReader:
     def read_leader(self, element, annotation):
         """(end point, head); None for another form."""
         if self.version < ONE_LIST:
-            point = to_point(element)
+            point = self.read_point(element, annotation.address, "pos")
             return point and (point, 0)
         if not isinstance(element, dict):
             return None
-        point = to_point(element.get("pos"))
+        point = self.read_point(element.get("pos"), annotation.address, "pos")
         if point is None:
-            self.lose(annotation.address, "where a leader runs to", ERROR if "pos" in element else WARNING, word="'pos'")
+            self.lose(annotation.address, "where a leader runs to", WARNING if element.get("pos") is None else ERROR,
+                      word="'pos'")
         head = self.read_choice(element, "head", HEADS, annotation)
         return point or (0.0, 0.0, 0.0), head
 
@@ -256,6 +272,8 @@ class ViewReader:
         points = [to_point(element.get(key)) for key in "ABV"] if isinstance(element, dict) else [None]
         if None in points:
             return None
+        for key in "ABV":
+            self.read_point(element[key], annotation.address, key)
         arrow = 0
         if self.version >= ONE_LIST:
             arrow = self.read_choice(element, "arrowdir", ARROWS, annotation)

@@ -32,7 +32,7 @@ class Broken(Exception):
 
 @dataclass
 class Text:
-    """A JSON text that was read: its value, and what was noticed on the way as (code, byte offset)."""
+    """A JSON text that was read: its value, and what was noticed on the way as (code, severity, byte offset)."""
 
     value: object = None
     findings: list = field(default_factory=list)
@@ -47,7 +47,8 @@ def read_json(data, depth):
         raise Broken(broken.code, min(broken.offset, invalid_encoding(data))) from broken
     if invalid_encoding(data) < len(data):
         raise Broken("json.broken", invalid_encoding(data))
-    return Text(value, reader.findings)
+    severities = ["error" if i in reader.errors else "warning" for i in range(len(reader.findings))]
+    return Text(value, [(code, severity, place) for (code, place), severity in zip(reader.findings, severities)])
 
 
 def invalid_encoding(data):
@@ -59,12 +60,24 @@ def invalid_encoding(data):
     return len(data)
 
 
+def is_same(a, b):
+    """Whether two values are of one kind and equal."""
+    if type(a) is not type(b):
+        return False
+    if isinstance(a, dict):
+        return a.keys() == b.keys() and all(is_same(a[key], b[key]) for key in a)
+    if isinstance(a, list):
+        return len(a) == len(b) and all(map(is_same, a, b))
+    return a == b
+
+
 class _Reader:
     def __init__(self, data, depth):
         self.data = data
         self.at = 0
         self.left = depth
         self.findings = []
+        self.errors = set()  # indices of those findings that are no warnings
         self.repaired = False
 
     def document(self):
@@ -129,7 +142,7 @@ class _Reader:
         return value
 
     def map(self):
-        entries = {}
+        entries, lost = {}, []
         self.skip_blanks()
         if self.accept(b"}"):
             return entries
@@ -140,6 +153,7 @@ class _Reader:
                 raise Broken("json.broken", self.at)
             key = self.string()
             if key in entries:
+                lost.append((key, entries[key], len(self.findings)))
                 self.findings.append(("json.duplicate-key", place))
             self.skip_blanks()
             self.expect(b":")
@@ -147,8 +161,15 @@ class _Reader:
             entries[key] = self.value()
             self.skip_blanks()
             if self.accept(b"}"):
+                self.weigh(entries, lost)
                 return entries
             self.expect(b",")
+
+    def weigh(self, entries, lost):
+        """A text, a list or a map that an equal key replaced by something else is content that is lost."""
+        for key, value, finding in lost:
+            if isinstance(value, (bytes, str, list, dict)) and value and not is_same(value, entries[key]):
+                self.errors.add(finding)
 
     def list(self):
         values = []

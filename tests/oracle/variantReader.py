@@ -27,7 +27,7 @@ def read_document(data, rules):
         document.readable = False
         document.findings = [Finding(broken.code, SEVERITIES[broken.code], broken.offset)]
         return document
-    document.findings = [Finding(code, "warning", offset) for code, offset in text.findings]
+    document.findings = [Finding(*finding) for finding in text.findings]
     views = view_maps(text.value, rules)
     if views is None:
         document.readable = False

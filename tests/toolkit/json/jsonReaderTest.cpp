@@ -98,7 +98,7 @@ TEST(JsonReader, MakesAnIntegerBeyond64BitsARealWithAWarning) {
   }
 }
 
-TEST(JsonReader, KeepsTheLastOfEqualKeysWithAWarning) {
+TEST(JsonReader, KeepsTheLastOfEqualKeysAndSaysThatContentWentWithTheOther) {
   JsonReading const reading = read("[{\"a/b\":{\"x\":1},\n \"a\\u002fb\":[2]}]");
   VariantMap const& map = reading.m_value.toList().at(0).toMap();
   ASSERT_EQ(map.size(), 1U);
@@ -107,8 +107,10 @@ TEST(JsonReader, KeepsTheLastOfEqualKeysWithAWarning) {
   ASSERT_EQ(reading.m_findings.size(), 1U);
   Finding const& finding = reading.m_findings[0];
   EXPECT_EQ(finding.m_code, FindingCode::JsonDuplicateKey);
-  EXPECT_EQ(finding.m_severity, Severity::Warning);
-  EXPECT_EQ(finding.m_text, "the key 'a/b' appears again in the same object; the last value counts");
+  EXPECT_EQ(finding.m_severity, Severity::Error);
+  EXPECT_EQ(finding.m_text,
+            "the key 'a/b' appears again in the same object; the last value counts, and the one before it is "
+            "lost");
   EXPECT_EQ(finding.m_place.m_line, 2U);
   EXPECT_EQ(finding.m_place.m_column, 2U);
   EXPECT_EQ(finding.m_place.m_jsonPointer, "/0/a~1b");

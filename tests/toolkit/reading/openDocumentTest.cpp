@@ -164,13 +164,28 @@ TEST_F(DocumentTest, KnowsNameAndVersionOfARefusedView) {
   EXPECT_EQ(getHighestSeverity(document.m_findings), Severity::Error);
 }
 
-TEST_F(DocumentTest, WarnsOfEqualKeysAndReadsTheLast) {
+TEST_F(DocumentTest, EqualKeysWhoseContentGoesAreAnError) {
   Document const document = read(R"({"ver":"6.22","name":"x","name":"y","annotations":[]})");
   EXPECT_EQ(document.m_views.at(0).m_name, "y");
   ASSERT_EQ(document.m_findings.size(), 1U);
-  EXPECT_EQ(formatFinding("f", document.m_findings[0]),
-            "f:1:26: warning: the key 'name' appears again in the same object; the last value counts "
-            "[json.duplicate-key]");
+  EXPECT_EQ(
+      formatFinding("f", document.m_findings[0]),
+      "f:1:26: error: the key 'name' appears again in the same object; the last value counts, and the one "
+      "before it is lost [json.duplicate-key]");
+  Document const nested = read(
+      R"({"ver":"6.22","annotations":[{"type":"text","lines":[],"lines":[[{"text":"a","text":"b"}]],"lines":[]}]})");
+  std::vector<Severity> severities;
+  for (Finding const& finding : select(nested.m_findings, FindingCode::JsonDuplicateKey))
+    severities.push_back(finding.m_severity);
+  EXPECT_EQ(severities, (std::vector{Severity::Warning, Severity::Error, Severity::Error}))
+      << "an empty list, a text, and the list that held it";
+}
+
+TEST_F(DocumentTest, EqualKeysOfEqualOrEmptyValuesAreAWarning) {
+  Document const document = read(
+      R"({"ver":"6.22","name":"y","name":"y","annotations":[],"annotations":[],"origin":null,"origin":[0,0,0]})");
+  ASSERT_EQ(document.m_findings.size(), 3U);
+  EXPECT_EQ(getHighestSeverity(document.m_findings), Severity::Warning);
 }
 
 std::string makeDeepView() {

@@ -32,7 +32,8 @@ constexpr auto OpeningRows = std::to_array<CatalogueRow>({
      "Raise the limit if the document can be trusted."},
     {FindingCode::JsonDuplicateKey, "json.duplicate-key", FindingClass::Lost, Severity::Warning,
      OptionKey::None, "A key appears twice in one object",
-     "JSON objects hold each key once. The last value was read, the earlier ones count for nothing.",
+     "JSON objects hold each key once. The last value was read, the earlier ones count for nothing; an "
+     "error where a text, a list or a map went with them.",
      "Find out which value is right and remove the others."},
     {FindingCode::JsonBigInteger, "json.big-integer", FindingClass::Look, Severity::Warning, OptionKey::None,
      "An integer does not fit into 64 bits",

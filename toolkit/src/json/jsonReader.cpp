@@ -66,6 +66,14 @@ class VariantBuilder {
     bool m_isStarted = false;
   };
 
+  /// A value that another one of the same key took the place of, in a map that is still open.
+  struct ReplacedValue {
+    VariantMap const* m_map;
+    qv::qvVariant const* m_kept;
+    qv::qvVariant m_lost;
+    std::size_t m_finding;
+  };
+
   simdjson::error_code step();
   simdjson::error_code stepList(Level& level);
   simdjson::error_code stepMap(Level& level);
@@ -79,6 +87,8 @@ class VariantBuilder {
   simdjson::error_code readNull(ondemand::value value);
   simdjson::error_code readNumber(ondemand::value value, qv::qvVariant& target);
   void reportBigInteger(std::string_view number);
+  void replace(qv::qvVariant& value, char const* place);
+  void weighReplaced();
 
   void report(FindingCode code, std::string text, char const* place);
   std::string makePointer() const;
@@ -88,6 +98,7 @@ class VariantBuilder {
   std::size_t m_maxContainers;
   Findings& m_findings;
   std::vector<Level> m_levels;
+  std::vector<ReplacedValue> m_replaced;  ///< those of inner maps behind those of outer ones
   std::size_t m_depth = 0;
 };
 
@@ -110,6 +121,7 @@ simdjson::error_code VariantBuilder::stepList(Level& level) {
 simdjson::error_code VariantBuilder::stepMap(Level& level) {
   if (std::exchange(level.m_isStarted, true)) ++level.m_fields;
   if (level.m_fields == ondemand::object_iterator()) {
+    if (!m_replaced.empty()) weighReplaced();
     m_levels.pop_back();
     return simdjson::SUCCESS;
   }
@@ -128,14 +140,34 @@ simdjson::error_code VariantBuilder::stepMap(Level& level) {
   if (repaired) reportHalves(*repaired, place);
 
   auto const [entry, isNew] = level.m_map->try_emplace(level.m_key);
-  if (!isNew) {
-    entry->second = qv::qvVariant();
-    report(
-        FindingCode::JsonDuplicateKey,
-        "the key '" + shortenText(level.m_key) + "' appears again in the same object; the last value counts",
-        place);
-  }
+  if (!isNew) replace(entry->second, place);
   return readValue(field.value(), entry->second);
+}
+
+/// Makes room for the value of a key that is there already.
+void VariantBuilder::replace(qv::qvVariant& value, char const* place) {
+  Level const& level = m_levels.back();
+  m_replaced.push_back({level.m_map, &value, std::exchange(value, {}), m_findings.size()});
+  report(FindingCode::JsonDuplicateKey,
+         "the key '" + shortenText(level.m_key) + "' appears again in the same object; the last value counts",
+         place);
+}
+
+/// True for a text, list or map that is not empty.
+bool isContent(qv::qvVariant const& value) {
+  return !value.getString().empty() || !value.toList().empty() || !value.toMap().empty();
+}
+
+/// When a map is complete it shows whether content went with its replaced values.
+void VariantBuilder::weighReplaced() {
+  VariantMap const* const map = m_levels.back().m_map;
+  for (; !m_replaced.empty() && m_replaced.back().m_map == map; m_replaced.pop_back()) {
+    ReplacedValue const& replaced = m_replaced.back();
+    if (!isContent(replaced.m_lost) || replaced.m_lost == *replaced.m_kept) continue;
+    Finding& finding = m_findings[replaced.m_finding];
+    finding.m_severity = Severity::Error;
+    finding.m_text += ", and the one before it is lost";
+  }
 }
 
 simdjson::error_code VariantBuilder::readValue(ondemand::value value, qv::qvVariant& target) {

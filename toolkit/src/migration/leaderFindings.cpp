@@ -2,8 +2,10 @@
 #include <cmath>
 
 #include "migration/migrationFindings.h"
+#include "rules/directions.h"
+#include "rules/heads.h"
+#include "rules/valueNames.h"
 #include "text/countText.h"
-#include "wm4/math.h"
 
 namespace qvToolkit {
 
@@ -13,15 +15,11 @@ using qvLegacy::qvAnnotationInterface;
 using Leader = qvAnnotationInterface::Leader;
 using MeasureLeader = qvAnnotationInterface::MeasureLeader;
 
-constexpr float Tolerance = Wm4::Math<float>::ZERO_TOLERANCE;
+namespace rules = qvLegacy::rules;
 
-bool turnsWithLeader(std::uint8_t head) {
-  return head == qvAnnotationInterface::SquareHead || head == qvAnnotationInterface::ArrowHead ||
-         head == qvAnnotationInterface::TriangleHead;
-}
-
-float getLengthInPlane(Wm4::Vector3<float> const& v) {
-  return std::sqrt(v.X() * v.X() + v.Y() * v.Y());
+/// Whether a vector has a direction in the view's plane, and one that can be computed.
+bool hasDirection(Wm4::Vector3<float> const& v) {
+  return rules::hasDirection(v.X(), v.Y()) && std::isfinite(v.X() * v.X() + v.Y() * v.Y());
 }
 
 /// The leader's end minus its origin. The leaders of a sub-annotation are the first segments of the CAD
@@ -38,14 +36,14 @@ Wm4::Vector3<float> getLeaderVector(AnnotationPair const& pair, std::size_t inde
 void reportHeads(AnnotationPair const& pair, FindingList& findings) {
   auto const& leaders = pair.m_legacy->m_leaders;
   for (std::size_t i = 0; i < leaders.size(); ++i) {
-    if (leaders[i].m_head > qvAnnotationInterface::TriangleHead) {
+    rules::HeadRule const* const head = rules::findHeadRule(leaders[i].m_head);
+    if (head == nullptr) {
       findings.add(FindingCode::LeaderHeadUnknown,
                    "leader head " + std::to_string(leaders[i].m_head) + " is unknown and not drawn",
                    pair.m_address);
     }
-    if (pair.m_depth > 1 || !turnsWithLeader(leaders[i].m_head)) continue;
-    float const length = getLengthInPlane(getLeaderVector(pair, i));
-    if (!(length > Tolerance) || std::isinf(length)) {
+    if (pair.m_depth > 1 || head == nullptr || !head->turnsWithLeader()) continue;
+    if (!hasDirection(getLeaderVector(pair, i))) {
       findings.add(FindingCode::LeaderHeadCollapsed,
                    "leader " + std::to_string(i) +
                        " ends where it begins, so that its head has no direction and collapses into a point",
@@ -55,11 +53,9 @@ void reportHeads(AnnotationPair const& pair, FindingList& findings) {
 }
 
 /// Whether the measure leader's extension lines have a direction, as the migration computes it.
-bool hasDirection(MeasureLeader const& measure) {
-  float const offset = getLengthInPlane(measure.m_offset);
-  if (offset > Tolerance) return std::isfinite(offset);
-  float const distance = getLengthInPlane(measure.m_pointA - measure.m_pointB);
-  return distance > Tolerance && std::isfinite(distance);
+bool hasExtensionDirection(MeasureLeader const& measure) {
+  bool const hasOffset = rules::hasDirection(measure.m_offset.X(), measure.m_offset.Y());
+  return hasDirection(hasOffset ? measure.m_offset : measure.m_pointA - measure.m_pointB);
 }
 
 std::string countLeaders(std::size_t leaders, std::size_t measures) {
@@ -94,7 +90,7 @@ void reportFailedMeasures(AnnotationPair const& pair, FindingList& findings) {
 
 void reportArrows(AnnotationPair const& pair, FindingList& findings) {
   for (MeasureLeader const& measure : pair.m_legacy->m_measures) {
-    if (measure.m_arrowDir <= qvAnnotationInterface::OutIn) continue;
+    if (!rules::arrowDirections.nameOf(measure.m_arrowDir).empty()) continue;
     findings.add(FindingCode::ValueUnknown,
                  "arrow direction " + std::to_string(measure.m_arrowDir) +
                      " is unknown, expected 0 to 3; the arrows are drawn as for 3",
@@ -117,7 +113,7 @@ void reportDepths(AnnotationPair const& pair, FindingList& findings) {
 }  // namespace
 
 std::size_t findFailedMeasure(qvAnnotationInterface const& annotation) {
-  auto const failed = std::ranges::find_if_not(annotation.m_measures, hasDirection);
+  auto const failed = std::ranges::find_if_not(annotation.m_measures, hasExtensionDirection);
   return static_cast<std::size_t>(failed - annotation.m_measures.begin());
 }
 

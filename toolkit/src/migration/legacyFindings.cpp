@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <string_view>
 #include <utility>
 
@@ -9,6 +10,9 @@
 #include "migration/migrationFindings.h"
 #include "model/annotationWalk.h"
 #include "qvToolkit/text/textEscape.h"
+#include "rules/frames.h"
+#include "rules/knownMetadata.h"
+#include "rules/valueNames.h"
 #include "wm4/math.h"
 
 namespace qvToolkit {
@@ -19,10 +23,7 @@ using qvLegacy::qvAnnotationInterface;
 using qvLegacy::qvAnnotationMigration;
 using qvLegacy::qvAnnotationRaster;
 
-/// Metadata keys of annotations that `DropKnownMetadata` covers; all others need `DropUnknownMetadata`.
-constexpr std::array<std::string_view, 7> KnownKeys = {
-    "ReferencedEntities",           "AnnotationGroup", "InactivationFlag", "NOA",
-    "NOA_Graphical representation", "NOA_Type of Noa", "NOA_Hidden Text"};
+namespace rules = qvLegacy::rules;
 
 struct DropOption {
   int m_bit;
@@ -33,23 +34,6 @@ constexpr std::array<DropOption, 3> DropOptions = {{
     {qvAnnotationMigration::DropViewMetadata, OptionKey::DropViewMetadata},
     {qvAnnotationMigration::DropKnownMetadata, OptionKey::DropKnownMetadata},
     {qvAnnotationMigration::DropUnknownMetadata, OptionKey::DropUnknownMetadata},
-}};
-
-/// Frame shapes that have no geometry of their own.
-struct ShapeText {
-  qvAnnotationInterface::FrameShape m_shape;
-  std::string_view m_text;
-};
-
-constexpr std::array<ShapeText, 8> RectangleShapes = {{
-    {qvAnnotationInterface::Diamond, "diamond"},
-    {qvAnnotationInterface::Triangle, "triangle"},
-    {qvAnnotationInterface::Hexagon, "hexagon"},
-    {qvAnnotationInterface::Pentagon, "pentagon"},
-    {qvAnnotationInterface::Circle, "circle"},
-    {qvAnnotationInterface::Oblong, "oblong"},
-    {qvAnnotationInterface::OblongLeft, "oblongleft"},
-    {qvAnnotationInterface::OblongRight, "oblongright"},
 }};
 
 std::string listKeys(qv::qvVariant::qvVariantMapImpl const& metadata) {
@@ -71,11 +55,11 @@ void addDroppedMetadata(qv::qvVariant::qvVariantMapImpl const& metadata, std::st
 
 void reportShape(AnnotationPair const& pair, FindingList& findings) {
   int const shape = pair.m_legacy->m_style & qvAnnotationInterface::FrameShapeMask;
-  for (ShapeText const& known : RectangleShapes) {
-    if (known.m_shape != shape) continue;
-    findings.add(FindingCode::ShapeAsRectangle,
-                 "frame shape '" + std::string(known.m_text) + "' is drawn as a rectangle", pair.m_address);
-  }
+  rules::FrameRule const* const rule = rules::findFrameRule(shape);
+  if (rule == nullptr || !rule->standIn) return;
+  std::string const name(rules::frameShapes.nameOf(static_cast<std::uint32_t>(shape)));
+  findings.add(FindingCode::ShapeAsRectangle, "frame shape '" + name + "' is drawn as a rectangle",
+               pair.m_address);
 }
 
 bool isFinite(Wm4::Vector3<float> const& v) {
@@ -122,8 +106,8 @@ void reportRaster(qvAnnotationRaster const& raster, std::string const& address, 
 int getNeededOptions(qv::qvVariant::qvVariantMapImpl const& metadata) {
   int needed = 0;
   for (auto const& [key, value] : metadata) {
-    bool const isKnown = std::find(KnownKeys.begin(), KnownKeys.end(), key) != KnownKeys.end();
-    needed |= isKnown ? qvAnnotationMigration::DropKnownMetadata : qvAnnotationMigration::DropUnknownMetadata;
+    needed |= rules::isKnownMetadataKey(key) ? qvAnnotationMigration::DropKnownMetadata
+                                             : qvAnnotationMigration::DropUnknownMetadata;
   }
   return needed;
 }

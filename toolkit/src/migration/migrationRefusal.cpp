@@ -13,6 +13,10 @@
 #include "migration/migrationFindings.h"
 #include "model/annotationWalk.h"
 #include "qvAnnotation/fontOptions.h"
+#include "rules/anchors.h"
+#include "rules/frames.h"
+#include "rules/migrationMessages.h"
+#include "rules/units.h"
 
 namespace qvToolkit {
 
@@ -20,6 +24,9 @@ namespace {
 
 using qvLegacy::qvAnnotationInterface;
 using qvLegacy::qvAnnotationRaster;
+
+namespace rules = qvLegacy::rules;
+namespace messages = rules::migrationMessages;
 using SubAnnot = qvAnnotationInterface::SubAnnot;
 
 /// What makes an annotation fail. The kinds from `Metadata` to `EarlierLeaders` leave a record.
@@ -34,23 +41,18 @@ enum class Cause : std::uint8_t {
 };
 
 struct CauseRecord {
-  std::string_view m_beginning;
+  rules::Message const& m_message;
   Cause m_cause;
 };
 
 /// Records that end the migration of their annotation at once. All others are of what was tolerated.
 constexpr auto CauseRecords = std::to_array<CauseRecord>({
-    {"Found CT metadata ", Cause::Metadata},
-    {"Found unexpected metadata ", Cause::Metadata},
-    {"Fail to retrieve raster '", Cause::Raster},
-    {"Empty frame", Cause::EmptyFrame},
-    {"Unexpected leader segments or shapes", Cause::EarlierLeaders},
+    {messages::knownMetadata, Cause::Metadata},
+    {messages::unknownMetadata, Cause::Metadata},
+    {messages::missingRaster, Cause::Raster},
+    {messages::emptyFrame, Cause::EmptyFrame},
+    {messages::earlierLeaders, Cause::EarlierLeaders},
 });
-
-constexpr std::string_view ViewMetadataRecord = "Found metadata in annotation view";
-constexpr std::string_view MeasuresRecord = "Fail to migrate measure leaders of annotation '";
-/// Once for each level on the way up from the annotation that failed.
-constexpr std::string_view ParentRecord = "Fail to migrate sub annotation of '";
 
 /// Where a log says that the view failed.
 struct FailedStep {
@@ -60,8 +62,9 @@ struct FailedStep {
 };
 
 Cause findCause(std::string_view record) {
-  auto const known = std::ranges::find_if(
-      CauseRecords, [record](CauseRecord const& each) { return record.starts_with(each.m_beginning); });
+  auto const known = std::ranges::find_if(CauseRecords, [record](CauseRecord const& each) {
+    return messages::isMessage(record, each.m_message);
+  });
   return known == CauseRecords.end() ? Cause::Silent : known->m_cause;
 }
 
@@ -69,10 +72,11 @@ Cause findCause(std::string_view record) {
 FailedStep readLog(std::vector<std::string> const& log) {
   auto record = log.rbegin();
   if (record == log.rend()) return {};
-  if (*record == ViewMetadataRecord) return {Cause::ViewMetadata, *record};
-  bool const isMeasure = record->starts_with(MeasuresRecord);
+  if (messages::isMessage(*record, messages::viewMetadata)) return {Cause::ViewMetadata, *record};
+  bool const isMeasure = messages::isMessage(*record, messages::measures);
   FailedStep step;
-  for (++record; record != log.rend() && record->starts_with(ParentRecord); ++record) ++step.m_depth;
+  for (++record; record != log.rend() && messages::isMessage(*record, messages::subAnnotation); ++record)
+    ++step.m_depth;
   if (record == log.rend()) return step;
   step.m_cause = isMeasure ? Cause::Measure : findCause(*record);
   if (step.m_cause != Cause::Silent) step.m_record = *record;
@@ -86,9 +90,8 @@ std::string describeAnnotation(qvAnnotationInterface const& annotation, Address 
 }
 
 bool hasFiniteSize(qvAnnotationRaster const& raster) {
-  constexpr float SvgUnitsPerLegacyUnit = 3.175F;
-  return std::isfinite(raster.m_size.X() * SvgUnitsPerLegacyUnit) &&
-         std::isfinite(raster.m_size.Y() * SvgUnitsPerLegacyUnit);
+  return std::isfinite(raster.m_size.X() * rules::svgUnitsPerLegacyUnit) &&
+         std::isfinite(raster.m_size.Y() * rules::svgUnitsPerLegacyUnit);
 }
 
 /// True when the migration draws leaders of the sub-annotation.
@@ -178,9 +181,10 @@ void FailureSearch::checkSilent(qvAnnotationInterface const& annotation, Address
     return fail(annotation, address, "its kind is neither text nor raster");
   if (isText && qv::text::hasMissedEveryFont())
     return fail(annotation, address, "there is no font to draw text with");
-  if (shape > qvAnnotationInterface::OblongRight)
+  if (rules::findFrameRule(shape) == nullptr)
     return fail(annotation, address,
-                "frame shape " + std::to_string(shape) + " is unknown, expected 0 to 14");
+                "frame shape " + std::to_string(shape) + " is unknown, expected 0 to " +
+                    std::to_string(rules::frameRules.size() - 1));
   checkAnchors(annotation, address);
 }
 
@@ -189,9 +193,10 @@ void FailureSearch::checkAnchors(qvAnnotationInterface const& annotation, Addres
   std::size_t index = 0;
   for (SubAnnot const& child : annotation.getSubAnnots()) {
     Address const childAddress = address.getChild(index++);
-    if (child.m_annot == nullptr || child.m_anchor <= qvAnnotationInterface::RightTop) continue;
+    if (child.m_annot == nullptr || rules::isKnownAnchor(child.m_anchor)) continue;
     return fail(*child.m_annot, childAddress,
-                "anchor " + std::to_string(child.m_anchor) + " is unknown, expected 0 to 12");
+                "anchor " + std::to_string(child.m_anchor) + " is unknown, expected 0 to " +
+                    std::to_string(rules::anchorRules.size()));
   }
 }
 

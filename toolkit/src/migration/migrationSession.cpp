@@ -8,6 +8,7 @@
 #include "migration/migrationRefusal.h"
 #include "qvAnnotation/fontOptions.h"
 #include "qvToolkit/text/textEscape.h"
+#include "rules/migrationMessages.h"
 
 namespace qvToolkit {
 
@@ -27,13 +28,12 @@ class MigrationLog : public qv::qvLog {
   qv::qvLog* m_previous;
 };
 
-/// A head that is not drawn changes the look; every other record is of something that is lost.
-constexpr std::string_view HeadRecord = "Unhandled leader head";
-
 void addLogRecords(MigratedView const& view, std::string const& address, FindingList& findings) {
+  using qvLegacy::rules::migrationMessages::costOf;
   for (std::string const& text : view.m_log) {
-    findings.add(FindingCode::MigrationMessage, text == HeadRecord ? Severity::Warning : Severity::Error,
-                 text, address);
+    findings.add(FindingCode::MigrationMessage,
+                 costOf(text) == qvLegacy::rules::Cost::Look ? Severity::Warning : Severity::Error, text,
+                 address);
   }
 }
 

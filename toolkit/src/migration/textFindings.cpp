@@ -7,6 +7,9 @@
 
 #include "annotationLegacy/qvAnnotationText.h"
 #include "migration/migrationFindings.h"
+#include "rules/colors.h"
+#include "rules/valueNames.h"
+#include "rules/values.h"
 #include "text/colorText.h"
 #include "text/countText.h"
 #include "text/visibleText.h"
@@ -16,6 +19,8 @@ namespace qvToolkit {
 namespace {
 
 using qvLegacy::qvAnnotationText;
+
+namespace rules = qvLegacy::rules;
 using Line = qvAnnotationText::Line;
 using Run = qvAnnotationText::TextSegment;
 using Color = Wm4::Vector3<unsigned char>;
@@ -29,7 +34,7 @@ std::string_view getRunText(Run const& run) {
 
 /// Skipped by the migration: empty, or of blanks only.
 bool isSkipped(Run const& run) {
-  return getRunText(run).find_first_not_of(' ') == std::string_view::npos;
+  return rules::isBlankRun(getRunText(run));
 }
 
 bool isBlankLine(Line const& line) {
@@ -100,7 +105,7 @@ void reportRunTypes(qvAnnotationText const& text, std::string const& address, Fi
   for (Line const& line : text.m_lines) {
     for (Run const& run : line) {
       auto const type = static_cast<unsigned>(run.m_type);
-      if (type <= Run::Superscript) continue;
+      if (!rules::segmentTypes.nameOf(type).empty()) continue;
       findings.add(
           FindingCode::ValueUnknown,
           "run type " + std::to_string(type) + " is unknown, expected 0 to 2; the run is a normal one",
@@ -121,16 +126,9 @@ float getContrast(Color const& color) {
   return (luminance + 0.05F) / 0.05F;
 }
 
-/// The migration writes white on what is nearly black, and black on everything else.
-bool isWrittenInWhite(Color const& color) {
-  return static_cast<float>(color.X()) * 0.3F + static_cast<float>(color.Y()) * 0.59F +
-             static_cast<float>(color.Z()) * 0.11F <
-         0.3F;
-}
-
 void reportContrast(qvAnnotationText const& text, std::string const& address, FindingList& findings) {
   Color const& color = text.m_color;
-  if (isWrittenInWhite(color) || getContrast(color) >= MinContrast) return;
+  if (rules::takesWhiteText(color.X(), color.Y(), color.Z()) || getContrast(color) >= MinContrast) return;
   auto const isVisible = [](Run const& run) { return countVisibleCharacters(getRunText(run)) > 0; };
   auto const hasText = [&](Line const& line) { return std::any_of(line.begin(), line.end(), isVisible); };
   if (std::none_of(text.m_lines.begin(), text.m_lines.end(), hasText)) return;

@@ -62,10 +62,8 @@ void AuditTrail::reportValue(Record const& record, Field const& field, qv::qvVar
 void AuditTrail::checkCut(qv::qvVariant const& value) {
   std::optional<std::uint16_t> const cut = findCutHeight(value);
   if (!cut || m_heights.m_count++ > 0) return;
-  Inside const inside(*this, rules::properties::height.key);
   m_heights.m_firstText = value.toString() + " as " + formatHundredths(*cut);
   m_heights.m_firstAddress = m_address;
-  m_heights.m_firstPointer = m_pointer;
 }
 
 bool AuditTrail::isListed(Record const& record, Field const& field) {

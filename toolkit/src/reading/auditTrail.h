@@ -24,7 +24,6 @@ struct CutHeights {
   std::size_t m_count = 0;
   std::string m_firstText;  ///< "12.345 as 12.34"
   std::string m_firstAddress;
-  std::string m_firstPointer;
 };
 
 /// Where the audit of a view stands in its map, and what it reports from there.

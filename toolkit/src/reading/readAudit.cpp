@@ -190,12 +190,13 @@ HarmlessMessages ReadAudit::audit(ReadView const& read, Findings& findings) {
   return ViewAudit(read, m_heights, findings).run();
 }
 
+/// Without a place in the text, which would have to be looked for in nearly every document.
 void ReadAudit::finish(Findings& findings) const {
   if (m_heights.m_count == 0) return;
-  std::string text = formatCount(m_heights.m_count, "text height") + " cut to hundredths of an em, ";
-  text += m_heights.m_count > 1 ? "first here: " : "";
-  findings.push_back(makeFinding(FindingCode::ValueRounded, text + m_heights.m_firstText,
-                                 m_heights.m_firstAddress, {{}, {}, {}, m_heights.m_firstPointer}));
+  std::string const text = formatCount(m_heights.m_count, "text height") + " cut to hundredths of an em, ";
+  findings.push_back(makeFinding(FindingCode::ValueRounded,
+                                 text + (m_heights.m_count > 1 ? "first " : "") + m_heights.m_firstText,
+                                 m_heights.m_firstAddress));
 }
 
 }  // namespace qvToolkit

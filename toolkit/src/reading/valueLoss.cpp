@@ -61,7 +61,7 @@ Loss findVectorLoss(rules::Field const& field, qv::qvVariant const& value) {
 Loss findSizeLoss(qv::qvVariant const& value) {
   VariantList const& sides = value.toList();
   if (!std::ranges::all_of(sides, isExactNumber))
-    return ValueLoss{"a list of 2 numbers", "0 for what is none"};
+    return ValueLoss{"a list of 2 numbers", "0 for what is no number"};
   if (!std::ranges::any_of(sides, isTooLarge)) return std::nullopt;
   return ValueLoss{"numbers of single precision, up to 3.4e38", "infinity"};
 }
