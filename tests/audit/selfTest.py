@@ -54,7 +54,7 @@ SAID = [
     ({"defaulttextprop": {"heightem": 0}}, "text.no-height"),
     ({"position": [1e20, 0, 0]}, "number.not-finite"),
     ({"position": [0, 0, 1e300]}, "number.not-finite"),
-    ({"color": "12GGGG"}, "reader.record-lost"),
+    ({"color": "12GGGG"}, "reader.value-inexact"),
     ({"frameshape": "circle"}, "frame.shape-as-rectangle"),
     ({"lines": [[{"text": "\U0010fffd"}]]}, "font.glyph-missing"),
     ({"lines": [[{"text": "A"}], []]}, "text.blank-line-skipped"),

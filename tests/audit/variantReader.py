@@ -311,7 +311,7 @@ class ViewReader:
     def read_text(self, record, annotation):
         """Lines of runs, or plain text."""
         default = Properties()
-        properties = record.get("defaulttextprop", {})
+        properties = {} if record.get("defaulttextprop") is None else record["defaulttextprop"]
         if isinstance(properties, dict):
             default = self.read_properties(properties, default, annotation)
         else:
