@@ -6,9 +6,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <filesystem>
 #include <system_error>
+
+#include "qvToolkit/files/wholeIo.h"
 
 namespace qvannot {
 
@@ -42,8 +43,8 @@ std::string Spool::read(std::uint64_t offset, std::uint64_t count) const {
   std::size_t size = 0;
   while (size < bytes.size()) {
     auto const place = static_cast<off_t>(offset + size);
-    ssize_t const got = pread(m_file, bytes.data() + size, bytes.size() - size, place);
-    if (got < 0 && errno == EINTR) continue;
+    ssize_t const got = qvToolkit::repeatInterrupted(
+        [&] { return pread(m_file, bytes.data() + size, bytes.size() - size, place); });
     if (got <= 0) break;
     size += static_cast<std::size_t>(got);
   }

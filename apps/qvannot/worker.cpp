@@ -19,6 +19,7 @@
 #include <system_error>
 
 #include "interruption.h"
+#include "qvToolkit/files/wholeIo.h"
 
 namespace qvannot {
 
@@ -207,8 +208,7 @@ WorkerEnd Worker::wait() {
   kill(-m_process, SIGKILL);
   if (!isInTime) kill(m_process, SIGKILL);
   int status = 0;
-  while (waitpid(m_process, &status, 0) < 0 && errno == EINTR) {
-  }
+  qvToolkit::repeatInterrupted([&] { return waitpid(m_process, &status, 0); });
   std::uint64_t const seconds = m_limits.get(Limit::Time);
   if (!isInTime) {
     return {std::nullopt,

@@ -13,6 +13,7 @@
 #include <cstddef>
 
 #include "files/fileDescriptor.h"
+#include "qvToolkit/files/wholeIo.h"
 
 namespace qvToolkit {
 
@@ -23,26 +24,18 @@ FileDescriptor createMemoryFile() {
   return FileDescriptor(memfd_create("qvannot", MFD_CLOEXEC));
 }
 
-bool writeAll(int file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    ssize_t const count = ::write(file, bytes.data(), bytes.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(count));
-  }
+bool rewind(int file) {
   return lseek(file, 0, SEEK_SET) == 0;
 }
 
 std::string readAll(int file) {
   std::string bytes;
-  std::array<char, 65536> piece;
-  if (lseek(file, 0, SEEK_SET) != 0) return bytes;
-  for (;;) {
-    ssize_t const count = ::read(file, piece.data(), piece.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return bytes;
-    bytes.append(piece.data(), static_cast<std::size_t>(count));
-  }
+  auto const take = [&bytes](std::string_view piece) {
+    bytes += piece;
+    return true;
+  };
+  static_cast<void>(rewind(file) && readPieces(file, take));
+  return bytes;
 }
 
 bool haveSameName(std::string_view variable, std::string_view other) {
@@ -113,8 +106,7 @@ void limitMemory(pid_t child, std::uint64_t bytes) {
 
 int waitFor(pid_t child) {
   int status = 0;
-  while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-  }
+  repeatInterrupted([&] { return waitpid(child, &status, 0); });
   return status;
 }
 
@@ -124,7 +116,7 @@ ChildRun runChild(ChildCommand const& command, std::string_view input) {
   ChildRun run;
   std::array<FileDescriptor, 3> files = {createMemoryFile(), createMemoryFile(), createMemoryFile()};
   bool const areOpen = std::ranges::all_of(files, &FileDescriptor::isOpen);
-  if (!areOpen || !writeAll(files[0].get(), input)) {
+  if (!areOpen || !writeAll(files[0].get(), input) || !rewind(files[0].get())) {
     run.m_problem = errno;
     return run;
   }

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "files/fileDescriptor.h"
+#include "qvToolkit/files/wholeIo.h"
 
 namespace qvToolkit {
 
@@ -53,12 +54,13 @@ InputFile readAll(int descriptor, std::uint64_t expectedBytes, std::uint64_t max
   for (;;) {
     std::size_t const size = bytes.size();
     bytes.resize(size + ChunkSize);
-    ssize_t const count = ::read(descriptor, bytes.data() + size, ChunkSize);
+    ssize_t const count =
+        repeatInterrupted([&] { return ::read(descriptor, bytes.data() + size, ChunkSize); });
     bytes.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     if (count == 0) return input;
     bool const isClosed = descriptor == STDIN_FILENO && count < 0 && errno == EBADF;
     if (isClosed) return failToRead("cannot read: standard input is closed");
-    if (count < 0 && errno != EINTR) return failByErrno("cannot read");
+    if (count < 0) return failByErrno("cannot read");
     if (bytes.size() > maxBytes) return failBySize(maxBytes);
   }
 }

@@ -4,11 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
-#include <cstddef>
+#include <string_view>
 
 #include "files/fileDescriptor.h"
+#include "qvToolkit/files/wholeIo.h"
 #include "text/contentHash.h"
 
 namespace qvToolkit {
@@ -20,19 +19,14 @@ std::optional<InputFingerprint> takeFingerprint(std::string const& path, std::ui
   if (path == "-" || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
   InputFingerprint print;
   ContentHash hash;
-  std::array<char, 65536> piece;
-  while (print.m_size <= maxBytes) {
-    ssize_t const count = ::read(file.get(), piece.data(), piece.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return std::nullopt;
-    if (count == 0) {
-      print.m_hash = hash.getText();
-      return print;
-    }
-    hash.add({piece.data(), static_cast<std::size_t>(count)});
-    print.m_size += static_cast<std::uint64_t>(count);
-  }
-  return std::nullopt;
+  bool const isRead = readPieces(file.get(), [&](std::string_view piece) {
+    hash.add(piece);
+    print.m_size += piece.size();
+    return print.m_size <= maxBytes;
+  });
+  if (!isRead || print.m_size > maxBytes) return std::nullopt;
+  print.m_hash = hash.getText();
+  return print;
 }
 
 }  // namespace qvToolkit

@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "files/temporaryName.h"
+#include "qvToolkit/files/wholeIo.h"
 
 namespace qvToolkit {
 
@@ -35,11 +36,7 @@ std::string makeTemporaryName(std::size_t number) {
 }
 
 int synchronise(int file) {
-  int result = 0;
-  do {
-    result = fsync(file);
-  } while (result != 0 && errno == EINTR);
-  return result;
+  return repeatInterrupted([file] { return fsync(file); });
 }
 
 /// Moves without replacing. Where the file system has no exclusive rename, a second name serves.
@@ -81,13 +78,7 @@ bool OutputSet::write(std::string_view bytes) {
     return fail(FindingCode::OutputFailed, "interrupted before all of it was written");
   }
   if (!admit(bytes.size())) return false;
-  while (!bytes.empty()) {
-    ssize_t const count = ::write(m_file, bytes.data(), bytes.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return failWithError("write", m_files.back().m_name, errno);
-    bytes.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return true;
+  return writeAll(m_file, bytes) || failWithError("write", m_files.back().m_name, errno);
 }
 
 bool OutputSet::admit(std::uint64_t bytes) {

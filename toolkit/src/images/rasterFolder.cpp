@@ -12,6 +12,7 @@
 
 #include "files/fileDescriptor.h"
 #include "files/openBeneath.h"
+#include "qvToolkit/files/wholeIo.h"
 
 namespace qvToolkit {
 
@@ -55,14 +56,11 @@ int openWithExtension(int folder, std::string const& name) {
 
 /// Reads at most `limit` bytes; false with errno set on an error.
 bool readAll(int file, std::string& bytes, std::uint64_t limit) {
-  std::array<char, 65536> piece;
-  while (bytes.size() <= limit) {
-    ssize_t const count = ::read(file, piece.data(), piece.size());
-    if (count == 0) return true;
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return false;
-    bytes.append(piece.data(), static_cast<std::size_t>(count));
-  }
+  bool const isRead = readPieces(file, [&](std::string_view piece) {
+    bytes += piece;
+    return bytes.size() <= limit;
+  });
+  if (!isRead || bytes.size() <= limit) return isRead;
   errno = EFBIG;
   return false;
 }

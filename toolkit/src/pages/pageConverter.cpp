@@ -17,6 +17,7 @@
 #include "files/childProcess.h"
 #include "files/fileDescriptor.h"
 #include "files/temporaryName.h"
+#include "qvToolkit/files/wholeIo.h"
 
 namespace qvToolkit {
 
@@ -71,8 +72,7 @@ class PageConverter::FontFile {
     std::filesystem::path const folder = std::filesystem::temp_directory_path(error);
     m_path = (error ? std::filesystem::path("/tmp") : folder) / (makeTemporaryPrefix(getpid()) + "XXXXXX");
     FileDescriptor const file(mkstemp(m_path.data()));
-    m_isWritten = file.isOpen() &&
-                  ::write(file.get(), content.data(), content.size()) == static_cast<ssize_t>(content.size());
+    m_isWritten = file.isOpen() && writeAll(file.get(), content);
     m_isCreated = file.isOpen();
   }
   ~FontFile() {
