@@ -47,7 +47,7 @@ std::vector<std::string> makeStems(std::vector<std::string> const& inputPaths) {
     if (std::string const folded = foldCase(stem); !used.insert(folded).second) {
       std::size_t& number = nextNumbers.try_emplace(folded, 2).first->second;
       while (!used.insert(folded + "-" + std::to_string(number)).second) ++number;
-      stem += "-" + std::to_string(number++);
+      stem.append(1, '-').append(std::to_string(number++));
     }
     stems.push_back(std::move(stem));
   }
