@@ -104,10 +104,7 @@ std::vector<FindingSample> getReadingSamples() {
       {FindingCode::KeyIgnored, "inspect", makeView(makeText(R"("colour":"000000",)")), {}},
       {FindingCode::ValueUnknown, "inspect", makeView(makeText(R"("frameshape":"star",)")), {}},
       {FindingCode::ValueInexact, "inspect", makeView(makeText(R"("color":"12zzzz",)")), {}},
-      {FindingCode::ValueRounded,
-       "inspect",
-       makeView(makeText(R"("defaulttextprop":{"heightem":0.125},)")),
-       {}},
+      {FindingCode::ValueRounded, "inspect", makeView(makeText({}, "a", R"("heightem":0.123)")), {}},
       {FindingCode::NumberNotFinite, "migrate", makeView(makeText(R"("position":[0,0,1e300],)")), {}},
       {FindingCode::TextRepaired, "inspect", makeView(makeText({}, R"(\ud800)")), {}},
   };

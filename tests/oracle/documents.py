@@ -21,7 +21,7 @@ def real_documents(folders):
 def corpus_folder():
     """The folder of more real documents, None where QVA_CORPUS names none."""
     folder = os.environ.get("QVA_CORPUS", "")
-    return Path(folder, "nist") if folder else None
+    return Path(folder) if folder else None
 
 
 class Source:

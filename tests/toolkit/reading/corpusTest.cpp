@@ -67,7 +67,10 @@ TEST_F(CorpusTest, HasARowForEveryViewAndNothingThatIsLost) {
   for (auto const& [name, count] : counts) {
     Document const document = openDocument(m_folder / name);
     EXPECT_EQ(document.m_views.size(), count) << name;
-    for (Finding const& finding : document.m_findings) ADD_FAILURE() << formatFinding(name, finding);
+    for (Finding const& finding : document.m_findings) {
+      // Heights that are stated more finely than to a hundredth are kept as the rule has it.
+      if (finding.m_code != FindingCode::ValueRounded) ADD_FAILURE() << formatFinding(name, finding);
+    }
   }
 }
 
