@@ -8,9 +8,9 @@
 #include <algorithm>
 #include <thread>
 
+#include "qvToolkit/findings/exitCode.h"
 #include "tests/hostile/hostileDocuments.h"
 #include "toolRunner.h"
-#include "qvToolkit/findings/exitCode.h"
 
 /// What the caller of the tool, and the system, make of its processes and of its streams.
 namespace qvTest {

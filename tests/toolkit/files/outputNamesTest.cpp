@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "qvToolkit/files/outputSet.h"
 #include <random>
 #include <set>
+#include "qvToolkit/files/outputSet.h"
 
 #include "qvToolkit/files/outputSet.h"
 
