@@ -21,19 +21,6 @@ void append(Findings& findings, Findings const& more) {
   findings.insert(findings.end(), more.begin(), more.end());
 }
 
-/// Keeps a page for the converter.
-class PageBuffer : public qvToolkit::OutputSink {
- public:
-  bool write(std::string_view bytes) override {
-    m_text += bytes;
-    return true;
-  }
-  std::string const& getText() const noexcept { return m_text; }
-
- private:
-  std::string m_text;
-};
-
 /// With what the document has left of its memory, where that is limited.
 qvToolkit::PageConversion getConversion(MigrateCommand const& command) {
   qvToolkit::PageConversion conversion = command.m_conversion;
@@ -93,9 +80,9 @@ class DocumentWriter {
       append(m_findings, writeSvgPage(view, m_session.getRasters(), m_outputs, m_command.m_textMode));
       return true;
     }
-    PageBuffer page;
+    qvToolkit::TextSink page;
     append(m_findings, writeSvgPage(view, m_session.getRasters(), page, m_command.m_textMode));
-    return m_converter.convert(page.getText(), m_outputs);
+    return m_converter.convert(page.m_text, m_outputs);
   }
 
   bool fail() {

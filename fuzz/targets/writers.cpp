@@ -17,19 +17,11 @@ namespace {
 using qvToolkit::MigratedView;
 using qvToolkit::MigrationSession;
 using qvToolkit::TextMode;
+using qvToolkit::TextSink;
 
 constexpr std::array<std::string_view, 12> Elements{"svg",  "title", "desc",  "g",    "path", "rect",
                                                     "text", "tspan", "image", "defs", "use",  "symbol"};
 constexpr std::array<TextMode, 3> Modes{TextMode::Live, TextMode::Outline, TextMode::Both};
-
-class TextSink : public qvToolkit::OutputSink {
- public:
-  bool write(std::string_view bytes) override {
-    m_text += bytes;
-    return true;
-  }
-  std::string m_text;
-};
 
 void requireSafe(qvTest::XmlElement const& page) {
   for (qvTest::XmlElement const* element : page.getAll()) {

@@ -33,14 +33,6 @@ StepResult migrate(qvToolkit::Document const& document, std::string const& raste
 /// The findings and the whole model of a document as text.
 std::string describe(qvToolkit::Document const& document);
 
-/// Keeps what is written.
-class TextSink : public qvToolkit::OutputSink {
- public:
-  bool write(std::string_view bytes) override {
-    m_text += bytes;
-    return true;
-  }
-  std::string m_text;
-};
+using qvToolkit::TextSink;
 
 }  // namespace qvFaults

@@ -124,13 +124,7 @@ SamplePage::SamplePage() {
 }
 
 std::string SamplePage::write(qvToolkit::TextMode mode) const {
-  struct Sink : qvToolkit::OutputSink {
-    bool write(std::string_view bytes) override {
-      m_text += bytes;
-      return true;
-    }
-    std::string m_text;
-  } sink;
+  qvToolkit::TextSink sink;
   static_cast<void>(writeSvgPage(m_view, qvToolkit::RasterFolder(""), sink, mode));
   return sink.m_text;
 }

@@ -60,18 +60,6 @@ void writeView(JsonWriter& json, LoadedView const& loaded, MigratedView const& v
   json.endObject();
 }
 
-class TextSink : public OutputSink {
- public:
-  bool write(std::string_view bytes) override {
-    m_text += bytes;
-    return true;
-  }
-  std::string takeText() { return std::move(m_text); }
-
- private:
-  std::string m_text;
-};
-
 }  // namespace
 
 bool writeMigratedDocument(OutputSink& sink, Document const& document, MigrationSession const& session,
@@ -99,7 +87,7 @@ std::string formatMigratedDocument(Document const& document, MigrationSession co
                                    OptionSpelling spelling) {
   TextSink sink;
   static_cast<void>(writeMigratedDocument(sink, document, session, views, pageNames, findings, spelling));
-  return sink.takeText();
+  return std::move(sink.m_text);
 }
 
 }  // namespace qvToolkit

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace qvToolkit {
@@ -25,6 +26,17 @@ class OutputSink {
   OutputSink() = default;                              ///< for sinks
   OutputSink(OutputSink const&) = default;             ///< for sinks that may be copied
   OutputSink& operator=(OutputSink const&) = default;  ///< likewise
+};
+
+/// Keeps what is written; never fails.
+class TextSink : public OutputSink {
+ public:
+  bool write(std::string_view bytes) override {
+    m_text += bytes;
+    return true;
+  }
+
+  std::string m_text;
 };
 
 }  // namespace qvToolkit
