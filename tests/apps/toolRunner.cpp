@@ -13,17 +13,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
-#include <fstream>
-#include <iterator>
+#include <filesystem>
 
 namespace qvTest {
 
 namespace {
-
-std::string readAll(std::filesystem::path const& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 void redirect(std::string const& path, int flags, int to) {
   int const file = open(path.c_str(), flags, 0600);
@@ -86,30 +80,10 @@ ToolRun runTool(std::vector<std::string> const& arguments, ToolSetting const& se
           getSeconds(usage.ru_utime) + getSeconds(usage.ru_stime)};
 }
 
-Workplace::Workplace() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "qvannot-tool-XXXXXX").string();
-  m_path = mkdtemp(pattern.data());
-}
-
-Workplace::~Workplace() {
-  std::error_code ignored;
-  std::filesystem::remove_all(m_path, ignored);
-}
-
-std::string Workplace::write(std::string const& name, std::string_view bytes) const {
-  std::filesystem::create_directories((m_path / name).parent_path());
-  std::ofstream(m_path / name, std::ios::binary) << bytes;
-  return getPath(name);
-}
-
-std::string Workplace::read(std::string const& name) const {
-  return readAll(m_path / name);
-}
-
 std::vector<std::string> Workplace::list(std::string const& folder) const {
   std::vector<std::string> names;
-  if (!std::filesystem::is_directory(m_path / folder)) return names;
-  for (auto const& entry : std::filesystem::directory_iterator(m_path / folder)) {
+  if (!std::filesystem::is_directory(getPath(folder))) return names;
+  for (auto const& entry : std::filesystem::directory_iterator(getPath(folder))) {
     names.push_back(entry.path().filename().string());
   }
   std::sort(names.begin(), names.end());

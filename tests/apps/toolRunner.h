@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/temporaryFolder.h"
+
 namespace qvTest {
 
 /// False where the sanitizer's own memory would be measured.
@@ -43,18 +45,16 @@ ToolRun runTool(std::vector<std::string> const& arguments, ToolSetting const& se
 /// A folder of its own for one test, with documents in it.
 class Workplace {
  public:
-  Workplace();
-  ~Workplace();
-  Workplace(Workplace const&) = delete;
-  Workplace& operator=(Workplace const&) = delete;
-  std::string getPath(std::string const& name) const { return (m_path / name).string(); }
+  std::string getPath(std::string const& name) const { return m_folder.getPath(name); }
   /// Writes a file and returns its path.
-  std::string write(std::string const& name, std::string_view bytes) const;
-  std::string read(std::string const& name) const;
+  std::string write(std::string const& name, std::string_view bytes) const {
+    return m_folder.writeFile(name, bytes);
+  }
+  std::string read(std::string const& name) const { return readFile(getPath(name)); }
   std::vector<std::string> list(std::string const& folder) const;
 
  private:
-  std::filesystem::path m_path;
+  TemporaryFolder m_folder;
 };
 
 /// A document of one view with one text annotation in a font that is installed; `extra` are further members

@@ -13,6 +13,7 @@
 #include "ports/cad.h"
 #include "ports/svg.h"
 #include "tests/migration/geometry.h"
+#include "tests/support/recordingLog.h"
 
 namespace migrationTest {
 
@@ -24,23 +25,7 @@ using Raster = qvLegacy::qvAnnotationRaster;
 using View = qvLegacy::qvAnnotationView;
 using Log = std::vector<std::string>;
 
-/// Keeps every entry that is written.
-class RecordingLog : public qv::qvLog {
- public:
-  struct Record {
-    LogEntry entry;
-    bool flush;
-  };
-
-  void Write(LogEntry& entry, bool flush) override { records.push_back({entry, flush}); }
-  Log texts() const {
-    Log result;
-    for (Record const& record : records) result.push_back(record.entry.m_text);
-    return result;
-  }
-
-  std::vector<Record> records;
-};
+using qvTest::RecordingLog;
 
 /// Rasters by name, and the names that were asked for.
 struct RasterSource {

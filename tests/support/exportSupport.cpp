@@ -1,41 +1,6 @@
 #include "tests/support/exportSupport.h"
 
-#include <gtest/gtest.h>
-#include <stdlib.h>
-
-#include <fstream>
-#include <iterator>
-
 namespace qvTest {
-
-TemporaryFolder::TemporaryFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "qvannot-test-XXXXXX").string();
-  m_path = mkdtemp(pattern.data());
-}
-
-TemporaryFolder::~TemporaryFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(m_path, ignored);
-}
-
-std::string TemporaryFolder::getPath(std::string const& name) const {
-  return name.empty() ? m_path.string() : (m_path / name).string();
-}
-
-void TemporaryFolder::writeFile(std::string const& name, std::string_view bytes) const {
-  std::filesystem::create_directories((m_path / name).parent_path());
-  std::ofstream(m_path / name, std::ios::binary) << bytes;
-}
-
-std::size_t TemporaryFolder::countEntries() const {
-  auto const entries = std::filesystem::directory_iterator(m_path);
-  return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
-}
-
-std::string readFile(std::string const& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 std::string makePng() {
   static constexpr unsigned char Bytes[] = {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,26 +13,10 @@
 #include "qvToolkit/model/document.h"
 #include "qvToolkit/pages/svgPage.h"
 #include "tests/support/stringSink.h"
+#include "tests/support/temporaryFolder.h"
 #include "tests/support/xmlReader.h"
 
 namespace qvTest {
-
-/// A folder of its own for one test; removed with all that it holds.
-class TemporaryFolder {
- public:
-  TemporaryFolder();
-  ~TemporaryFolder();
-  TemporaryFolder(TemporaryFolder const&) = delete;
-  TemporaryFolder& operator=(TemporaryFolder const&) = delete;
-  std::string getPath(std::string const& name = {}) const;
-  void writeFile(std::string const& name, std::string_view bytes) const;
-  std::size_t countEntries() const;
-
- private:
-  std::filesystem::path m_path;
-};
-
-std::string readFile(std::string const& path);
 
 /// The smallest PNG: one black pixel.
 std::string makePng();

@@ -2,11 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <bit>
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +11,8 @@
 #include "qvToolkit/reading/openDocument.h"
 #include "qvToolkit/stream/streamEncoder.h"
 #include "qvToolkit/work/librarySession.h"
+#include "tests/support/byteBuilder.h"
+#include "tests/support/temporaryFolder.h"
 
 namespace qvStreamTest {
 
@@ -36,33 +34,7 @@ class StreamTest : public testing::Test {
   std::size_t const m_objectsBefore = qv::qvObject::GetLiveObjects();
 };
 
-/// Bytes put together by hand, little-endian.
-class Bytes {
- public:
-  template <class Number>
-  Bytes& number(Number value) {
-    for (std::size_t i = 0; i < sizeof(value); ++i) {
-      m_bytes += static_cast<char>(static_cast<std::uint64_t>(value) >> (8 * i) & 0xFF);
-    }
-    return *this;
-  }
-  Bytes& u8(std::uint8_t value) { return number(value); }
-  Bytes& u16(std::uint16_t value) { return number(value); }
-  Bytes& u32(std::uint32_t value) { return number(value); }
-  Bytes& u64(std::uint64_t value) { return number(value); }
-  Bytes& f32(float value) { return number(std::bit_cast<std::uint32_t>(value)); }
-  Bytes& point(float x, float y, float z) { return f32(x).f32(y).f32(z); }
-  Bytes& raw(std::string_view bytes) {
-    m_bytes += bytes;
-    return *this;
-  }
-  Bytes& text(std::string_view bytes) { return u32(static_cast<std::uint32_t>(bytes.size())).raw(bytes); }
-  std::string const& get() const { return m_bytes; }
-  std::size_t size() const { return m_bytes.size(); }
-
- private:
-  std::string m_bytes;
-};
+using Bytes = qvTest::ByteBuilder;
 
 /// Mark, version and object count of a document.
 inline Bytes beginDocument(std::uint32_t version, std::uint32_t objects) {
@@ -104,10 +76,7 @@ inline std::vector<std::string> describeFindings(Document const& document) {
   return lines;
 }
 
-inline std::string readFile(std::string const& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
+using qvTest::readFile;
 
 /// The findings of an encoding that are about something lost.
 inline std::size_t countLosses(Findings const& findings) {

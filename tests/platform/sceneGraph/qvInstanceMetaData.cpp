@@ -32,13 +32,13 @@ Loaded load(ByteWriter const& bytes) {
 TEST(VariantMapInStream, ReadsEveryKind) {
   ByteWriter bytes;
   bytes.u32(7);
-  bytes.counted("null").u8(nullKind);
-  bytes.counted("integer").u8(integerKind).number(std::int64_t{-5});
-  bytes.counted("real").u8(realKind).number(0.25);
-  bytes.counted("string").u8(stringKind).counted("text");
-  bytes.counted("bool").u8(boolKind).u8(2);
-  bytes.counted("map").u8(mapKind).u32(1).counted("k").u8(boolKind).u8(0);
-  bytes.counted("list").u8(listKind).u32(2).u8(nullKind).u8(stringKind).counted("");
+  bytes.text("null").u8(nullKind);
+  bytes.text("integer").u8(integerKind).number(std::int64_t{-5});
+  bytes.text("real").u8(realKind).number(0.25);
+  bytes.text("string").u8(stringKind).text("text");
+  bytes.text("bool").u8(boolKind).u8(2);
+  bytes.text("map").u8(mapKind).u32(1).text("k").u8(boolKind).u8(0);
+  bytes.text("list").u8(listKind).u32(2).u8(nullKind).u8(stringKind).text("");
   auto const loaded = load(bytes.u8(0xFF));
   EXPECT_FALSE(loaded.m_error);
   EXPECT_EQ(loaded.m_left, 1U);
@@ -58,7 +58,7 @@ TEST(VariantMapInStream, AnEmptyMapReplacesTheOldOne) {
 }
 
 TEST(VariantMapInStream, OfADoubleKeyTheLastWins) {
-  auto const loaded = load(ByteWriter().u32(2).counted("k").u8(boolKind).u8(1).counted("k").u8(nullKind));
+  auto const loaded = load(ByteWriter().u32(2).text("k").u8(boolKind).u8(1).text("k").u8(nullKind));
   EXPECT_EQ(loaded.m_map, (Map{{"k", qvVariant()}}));
 }
 
@@ -70,8 +70,7 @@ TEST(VariantMapInStream, ANegativeStringLengthIsTheEmptyString) {
 
 TEST(VariantMapInStream, AnUnknownKindEndsTheMapThere) {
   for (unsigned const kind : {5U, 9U, 12U, 255U}) {
-    auto const loaded =
-        load(ByteWriter().u32(3).counted("a").u8(nullKind).counted("b").u8(kind).u64(0).u64(0));
+    auto const loaded = load(ByteWriter().u32(3).text("a").u8(nullKind).text("b").u8(kind).u64(0).u64(0));
     EXPECT_TRUE(loaded.m_error);
     EXPECT_EQ(loaded.m_map, (Map{{"a", qvVariant()}}));
     EXPECT_EQ(loaded.m_left, 16U);
@@ -80,7 +79,7 @@ TEST(VariantMapInStream, AnUnknownKindEndsTheMapThere) {
 
 TEST(VariantMapInStream, ACountThatTheBytesLeftCannotHoldEndsTheMap) {
   // Each entry takes five bytes at least: two fit, a third does not.
-  ByteWriter const twoEntries = ByteWriter().counted("").u8(nullKind).counted("").u8(nullKind);
+  ByteWriter const twoEntries = ByteWriter().text("").u8(nullKind).text("").u8(nullKind);
   EXPECT_FALSE(load(ByteWriter().u32(2).append(twoEntries)).m_error);
   for (std::uint32_t const count : {3U, 0x80000000U, 0xFFFFFFFFU}) {
     auto const loaded = load(ByteWriter().u32(count).append(twoEntries));
@@ -91,13 +90,13 @@ TEST(VariantMapInStream, ACountThatTheBytesLeftCannotHoldEndsTheMap) {
 }
 
 TEST(VariantMapInStream, AListCountThatTheBytesLeftCannotHoldLeavesAnEmptyList) {
-  auto const loaded = load(ByteWriter().u32(1).counted("l").u8(listKind).u32(3).u8(0).u8(0));
+  auto const loaded = load(ByteWriter().u32(1).text("l").u8(listKind).u32(3).u8(0).u8(0));
   EXPECT_TRUE(loaded.m_error);
   EXPECT_EQ(loaded.m_map, (Map{{"l", List()}}));
 }
 
 TEST(VariantMapInStream, AStringLongerThanTheBytesLeftEndsTheMap) {
-  auto const loaded = load(ByteWriter().u32(1).counted("k").u8(stringKind).i32(0x7FFFFFFF).raw("abc"));
+  auto const loaded = load(ByteWriter().u32(1).text("k").u8(stringKind).i32(0x7FFFFFFF).raw("abc"));
   EXPECT_TRUE(loaded.m_error);
   EXPECT_TRUE(loaded.m_map.empty());
 }
@@ -105,12 +104,12 @@ TEST(VariantMapInStream, AStringLongerThanTheBytesLeftEndsTheMap) {
 /// A map of `levels` maps or lists within each other, the outermost one counted.
 ByteWriter nested(int levels, bool lists) {
   ByteWriter bytes;
-  bytes.u32(1).counted("k");
+  bytes.u32(1).text("k");
   for (int level = 2; level <= levels; ++level) {
     if (lists) {
       bytes.u8(listKind).u32(1);
     } else {
-      bytes.u8(mapKind).u32(1).counted("k");
+      bytes.u8(mapKind).u32(1).text("k");
     }
   }
   return bytes.u8(nullKind);
@@ -137,9 +136,9 @@ TEST(VariantMapInStream, WhatWasReadBeforeALevelTooDeepStays) {
 TEST(VariantMapInStream, EveryPrefixEndsWithAnErrorAndKeepsWhatWasRead) {
   ByteWriter bytes;
   bytes.u32(3);
-  bytes.counted("a").u8(integerKind).number(std::int64_t{1});
-  bytes.counted("b").u8(listKind).u32(2).u8(stringKind).counted("xy").u8(boolKind).u8(1);
-  bytes.counted("c").u8(mapKind).u32(1).counted("d").u8(realKind).number(2.5);
+  bytes.text("a").u8(integerKind).number(std::int64_t{1});
+  bytes.text("b").u8(listKind).u32(2).u8(stringKind).text("xy").u8(boolKind).u8(1);
+  bytes.text("c").u8(mapKind).u32(1).text("d").u8(realKind).number(2.5);
   std::size_t kept = 0;
   for (std::size_t length = 0; length < bytes.size(); ++length) {
     auto const prefix = bytes.bytes().first(length);
@@ -156,7 +155,7 @@ TEST(VariantMapInStream, EveryPrefixEndsWithAnErrorAndKeepsWhatWasRead) {
 }
 
 TEST(VariantMapInStream, IsReadAlsoWhenTheStreamWasInErrorBefore) {
-  ByteWriter const bytes = ByteWriter().u32(1).counted("k").u8(boolKind).u8(1);
+  ByteWriter const bytes = ByteWriter().u32(1).text("k").u8(boolKind).u8(1);
   qvMemoryStream in(bytes.bytes(), 0);
   in.setStreamError();
   Map map;

@@ -25,7 +25,7 @@ TEST(MetadataInterface, KeepsTheTypeItIsMadeWith) {
 }
 
 TEST(MetadataInterface, LoadsANameAndTheMetadataType) {
-  ByteWriter const bytes = ByteWriter().counted("ignored").u32(9);
+  ByteWriter const bytes = ByteWriter().text("ignored").u32(9);
   qv::qvMemoryStream in(bytes.bytes(), 0);
   qvMetadataInterface object(5);
   object.Load(in);
@@ -36,7 +36,7 @@ TEST(MetadataInterface, LoadsANameAndTheMetadataType) {
 }
 
 TEST(MetadataInterface, AShortMetadataTypeKeepsTheOldOne) {
-  ByteWriter const bytes = ByteWriter().counted("").raw("\1\2");
+  ByteWriter const bytes = ByteWriter().text("").raw("\1\2");
   qv::qvMemoryStream in(bytes.bytes(), 0);
   qvMetadataInterface object(5);
   object.Load(in);

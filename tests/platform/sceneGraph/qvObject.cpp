@@ -6,6 +6,7 @@
 #include "qvSystem/qvLog.h"
 #include "qvSystem/qvMemoryStream.h"
 #include "tests/platform/system/byteWriter.h"
+#include "tests/support/recordingLog.h"
 
 namespace {
 
@@ -79,7 +80,7 @@ TEST_F(Object, TheRecordsDescendFromTheRoot) {
 }
 
 TEST_F(Object, LoadHandsACountedStringToSetName) {
-  ByteWriter const bytes = ByteWriter().counted("view 1").u8(0);
+  ByteWriter const bytes = ByteWriter().text("view 1").u8(0);
   qv::qvMemoryStream in(bytes.bytes(), 0);
   Named object("old");
   object.Load(in);
@@ -202,14 +203,8 @@ TEST_F(Object, TheBaseKeepsNoName) {
   EXPECT_EQ(&object.GetName(), &qv::qvRttiInterface::sEmptyString);
 }
 
-class CapturingLog : public qv::qvLog {
- public:
-  void Write(LogEntry& entry, bool) override { m_texts.push_back(entry.m_text); }
-  std::vector<std::string> m_texts;
-};
-
 TEST_F(Object, DebugWritesOneIndentedLineToTheProcessLog) {
-  CapturingLog log;
+  qvTest::RecordingLog log;
   qv::qvLog* const before = std::exchange(qv::qvLog::msInstance, &log);
   Named const object("n");
   object.debugObject(2);
@@ -218,8 +213,8 @@ TEST_F(Object, DebugWritesOneIndentedLineToTheProcessLog) {
   qv::qvLog::msInstance = nullptr;
   object.debugObject(0);
   qv::qvLog::msInstance = before;
-  ASSERT_EQ(log.m_texts.size(), 1U);
-  EXPECT_EQ(log.m_texts[0], "    test.named id " + std::to_string(object.GetID()) + " name 'n' references 0");
+  ASSERT_EQ(log.records.size(), 1U);
+  EXPECT_EQ(log.texts()[0], "    test.named id " + std::to_string(object.GetID()) + " name 'n' references 0");
 }
 
 TEST_F(Object, TheLibraryMayBeTerminatedMoreOftenThanInitialised) {

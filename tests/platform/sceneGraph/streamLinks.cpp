@@ -58,7 +58,7 @@ class StreamLinks : public ::testing::Test {
 
 ByteWriter holderOf(std::initializer_list<std::uint32_t> ids) {
   ByteWriter out;
-  out.counted("").u32(static_cast<std::uint32_t>(ids.size()));
+  out.text("").u32(static_cast<std::uint32_t>(ids.size()));
   for (std::uint32_t const id : ids) out.u32(id);
   return out;
 }
@@ -66,7 +66,7 @@ ByteWriter holderOf(std::initializer_list<std::uint32_t> ids) {
 TEST_F(StreamLinks, FillCountedPointersWithOneReferenceEach) {
   ByteWriter bytes = document(0x60016, 2);
   bytes.append(object(1, "test.holder", holderOf({2, 0, 2})))
-      .append(object(2, "test.leaf", ByteWriter().counted("")));
+      .append(object(2, "test.leaf", ByteWriter().text("")));
   auto loaded = qv::LoadObjectStream(bytes.bytes());
   EXPECT_TRUE(loaded.m_problems.empty());
   auto& holder = dynamic_cast<Holder&>(*loaded.m_objects[0].m_object);

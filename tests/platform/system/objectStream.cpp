@@ -351,7 +351,7 @@ TEST_F(ObjectStream, AnEmptyTypeNameIsAnUnknownType) {
 TEST_F(ObjectStream, AGiantPayloadSizeIsHeldAgainstTheDocument) {
   for (std::uint64_t const size : {std::uint64_t{13}, std::uint64_t{1} << 32, ~std::uint64_t{0}}) {
     ByteWriter bytes = document(version, 2);
-    bytes.u32(1).counted("test.item").u64(size).append(item(10, 0, 0));
+    bytes.u32(1).text("test.item").u64(size).append(item(10, 0, 0));
     auto const loaded = LoadObjectStream(bytes.bytes());
     ASSERT_EQ(loaded.m_objects.size(), 1U) << "what is there is loaded";
     EXPECT_EQ(itemOf(loaded, 0).m_value, 10U);

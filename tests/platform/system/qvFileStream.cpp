@@ -1,4 +1,5 @@
 #include "qvSystem/qvFileStream.h"
+#include "tests/support/temporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -7,23 +8,11 @@
 
 namespace {
 
-namespace fs = std::filesystem;
-
 class FileStream : public ::testing::Test {
  protected:
-  FileStream() {
-    std::string pattern = (fs::temp_directory_path() / "qvFileStreamXXXXXX").string();
-    m_folder = ::mkdtemp(pattern.data());
-  }
-  ~FileStream() override { fs::remove_all(m_folder); }
+  std::string fileOf(std::string const& content) { return m_folder.writeFile("file", content); }
 
-  std::string fileOf(std::string const& content) {
-    auto const path = m_folder / "file";
-    std::ofstream(path, std::ios::binary) << content;
-    return path.string();
-  }
-
-  fs::path m_folder;
+  qvTest::TemporaryFolder m_folder;
 };
 
 TEST_F(FileStream, ReadsTheWholeFile) {
@@ -47,7 +36,7 @@ TEST_F(FileStream, AnEmptyFileIsAnEmptyStreamWithoutError) {
 TEST_F(FileStream, KeepsItsBytesWhenTheFileShrinks) {
   auto const path = fileOf("abcd");
   qv::qvFileStream in(path, 0, 100);
-  fs::resize_file(path, 0);
+  std::filesystem::resize_file(path, 0);
   std::uint32_t value = 0;
   in.readle(4, 1, &value);
   EXPECT_EQ(value, 0x64636261U);
@@ -63,10 +52,10 @@ TEST_F(FileStream, AFileOfExactlyTheCapIsReadAndALargerOneRefused) {
 }
 
 TEST_F(FileStream, TellsWhyAFileCannotBeRead) {
-  qv::qvFileStream const missing((m_folder / "missing").string(), 0, 100);
+  qv::qvFileStream const missing(m_folder.getPath("missing"), 0, 100);
   EXPECT_EQ(missing.GetProblem(), "No such file or directory");
   EXPECT_TRUE(missing.hasStreamError());
-  qv::qvFileStream const folder(m_folder.string(), 0, 100);
+  qv::qvFileStream const folder(m_folder.getPath(), 0, 100);
   EXPECT_EQ(folder.GetProblem(), "Is a directory");
   EXPECT_TRUE(folder.hasStreamError());
 }

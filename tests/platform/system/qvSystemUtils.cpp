@@ -6,6 +6,7 @@
 
 #include "qvSystem/qvLog.h"
 #include "qvSystem/qvSystemLibrary.h"
+#include "tests/support/recordingLog.h"
 
 namespace {
 
@@ -24,24 +25,18 @@ TEST(Thread, EachThreadHasATextOfItsOwn) {
   EXPECT_NE(qv::qvThread::CurrentThreadId(), other);
 }
 
-class CapturingLog : public qv::qvLog {
- public:
-  void Write(LogEntry& entry, bool) override { m_texts.push_back(entry.m_text); }
-  std::vector<std::string> m_texts;
-};
-
 class SystemLibrary : public ::testing::Test {
  protected:
   ~SystemLibrary() override { qv::qvLog::msInstance = m_before; }
   void SetUp() override { qv::qvLog::msInstance = &m_log; }
-  CapturingLog m_log;
+  qvTest::RecordingLog m_log;
   qv::qvLog* m_before = qv::qvLog::msInstance;
 };
 
 TEST_F(SystemLibrary, OnlyTheFirstVerboseInitialisationWritesATrace) {
   qv::initializeQvSystem(qv::InitComplete, true);
   qv::initializeQvSystem(qv::InitComplete, true);
-  EXPECT_EQ(m_log.m_texts.size(), 1U);
+  EXPECT_EQ(m_log.records.size(), 1U);
   qv::terminateQvSystem();
   qv::terminateQvSystem();
 }
@@ -49,13 +44,13 @@ TEST_F(SystemLibrary, OnlyTheFirstVerboseInitialisationWritesATrace) {
 TEST_F(SystemLibrary, AQuietInitialisationWritesNothing) {
   qv::initializeQvSystem(qv::InitMinimal, false);
   qv::terminateQvSystem();
-  EXPECT_TRUE(m_log.m_texts.empty());
+  EXPECT_TRUE(m_log.records.empty());
 }
 
 TEST_F(SystemLibrary, ATerminateWithoutInitialiseDoesNotUndoTheNextOne) {
   qv::terminateQvSystem();
   qv::initializeQvSystem(qv::InitStreams, true);
-  EXPECT_EQ(m_log.m_texts.size(), 1U);
+  EXPECT_EQ(m_log.records.size(), 1U);
   qv::terminateQvSystem();
 }
 

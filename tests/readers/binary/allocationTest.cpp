@@ -55,7 +55,7 @@ using Text = qvLegacy::qvAnnotationText;
 using View = qvLegacy::qvAnnotationView;
 
 Bytes headOfView() {
-  return Bytes().text("v").vector(0, 0, 0).vector(0, 0, 1).vector(1, 0, 0);
+  return Bytes().text("v").point(0, 0, 0).point(0, 0, 1).point(1, 0, 0);
 }
 
 template <class Object>

@@ -38,7 +38,7 @@ bool allChildrenAreNull(Annotation const& annotation) {
 
 /// Name, no leaders, no measures, position, colour and style of a 6.22 record, up to the child count.
 Bytes headOfRecord() {
-  return Bytes().u32(0).u32(0).u32(0).vector(4, 5, 6).u8(10).u8(20).u8(30).u8(0x25);
+  return Bytes().u32(0).u32(0).u32(0).point(4, 5, 6).u8(10).u8(20).u8(30).u8(0x25);
 }
 
 TEST(AnnotationRecord, ReadsEveryFieldInOrder) {
@@ -92,7 +92,7 @@ TEST(AnnotationRecord, ReadsTheNewestLayoutAtEveryLaterVersion) {
 
 TEST(AnnotationRecord, ClearsTheNameForALengthBelowOne) {
   for (std::uint32_t const length : {0U, 0xFFFFFFFFU, 0x80000000U}) {
-    ByteStream stream(Bytes().u32(length).u32(0).vector(1, 2, 3).u8(4).u8(5).u8(6).u8(7), v6_15);
+    ByteStream stream(Bytes().u32(length).u32(0).point(1, 2, 3).u8(4).u8(5).u8(6).u8(7), v6_15);
     Annotation annotation(Annotation::Unknown);
     annotation.m_name = "old";
     annotation.load(stream);
@@ -105,7 +105,7 @@ TEST(AnnotationRecord, ClearsTheNameForALengthBelowOne) {
 }
 
 TEST(AnnotationRecord, KeepsZeroBytesInTheName) {
-  ByteStream stream(Bytes().u32(3).u8('a').u8(0).u8('b').u32(0).vector(0, 0, 0).u32(0), v6_15);
+  ByteStream stream(Bytes().u32(3).u8('a').u8(0).u8('b').u32(0).point(0, 0, 0).u32(0), v6_15);
   Annotation annotation(Annotation::Unknown);
   annotation.load(stream);
   EXPECT_EQ(annotation.m_name, std::string("a\0b", 3));
@@ -143,7 +143,7 @@ TEST(AnnotationRecord, HasNoNameWhenItsLengthIsNotWhole) {
 }
 
 TEST(AnnotationRecord, CountsEachFullRawReadAndReadsTheColourByteByByte) {
-  Bytes const bytes = Bytes().text("ab").u32(0).vector(1, 2, 3).u8(10).u8(20).u8(30).u8(0x25);
+  Bytes const bytes = Bytes().text("ab").u32(0).point(1, 2, 3).u8(10).u8(20).u8(30).u8(0x25);
   ByteStream stream(bytes, v6_15);
   Annotation annotation(Annotation::Unknown);
   annotation.load(stream);
@@ -153,7 +153,7 @@ TEST(AnnotationRecord, CountsEachFullRawReadAndReadsTheColourByteByByte) {
 
 TEST(AnnotationRecord, DoesNotCountAShortRawRead) {
   // The colour's last byte and the style are missing.
-  ByteStream stream(Bytes().u32(0).u32(0).vector(1, 2, 3).u8(10).u8(20), v6_15);
+  ByteStream stream(Bytes().u32(0).u32(0).point(1, 2, 3).u8(10).u8(20), v6_15);
   Annotation annotation(Annotation::Unknown);
   annotation.load(stream);
   EXPECT_EQ(annotation.m_color, Color(10, 20, 255));
@@ -163,7 +163,7 @@ TEST(AnnotationRecord, DoesNotCountAShortRawRead) {
 }
 
 TEST(AnnotationRecord, HasNoMeasuresBefore6_17) {
-  Bytes const bytes = Bytes().u32(0).u32(0).vector(4, 5, 6).u8(10).u8(20).u8(30).u8(0x25);
+  Bytes const bytes = Bytes().u32(0).u32(0).point(4, 5, 6).u8(10).u8(20).u8(30).u8(0x25);
   ByteStream stream(bytes, v6_16);
   Annotation annotation(Annotation::Unknown);
   annotation.m_measures.resize(2);
@@ -198,7 +198,7 @@ TEST(AnnotationRecord, KeepsHeadsDirectionsChildrenAndMetadataBefore6_22) {
 }
 
 TEST(AnnotationRecord, ResizesLeadersAndMeasuresToTheirCounts) {
-  ByteStream stream(Bytes().u32(0).u32(1).vector(1, 2, 3).u32(0).vector(0, 0, 0).u32(0), v6_17);
+  ByteStream stream(Bytes().u32(0).u32(1).point(1, 2, 3).u32(0).point(0, 0, 0).u32(0), v6_17);
   Annotation annotation(Annotation::Unknown);
   annotation.m_leaders.resize(3);
   annotation.m_measures.resize(3);
@@ -208,7 +208,7 @@ TEST(AnnotationRecord, ResizesLeadersAndMeasuresToTheirCounts) {
 }
 
 TEST(AnnotationRecord, KeepsTheDefaultsOfLeadersThatTheStreamDoesNotReach) {
-  ByteStream stream(Bytes().u32(0).u32(3).vector(1, 2, 3).u8(4).vector(5, 6, 7), v6_22);
+  ByteStream stream(Bytes().u32(0).u32(3).point(1, 2, 3).u8(4).point(5, 6, 7), v6_22);
   Annotation annotation(Annotation::Unknown);
   annotation.load(stream);
   ASSERT_EQ(annotation.m_leaders.size(), 3U);
@@ -221,8 +221,8 @@ TEST(AnnotationRecord, KeepsTheDefaultsOfLeadersThatTheStreamDoesNotReach) {
 
 TEST(AnnotationRecord, KeepsBytesOutsideTheEnumerations) {
   Bytes bytes;
-  bytes.u32(0).u32(1).vector(1, 2, 3).u8(200).u32(1).add(Bytes(pointsHex)).u8(201);
-  bytes.vector(0, 0, 0).u8(0).u8(0).u8(0).u8(0xFF).u32(1).u8(250).u8(0).u32(0);
+  bytes.u32(0).u32(1).point(1, 2, 3).u8(200).u32(1).append(Bytes(pointsHex)).u8(201);
+  bytes.point(0, 0, 0).u8(0).u8(0).u8(0).u8(0xFF).u32(1).u8(250).u8(0).u32(0);
   ByteStream stream(bytes, v6_22);
   Annotation annotation(Annotation::Unknown);
   annotation.load(stream);
@@ -271,7 +271,7 @@ TEST(AnnotationRecord, ReadsChildrenOfEveryKindWithTheirOwnChildren) {
 }
 
 TEST(AnnotationRecord, ReadsTheMetadataAfterAnOnlyChildOfKindZero) {
-  ByteStream stream(headOfRecord().u32(1).u8(5).u8(0).add(metadataRecord("k")), v6_22);
+  ByteStream stream(headOfRecord().u32(1).u8(5).u8(0).append(metadataRecord("k")), v6_22);
   Annotation annotation(Annotation::Unknown);
   annotation.load(stream);
   EXPECT_EQ(anchorsOf(annotation), std::vector<std::uint32_t>{5});
@@ -283,8 +283,8 @@ TEST(AnnotationRecord, ReadsTheMetadataAfterAnOnlyChildOfKindZero) {
 
 TEST(AnnotationRecord, EndsAtAnUnknownChildKind) {
   Bytes bytes("00 00 00 00 | 01 00 00 00");
-  bytes.vector(1, 2, 3).u8(3).u32(1).add(Bytes(pointsHex)).u8(2).vector(4, 5, 6);
-  bytes.add(Bytes("0A 14 1E 25 | 03 00 00 00 | 05 00 | 0C 07"));
+  bytes.point(1, 2, 3).u8(3).u32(1).append(Bytes(pointsHex)).u8(2).point(4, 5, 6);
+  bytes.append(Bytes("0A 14 1E 25 | 03 00 00 00 | 05 00 | 0C 07"));
   ASSERT_EQ(bytes.size(), 86U);
   ByteStream stream(bytes, v6_22);
   Annotation annotation(Annotation::Unknown);
@@ -300,7 +300,7 @@ TEST(AnnotationRecord, EndsAtAnUnknownChildKind) {
 }
 
 TEST(AnnotationRecord, LeavesTheBytesAfterAnUnknownChildKind) {
-  ByteStream stream(headOfRecord().u32(1).u8(5).u8(7).add(metadataRecord("k")), v6_22);
+  ByteStream stream(headOfRecord().u32(1).u8(5).u8(7).append(metadataRecord("k")), v6_22);
   Annotation annotation(Annotation::Unknown);
   annotation.load(stream);
   EXPECT_TRUE(annotation.m_metadata.empty());
@@ -347,7 +347,7 @@ TEST(AnnotationRecord, ReadsMissingAnchorAndKindBytesAsZero) {
 
 TEST(AnnotationRecord, KeepsEarlierChildrenWhenALaterOneIsUnknown) {
   Bytes bytes = headOfRecord();
-  bytes.u32(3).u8(1).u8(2).add(rasterRecord(v6_22, "r")).u8(2).u8(9);
+  bytes.u32(3).u8(1).u8(2).append(rasterRecord(v6_22, "r")).u8(2).u8(9);
   ByteStream stream(bytes, v6_22);
   Annotation annotation(Annotation::Unknown);
   annotation.load(stream);
@@ -372,7 +372,7 @@ TEST(LeaderRecord, ReadsTheHeadFrom6_22On) {
 TEST(LeaderRecord, LeavesTheHeadWhenItsByteIsMissing) {
   Annotation::Leader leader;
   leader.m_head = 5;
-  ByteStream stream(Bytes().vector(1, 2, 3), v6_22);
+  ByteStream stream(Bytes().point(1, 2, 3), v6_22);
   leader.load(stream);
   EXPECT_EQ(leader.m_head, 5);
   EXPECT_TRUE(stream.hasStreamError());
@@ -395,7 +395,7 @@ TEST(MeasureLeaderRecord, ReadsTheArrowDirectionFrom6_22On) {
 TEST(MeasureLeaderRecord, LeavesAVectorThatIsNotWholeAndTheArrowDirection) {
   Annotation::MeasureLeader measure;
   measure.m_arrowDir = 3;
-  ByteStream stream(Bytes().vector(1, 2, 3).f32(4), v6_22);
+  ByteStream stream(Bytes().point(1, 2, 3).f32(4), v6_22);
   measure.load(stream);
   EXPECT_EQ(measure.m_pointA, Vector(1, 2, 3));
   EXPECT_EQ(measure.m_pointB, Vector(0, 0, 0));

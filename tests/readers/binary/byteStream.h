@@ -3,13 +3,12 @@
 #include <qvSystem/qvBaseStream.h>
 
 #include <algorithm>
-#include <bit>
-#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <memory>
-#include <string_view>
 #include <vector>
+
+#include "tests/support/byteBuilder.h"
 
 namespace readersTest {
 
@@ -25,55 +24,7 @@ constexpr std::uint32_t v6_22 = 0x60016;
 constexpr std::uint32_t v6_26 = 0x6001A;
 constexpr std::uint32_t v6_27 = 0x6001B;
 
-/// Bytes of a record, put together field by field.
-class Bytes {
- public:
-  Bytes() = default;
-  /// Hexadecimal digits in pairs; blanks and bars between them are for the reader.
-  explicit Bytes(std::string_view hex) {
-    for (std::size_t i = 0; i < hex.size(); ++i) {
-      if (hex[i] == ' ' || hex[i] == '|') continue;
-      std::uint8_t value = 0;
-      std::from_chars(hex.data() + i, hex.data() + i + 2, value, 16);
-      u8(value);
-      ++i;
-    }
-  }
-
-  Bytes& u8(std::uint8_t value) {
-    m_bytes.push_back(value);
-    return *this;
-  }
-  Bytes& u16(std::uint16_t value) {
-    return u8(static_cast<std::uint8_t>(value & 0xFFU)).u8(static_cast<std::uint8_t>(value >> 8));
-  }
-  Bytes& u32(std::uint32_t value) {
-    return u16(static_cast<std::uint16_t>(value & 0xFFFFU)).u16(static_cast<std::uint16_t>(value >> 16));
-  }
-  Bytes& f32(float value) { return u32(std::bit_cast<std::uint32_t>(value)); }
-  Bytes& vector(float x, float y, float z) { return f32(x).f32(y).f32(z); }
-  Bytes& raw(std::string_view text) {
-    for (char const c : text) u8(static_cast<std::uint8_t>(c));
-    return *this;
-  }
-  /// 32-bit length and characters.
-  Bytes& text(std::string_view text) { return u32(static_cast<std::uint32_t>(text.size())).raw(text); }
-  Bytes& add(Bytes const& other) {
-    m_bytes.insert(m_bytes.end(), other.m_bytes.begin(), other.m_bytes.end());
-    return *this;
-  }
-
-  Bytes prefix(std::size_t size) const {
-    Bytes result;
-    result.m_bytes.assign(m_bytes.begin(), m_bytes.begin() + static_cast<std::ptrdiff_t>(size));
-    return result;
-  }
-  std::size_t size() const noexcept { return m_bytes.size(); }
-  std::uint8_t const* data() const noexcept { return m_bytes.data(); }
-
- private:
-  std::vector<std::uint8_t> m_bytes;
-};
+using Bytes = qvTest::ByteBuilder;
 
 /// A stream over a fresh allocation of exactly the given bytes, so that a sanitizer sees each byte read
 /// beyond them.
@@ -81,7 +32,7 @@ class ByteStream : public qv::qvBaseStream {
  public:
   ByteStream(Bytes const& bytes, std::uint32_t version)
       : qv::qvBaseStream(version), m_bytes(new std::uint8_t[bytes.size()]), m_size(bytes.size()) {
-    std::copy_n(bytes.data(), bytes.size(), m_bytes.get());
+    std::ranges::copy(bytes.get(), m_bytes.get());
   }
 
   std::size_t ReadRaw(std::size_t count, void* destination) override {

@@ -11,7 +11,7 @@ using Size = Wm4::Vector2<float>;
 
 TEST(RasterRecord, ReadsBaseNameAndSize) {
   Bytes bytes("00 00 00 00 | 00 00 00 00");
-  bytes.vector(0, 0, 0).add(Bytes("FF FF FF 01 | 04 00 00 00 6C 6F 67 6F | 00 00 80 40 00 00 00 40"));
+  bytes.point(0, 0, 0).append(Bytes("FF FF FF 01 | 04 00 00 00 6C 6F 67 6F | 00 00 80 40 00 00 00 40"));
   ASSERT_EQ(bytes.size(), 40U);
   ByteStream stream(bytes, v6_15);
   Raster raster;
@@ -62,7 +62,7 @@ TEST(RasterRecord, IsAStreamErrorBefore6_15) {
 
 TEST(RasterRecord, GoesOnAtTheNextByteAfterAnUnknownChildKind) {
   Bytes bytes;
-  bytes.u32(0).u32(0).u32(0).vector(4, 5, 6).u32(0).u32(1).u8(5).u8(3).text("logo").f32(4).f32(2);
+  bytes.u32(0).u32(0).u32(0).point(4, 5, 6).u32(0).u32(1).u8(5).u8(3).text("logo").f32(4).f32(2);
   ByteStream stream(bytes, v6_22);
   Raster raster;
   raster.load(stream);

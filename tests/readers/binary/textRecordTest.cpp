@@ -184,7 +184,7 @@ TEST(RunRecord, ReadsPropertiesForEveryFlagThatIsNotZero) {
     for (std::uint8_t const flag : std::initializer_list<std::uint8_t>{1, 2, 255}) {
       Bytes const plain = runRecord(version, "a", 0);
       Bytes bytes = plain.prefix(plain.size() - 1);
-      ByteStream stream(bytes.u8(flag).add(propertiesRecord("Mono", 50, 1)), version);
+      ByteStream stream(bytes.u8(flag).append(propertiesRecord("Mono", 50, 1)), version);
       Text::TextSegment run;
       run.load(stream);
       ASSERT_NE(run.m_textProperties, nullptr);
@@ -262,8 +262,8 @@ TEST(TextRecord, ReadsEveryFieldInOrder) {
 
 TEST(TextRecord, OfManyLinesIsReadInLinearTime) {
   auto const readLines = [](std::uint32_t count) {
-    Bytes bytes = baseRecord(v6_22, "note").add(propertiesRecord("Times", 250, 2)).u32(count);
-    for (std::uint32_t i = 0; i < count; ++i) bytes.u32(1).add(runRecord(v6_22, "a", 0));
+    Bytes bytes = baseRecord(v6_22, "note").append(propertiesRecord("Times", 250, 2)).u32(count);
+    for (std::uint32_t i = 0; i < count; ++i) bytes.u32(1).append(runRecord(v6_22, "a", 0));
     return [bytes, count] {
       ByteStream stream(bytes, v6_22);
       Text text;
@@ -275,8 +275,8 @@ TEST(TextRecord, OfManyLinesIsReadInLinearTime) {
 }
 
 TEST(TextRecord, OverwritesTheLinesThatAreThere) {
-  Bytes bytes = baseRecord(v6_22, "note").add(propertiesRecord("Times", 250, 2));
-  bytes.u32(1).u32(1).add(runRecord(v6_22, "new", 1));
+  Bytes bytes = baseRecord(v6_22, "note").append(propertiesRecord("Times", 250, 2));
+  bytes.u32(1).u32(1).append(runRecord(v6_22, "new", 1));
   ByteStream stream(bytes, v6_22);
   Text text;
   text.setText("one\ntwo\nthree");
@@ -290,8 +290,8 @@ TEST(TextRecord, OverwritesTheLinesThatAreThere) {
 
 TEST(TextRecord, GoesOnAtTheNextByteAfterAnUnknownChildKind) {
   Bytes bytes;
-  bytes.u32(0).u32(0).u32(0).vector(4, 5, 6).u8(10).u8(20).u8(30).u8(0x25).u32(1).u8(5).u8(7);
-  bytes.add(propertiesRecord("Times", 250, 2)).add(linesRecord(v6_22));
+  bytes.u32(0).u32(0).u32(0).point(4, 5, 6).u8(10).u8(20).u8(30).u8(0x25).u32(1).u8(5).u8(7);
+  bytes.append(propertiesRecord("Times", 250, 2)).append(linesRecord(v6_22));
   ByteStream stream(bytes, v6_22);
   Text text;
   text.load(stream);
@@ -303,10 +303,10 @@ TEST(TextRecord, GoesOnAtTheNextByteAfterAnUnknownChildKind) {
 
 TEST(TextRecord, LeavesTheNodesOfAParentToItsOwnLoopAfterAnUnknownGrandchild) {
   Bytes child;
-  child.u8(4).u8(1).u32(0).u32(0).u32(0).vector(0, 0, 0).u32(0).u32(1).u8(5).u8(9);
-  child.add(propertiesRecord("Times", 250, 2)).u32(0);
+  child.u8(4).u8(1).u32(0).u32(0).u32(0).point(0, 0, 0).u32(0).u32(1).u8(5).u8(9);
+  child.append(propertiesRecord("Times", 250, 2)).u32(0);
   ByteStream stream(
-      baseRecord(v6_22, "n", {child, Bytes().u8(6).u8(0)}).add(propertiesRecord("A", 1, 0)).u32(0), v6_22);
+      baseRecord(v6_22, "n", {child, Bytes().u8(6).u8(0)}).append(propertiesRecord("A", 1, 0)).u32(0), v6_22);
   Text text;
   text.load(stream);
   ASSERT_EQ(text.getSubAnnotsCount(), 2U);
@@ -395,8 +395,8 @@ TEST(OldTextRecord, KeepsMeasuresChildrenMetadataAndHeads) {
 
 TEST(OldTextRecord, ReadsItsGatesWhenCalledAtALaterVersion) {
   Bytes bytes;
-  bytes.text("note").add(propertiesRecord("Times", 250, 2)).u32(1).add(leaderRecord(v6_22, 4));
-  bytes.add(linesRecord(v6_22)).vector(4, 5, 6).u8(10).u8(20).u8(30).u8(0xA5);
+  bytes.text("note").append(propertiesRecord("Times", 250, 2)).u32(1).append(leaderRecord(v6_22, 4));
+  bytes.append(linesRecord(v6_22)).point(4, 5, 6).u8(10).u8(20).u8(30).u8(0xA5);
   ByteStream stream(bytes, v6_22);
   Text text;
   text.loadPrior_6_15(stream);

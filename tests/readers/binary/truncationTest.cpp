@@ -40,8 +40,9 @@ void loadEveryPatch(Bytes const& record, std::uint32_t version) {
   for (std::size_t i = 0; i < record.size(); ++i) {
     for (int const step : {1, -1}) {
       Bytes patched = record.prefix(i);
-      patched.u8(static_cast<std::uint8_t>(record.data()[i] + step));
-      for (std::size_t j = i + 1; j < record.size(); ++j) patched.u8(record.data()[j]);
+      patched.u8(static_cast<std::uint8_t>(record.get()[i] + step));
+      for (std::size_t j = i + 1; j < record.size(); ++j)
+        patched.u8(static_cast<std::uint8_t>(record.get()[j]));
       ByteStream stream(patched, version);
       Object object;
       loadInto(object, stream);

@@ -15,7 +15,7 @@ using View = qvLegacy::qvAnnotationView;
 
 /// Name and plane of a view record.
 Bytes headOfView() {
-  return Bytes().text("v").vector(0, 0, 0).vector(0, 0, 1).vector(1, 0, 0);
+  return Bytes().text("v").point(0, 0, 0).point(0, 0, 1).point(1, 0, 0);
 }
 
 std::vector<std::string> namesOf(View const& view) {
@@ -67,14 +67,14 @@ TEST(ViewRecord, IsAStreamErrorBefore6_13) {
 }
 
 TEST(ViewRecord, HasARasterCountFrom6_15On) {
-  ByteStream before(headOfView().u32(1).add(oldTextRecord(v6_14, "t", 1)), v6_14);
+  ByteStream before(headOfView().u32(1).append(oldTextRecord(v6_14, "t", 1)), v6_14);
   View oldView;
   oldView.Load(before);
   EXPECT_EQ(namesOf(oldView), std::vector<std::string>{"t"});
   EXPECT_EQ(before.left(), 0U);
   EXPECT_FALSE(before.hasStreamError());
 
-  ByteStream since(headOfView().u32(1).u32(0).add(textRecord(v6_15, "t")), v6_15);
+  ByteStream since(headOfView().u32(1).u32(0).append(textRecord(v6_15, "t")), v6_15);
   View view;
   view.Load(since);
   EXPECT_EQ(namesOf(view), std::vector<std::string>{"t"});
@@ -84,7 +84,7 @@ TEST(ViewRecord, HasARasterCountFrom6_15On) {
 
 TEST(ViewRecord, HasMetadataFrom6_27On) {
   for (std::uint32_t const version : {v6_26, v6_27}) {
-    ByteStream stream(headOfView().u32(0).u32(0).add(metadataRecord("k")), version);
+    ByteStream stream(headOfView().u32(0).u32(0).append(metadataRecord("k")), version);
     View view;
     view.m_metadata["old"] = 1;
     view.Load(stream);
@@ -105,7 +105,7 @@ TEST(ViewRecord, AppendsToTheAnnotationsThatAreThere) {
 }
 
 TEST(ViewRecord, AppendsEveryAnnouncedAnnotationAfterAnError) {
-  ByteStream stream(headOfView().u32(5).u32(0).add(textRecord(v6_22, "first")), v6_22);
+  ByteStream stream(headOfView().u32(5).u32(0).append(textRecord(v6_22, "first")), v6_22);
   View view;
   view.Load(stream);
   EXPECT_EQ(namesOf(view), (std::vector<std::string>{"first", "", "", "", ""}));
@@ -114,7 +114,7 @@ TEST(ViewRecord, AppendsEveryAnnouncedAnnotationAfterAnError) {
 
 TEST(ViewRecord, HasNoAnnotationsWhenItsCountsCannotBeRead) {
   for (Bytes const& counts : {Bytes(), Bytes("01 00 00")}) {
-    ByteStream stream(headOfView().add(counts), v6_22);
+    ByteStream stream(headOfView().append(counts), v6_22);
     View view;
     view.Load(stream);
     EXPECT_TRUE(view.m_annotations.empty());
@@ -131,7 +131,7 @@ TEST(ViewRecord, ReadsTheTextsWhenTheRasterCountIsMissing) {
 }
 
 TEST(ViewRecord, TakesItsNameFromTheBaseRecord) {
-  ByteStream stream(Bytes().u32(0xFFFFFFFF).vector(1, 2, 3).vector(0, 0, 1).vector(1, 0, 0).u32(0), v6_13);
+  ByteStream stream(Bytes().u32(0xFFFFFFFF).point(1, 2, 3).point(0, 0, 1).point(1, 0, 0).u32(0), v6_13);
   View view;
   view.m_name = "old";
   view.Load(stream);

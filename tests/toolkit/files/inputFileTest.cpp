@@ -1,4 +1,5 @@
 #include "files/inputFile.h"
+#include "tests/support/temporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -33,17 +34,7 @@ constexpr std::uint64_t MaxBytes = 1U << 20;
 
 class InputFileTest : public testing::Test {
  protected:
-  InputFileTest() {
-    std::string pattern = testing::TempDir() + "inputFileXXXXXX";
-    m_folder = ::mkdtemp(pattern.data());
-  }
-  ~InputFileTest() override { std::filesystem::remove_all(m_folder); }
-
-  std::string write(std::string const& content) const {
-    std::string const path = m_folder / "file";
-    std::ofstream(path, std::ios::binary) << content;
-    return path;
-  }
+  std::string write(std::string const& content) const { return m_folder.writeFile("file", content); }
 
   static void expectTooLarge(InputFile const& input) {
     ASSERT_TRUE(input.m_problem.has_value());
@@ -58,7 +49,7 @@ class InputFileTest : public testing::Test {
     EXPECT_TRUE(input.m_bytes.empty());
   }
 
-  std::filesystem::path m_folder;
+  qvTest::TemporaryFolder m_folder;
 };
 
 TEST_F(InputFileTest, SaysWhenStandardInputIsClosed) {
@@ -88,17 +79,18 @@ TEST_F(InputFileTest, ReadsWhatIsLeftOfAFileThatShrinksMeanwhile) {
 }
 
 TEST_F(InputFileTest, SaysThatAFileIsMissing) {
-  expectUnreadable(readInputFile(m_folder / "none", MaxBytes), "cannot open: No such file or directory");
+  expectUnreadable(readInputFile(m_folder.getPath("none"), MaxBytes),
+                   "cannot open: No such file or directory");
 }
 
 TEST_F(InputFileTest, SaysThatAFolderIsNoFile) {
   expectUnreadable(
-      readInputFile(m_folder, MaxBytes),
+      readInputFile(m_folder.getPath(), MaxBytes),
       "cannot read: it is a directory, expected a regular file; give '-' to read standard input");
 }
 
 TEST_F(InputFileTest, RefusesAPipeWithoutWaitingForAWriter) {
-  std::string const path = m_folder / "pipe";
+  std::string const path = m_folder.getPath("pipe");
   ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
   expectUnreadable(readInputFile(path, MaxBytes),
                    "cannot read: it is a pipe, expected a regular file; give '-' to read standard input");
@@ -170,7 +162,7 @@ TEST_F(InputFileTest, StopsAtTheLimitOnStandardInputWithoutEnd) {
 }
 
 TEST_F(InputFileTest, SaysThatStandardInputIsAFolder) {
-  StandardInput const input(::open(m_folder.c_str(), O_RDONLY));
+  StandardInput const input(::open(m_folder.getPath().c_str(), O_RDONLY));
   expectUnreadable(readInputFile("-", MaxBytes), "cannot read: Is a directory");
 }
 

@@ -8,39 +8,13 @@
 #include <iterator>
 
 #include "files/childProcess.h"
+#include "tests/support/temporaryFolder.h"
 
 namespace qvTest {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string pattern = (fs::temp_directory_path() / "qvannot-rendering-XXXXXX").string();
-    m_path = mkdtemp(pattern.data());
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    fs::remove_all(m_path, ignored);
-  }
-  TemporaryFolder(TemporaryFolder const&) = delete;
-  TemporaryFolder& operator=(TemporaryFolder const&) = delete;
-  std::string getPath(std::string const& name) const { return (m_path / name).string(); }
-
- private:
-  fs::path m_path;
-};
-
-void writeFile(std::string const& path, std::string const& bytes) {
-  std::ofstream(path, std::ios::binary) << bytes;
-}
-
-std::string readFile(std::string const& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 Rendering judge(qvToolkit::ChildRun const& run, std::string const& png) {
   Rendering rendering;
@@ -73,9 +47,9 @@ Rendering renderByLibrsvg(std::string const& svg, std::size_t width) {
 Rendering renderByChromium(std::string const& svg, std::size_t width, std::size_t height) {
   TemporaryFolder const folder;
   std::string const size = std::to_string(width) + "," + std::to_string(height);
-  writeFile(folder.getPath("page.svg"), svg);
-  writeFile(folder.getPath("page.html"), "<!DOCTYPE html><body style='margin:0'><img src='page.svg' width='" +
-                                             std::to_string(width) + "'></body>");
+  folder.writeFile("page.svg", svg);
+  folder.writeFile("page.html", "<!DOCTYPE html><body style='margin:0'><img src='page.svg' width='" +
+                                    std::to_string(width) + "'></body>");
   qvToolkit::ChildRun const run =
       qvToolkit::runChild({{"chromium", "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars",
                             "--force-device-scale-factor=1", "--user-data-dir=" + folder.getPath("profile"),
@@ -91,7 +65,7 @@ Rendering renderByResvg(std::string const& svg, std::size_t width) {
     return {{}, "@resvg/resvg-js is not installed in " QVA_NODE_FOLDER, true};
   }
   TemporaryFolder const folder;
-  writeFile(folder.getPath("page.svg"), svg);
+  folder.writeFile("page.svg", svg);
   qvToolkit::ChildRun const run =
       qvToolkit::runChild({{"node", "--eval", ResvgScript, folder.getPath("page.svg"),
                             folder.getPath("page.png"), std::to_string(width)},
