@@ -7,7 +7,7 @@ namespace qv {
 namespace {
 
 /// Reads between two looks at the clock: one look costs as much as some ten reads.
-constexpr std::uint32_t ReadsPerLook = 4096;
+constexpr std::uint32_t readsPerLook = 4096;
 
 std::uintptr_t getFrame() noexcept {
   return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
@@ -32,7 +32,7 @@ std::uintptr_t findLowestOfStack() noexcept {
 }  // namespace
 
 qvStreamGovernor::qvStreamGovernor(qvStreamLimits const& limits) noexcept
-    : m_readsUntilClock(ReadsPerLook),
+    : m_readsUntilClock(readsPerLook),
       m_lowestFrame(getLowestFrame(limits.m_maxStackBytes)),
       m_start(std::chrono::steady_clock::now()),
       m_limits(limits) {
@@ -47,7 +47,7 @@ bool qvStreamGovernor::admitUnusualRead(bool isShort, std::uintptr_t frame) noex
   if (frame < m_lowestFrame) return exceed(qvBudget::Stack);
   if (isShort && ++m_failedReads > m_limits.m_maxFailedReads) return exceed(qvBudget::FailedReads);
   if (m_readsUntilClock > 0) return true;
-  m_readsUntilClock = ReadsPerLook;
+  m_readsUntilClock = readsPerLook;
   auto const elapsed =
       std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - m_start);
   return static_cast<std::uint64_t>(elapsed.count()) <= m_limits.m_maxMilliseconds || exceed(qvBudget::Time);

@@ -42,9 +42,9 @@ std::string readNumbers(Words const& words, char const* range, Numbers& numbers)
 }
 
 std::string readMatrix(Numbers const& n, Similarity& transformation) {
-  constexpr std::array<double, 4> lastRow{0, 0, 0, 1};
+  constexpr std::array<double, 4> LastRow{0, 0, 0, 1};
   if (n.size() != 12 && n.size() != 16) return "a matrix takes 12 numbers, three rows of four, or 16";
-  if (n.size() == 16 && !std::equal(lastRow.begin(), lastRow.end(), n.begin() + 12)) {
+  if (n.size() == 16 && !std::equal(LastRow.begin(), LastRow.end(), n.begin() + 12)) {
     return "the fourth row of a matrix is 0 0 0 1; the translation is its fourth column";
   }
   std::string problem = takeApart({n[0], n[1], n[2], n[4], n[5], n[6], n[8], n[9], n[10]}, transformation);
@@ -85,17 +85,17 @@ struct Turn {
 
 /// Quarter turns are exact: they are what drawings are turned by.
 Turn turnOf(double degrees) {
-  constexpr std::array<Turn, 4> quarters{{{1, 0}, {0, 1}, {-1, 0}, {0, -1}}};
+  constexpr std::array<Turn, 4> Quarters{{{1, 0}, {0, 1}, {-1, 0}, {0, -1}}};
   double const turn = std::fmod(std::fmod(degrees, 360.0) + 360.0, 360.0);
   double const quarter = turn / 90.0;
-  if (quarter == std::floor(quarter)) return quarters[static_cast<std::size_t>(quarter) % 4];
+  if (quarter == std::floor(quarter)) return Quarters[static_cast<std::size_t>(quarter) % 4];
   double const radians = turn * std::numbers::pi / 180.0;
   return {std::cos(radians), std::sin(radians)};
 }
 
 std::string readRotation(Words const& words, Similarity& transformation) {
-  constexpr std::string_view axes = "xyz";
-  if (words.size() != 2 || words[0].size() != 1 || axes.find(words[0]) == std::string_view::npos) {
+  constexpr std::string_view Axes = "xyz";
+  if (words.size() != 2 || words[0].size() != 1 || Axes.find(words[0]) == std::string_view::npos) {
     return "a rotation takes an axis, x, y or z, and an angle in degrees";
   }
   auto const degrees = readNumber(words[1]);
@@ -103,7 +103,7 @@ std::string readRotation(Words const& words, Similarity& transformation) {
     return "'" + words[1] + "' is no angle from -360000 to 360000; write it like 90 or -22.5";
   }
   Turn const turn = turnOf(*degrees);
-  std::size_t const first = (axes.find(words[0]) + 1) % 3;
+  std::size_t const first = (Axes.find(words[0]) + 1) % 3;
   std::size_t const second = (first + 1) % 3;
   Matrix rotation = Matrix::IDENTITY;
   rotation(first, first) = rotation(second, second) = turn.m_cosine;
