@@ -419,7 +419,8 @@ TEST_F(ReadAuditTest, OnlyCountsWhenTheViewDoesNotMatchItsMap) {
   qvLegacy::qvAnnotationView& view = *document.m_views.at(0).m_view;
   view.m_annotations.pop_back();
   Findings findings;
-  static_cast<void>(ReadAudit().audit({map, &view, qv::qvStreamVersion(6, 22), "view/0", ""}, findings));
+  static_cast<void>(
+      ReadAudit().audit({map, &view, qv::qvStreamVersion(6, 22), Address::ofView(0), ""}, findings));
   ASSERT_EQ(findings.size(), 1U);
   EXPECT_EQ(findings[0].m_text, "of 2 annotation records 1 were read");
 }

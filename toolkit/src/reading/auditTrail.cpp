@@ -63,7 +63,7 @@ void AuditTrail::checkCut(qv::qvVariant const& value) {
   std::optional<std::uint16_t> const cut = findCutHeight(value);
   if (!cut || m_heights.m_count++ > 0) return;
   m_heights.m_firstText = value.toString() + " as " + formatHundredths(*cut);
-  m_heights.m_firstAddress = m_address;
+  m_heights.m_firstAddress = m_address.getText();
 }
 
 bool AuditTrail::isListed(Record const& record, Field const& field) {
@@ -91,7 +91,8 @@ void AuditTrail::reportLost(Severity severity, std::string text) {
 }
 
 void AuditTrail::report(FindingCode code, Severity severity, std::string text) {
-  m_findings.push_back(makeFinding(code, severity, std::move(text), m_address, {{}, {}, {}, m_pointer}));
+  m_findings.push_back(
+      makeFinding(code, severity, std::move(text), m_address.getText(), {{}, {}, {}, m_pointer}));
 }
 
 void AuditTrail::finish(std::string const& address) {

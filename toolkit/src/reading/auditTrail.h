@@ -9,6 +9,7 @@
 
 #include "findings/jsonPointer.h"
 #include "model/variantLookup.h"
+#include "qvToolkit/findings/address.h"
 #include "qvToolkit/findings/finding.h"
 #include "reading/passedOver.h"
 #include "rules/fields.h"
@@ -32,7 +33,7 @@ class AuditTrail {
   using Record = qvLegacy::rules::Record;
   using Field = qvLegacy::rules::Field;
 
-  AuditTrail(qv::qvStreamVersion version, std::string pointer, std::string address, CutHeights& heights,
+  AuditTrail(qv::qvStreamVersion version, std::string pointer, Address address, CutHeights& heights,
              Findings& findings)
       : m_version(version),
         m_pointer(std::move(pointer)),
@@ -91,7 +92,7 @@ class AuditTrail {
 
   qv::qvStreamVersion const m_version;
   std::string m_pointer;  ///< of the record at hand
-  std::string m_address;  ///< of the annotation at hand, or of the holder of a record that was lost
+  Address m_address;      ///< of the annotation at hand, or of the holder of a record that was lost
 
  private:
   /// How often values of one field of a kind of records were not read as they stand.

@@ -7,6 +7,7 @@
 #include "annotationLegacy/platform.h"
 #include "qvToolkit/text/textEscape.h"
 #include "text/countText.h"
+#include "text/utf8.h"
 
 namespace qvToolkit {
 
@@ -19,8 +20,7 @@ constexpr std::size_t MaxShownText = 60;
 std::string describeText(std::string_view text) {
   std::size_t length = std::min(text.size(), MaxShownText);
   if (length < text.size()) {
-    auto const isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
-    for (int i = 0; i < 3 && isContinuation(text[length]); ++i) --length;
+    for (int i = 0; i < 3 && !beginsCharacter(text[length]); ++i) --length;
   }
   return '"' + escapeTerminal(text.substr(0, length)) + '"' + (length < text.size() ? "..." : "");
 }

@@ -12,6 +12,7 @@
 #include "json/jsonLocator.h"
 #include "json/jsonReader.h"
 #include "qvSystem/qvResourceLimit.h"
+#include "qvToolkit/findings/address.h"
 #include "qvToolkit/findings/limitFinding.h"
 #include "reading/documentShape.h"
 #include "reading/readAudit.h"
@@ -88,8 +89,8 @@ void addReaderMessages(Document& document, LoadedView const& view, ReadView cons
   };
   std::map<std::string_view, Repeated> repeated;
   auto const add = [&](FindingCode code, Severity severity, std::string text) {
-    document.m_findings.push_back(
-        makeFinding(code, severity, std::move(text), read.m_address, {{}, {}, {}, read.m_jsonPointer}));
+    document.m_findings.push_back(makeFinding(code, severity, std::move(text), read.m_address.getText(),
+                                              {{}, {}, {}, read.m_jsonPointer}));
   };
   for (std::string const& message : view.m_messages) {
     Severity const severity = takeHarmless(harmless, message) ? Severity::Info : getSeverity(message);
@@ -111,19 +112,19 @@ void append(Findings& findings, Findings more) {
   for (Finding& finding : more) findings.push_back(std::move(finding));
 }
 
-LoadedView loadView(Document& document, ViewEntry const& entry, std::string address, ReadAudit& audit) {
+LoadedView loadView(Document& document, ViewEntry const& entry, Address const& address, ReadAudit& audit) {
   LoadedView view;
   if (!entry.m_value->isMap()) {
     document.m_findings.push_back(makeFinding(FindingCode::DocumentShape,
                                               "found a view that is no object; it was passed over",
-                                              std::move(address), {{}, {}, {}, entry.m_jsonPointer}));
+                                              address.getText(), {{}, {}, {}, entry.m_jsonPointer}));
     return view;
   }
   VariantMap const& map = entry.m_value->toMap();
   view.m_name = findText(map, "name");
   view.m_version = qv::qvStreamVersion(findText(map, "ver"));
   view.m_view = qvLegacy::qvAnnotationView::FromVariantMap(map, view.m_messages);
-  ReadView const read{map, view.m_view.get(), view.m_version, std::move(address), entry.m_jsonPointer};
+  ReadView const read{map, view.m_view.get(), view.m_version, address, entry.m_jsonPointer};
   Findings audited;
   HarmlessMessages const harmless = audit.audit(read, audited);
   addReaderMessages(document, view, read, harmless);
@@ -135,12 +136,12 @@ LoadedView loadView(Document& document, ViewEntry const& entry, std::string addr
 bool loadViews(Document& document, DocumentShape const& shape) {
   ReadAudit audit;
   for (ViewEntry const& entry : shape.m_views) {
-    std::string const address = "view/" + std::to_string(document.m_views.size());
+    Address const address = Address::ofView(document.m_views.size());
     try {
       document.m_views.push_back(loadView(document, entry, address, audit));
     } catch (std::bad_alloc const& error) {
       Finding refusal = makeLimitFinding(error);
-      refusal.m_address = address;
+      refusal.m_address = address.getText();
       fail(document, std::move(refusal));
       return false;
     }

@@ -38,12 +38,11 @@ class ViewAudit {
     VariantList const* m_records;
     std::vector<qvAnnotationInterface const*> m_kept;
     Type m_fixedType = Type::Unknown;  ///< of two-list documents; otherwise each record names its own
-    char const* m_addressPart = "/annot/";
-    std::size_t m_firstIndex = 0;  ///< of the kept annotations, in their address
+    std::size_t m_firstIndex = 0;      ///< of the kept annotations, in their address
     std::size_t m_next = 0;
     std::size_t m_nextKept = 0;
     std::size_t m_pointerLength = 0;
-    std::size_t m_addressLength = 0;
+    Address m_holder = {};  ///< where the list belongs
   };
 
   void checkRefusedView();
@@ -69,7 +68,7 @@ HarmlessMessages ViewAudit::run() {
   }
   checkView();
   walkTopLists();
-  m_trail.finish(m_read.m_address);
+  m_trail.finish(m_read.m_address.getText());
   return m_trail.getHarmlessMessages();
 }
 
@@ -115,7 +114,7 @@ void ViewAudit::walkTopLists() {
 
 void ViewAudit::walk(Level top) {
   top.m_pointerLength = m_trail.m_pointer.size();
-  top.m_addressLength = m_trail.m_address.size();
+  top.m_holder = m_trail.m_address;
   m_levels.push_back(std::move(top));
   while (!m_levels.empty()) stepLevel();
 }
@@ -124,7 +123,7 @@ void ViewAudit::walk(Level top) {
 void ViewAudit::stepLevel() {
   Level& level = m_levels.back();
   m_trail.m_pointer.resize(level.m_pointerLength);
-  m_trail.m_address.resize(level.m_addressLength);
+  m_trail.m_address = level.m_holder;
   if (level.m_next == level.m_records->size() || (level.m_next == 0 && !alignsWithModel(level))) {
     m_levels.pop_back();
     return;
@@ -137,7 +136,7 @@ void ViewAudit::stepLevel() {
     return;
   }
   qvAnnotationInterface const* const annotation = level.m_kept[level.m_nextKept];
-  m_trail.m_address += level.m_addressPart + std::to_string(level.m_firstIndex + level.m_nextKept++);
+  m_trail.m_address.enter(level.m_firstIndex + level.m_nextKept++);
   if (annotation == nullptr) return;
   auditAnnotation(record.toMap(), *annotation, m_levels.size() == 1, m_trail);
   pushChildren(record.toMap(), *annotation);
@@ -166,10 +165,10 @@ void ViewAudit::pushChildren(VariantMap const& record, qvAnnotationInterface con
   bool const isNewer = findValue(record, rules::annotation::children.key) != nullptr;
   appendPointerKey(m_trail.m_pointer,
                    (isNewer ? rules::annotation::children : rules::annotation::childs).key);
-  Level level{children, {}, Type::Unknown, "/sub/"};
+  Level level{children, {}, Type::Unknown};
   for (auto const& node : annotation.getSubAnnots()) level.m_kept.push_back(node.m_annot.get());
   level.m_pointerLength = m_trail.m_pointer.size();
-  level.m_addressLength = m_trail.m_address.size();
+  level.m_holder = m_trail.m_address;
   m_levels.push_back(std::move(level));
 }
 

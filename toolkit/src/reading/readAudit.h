@@ -4,6 +4,7 @@
 
 #include "annotationLegacy/qvAnnotationView.h"
 #include "model/variantLookup.h"
+#include "qvToolkit/findings/address.h"
 #include "qvToolkit/findings/finding.h"
 #include "reading/auditTrail.h"
 
@@ -14,7 +15,7 @@ struct ReadView {
   VariantMap const& m_map;
   qvLegacy::qvAnnotationView const* m_view;  ///< null when the reader refused the view
   qv::qvStreamVersion m_version;
-  std::string m_address;      ///< "view/3"
+  Address m_address;          ///< of the view
   std::string m_jsonPointer;  ///< of the map
 };
 

@@ -6,6 +6,7 @@
 #include "annotationLegacy/platform.h"
 #include "annotationLegacy/qvAnnotationInterface.h"
 #include "rules/fields.h"
+#include "text/hexadecimal.h"
 
 namespace qvToolkit {
 
@@ -21,14 +22,8 @@ void walkField(FieldCursor& in, rules::Field const& field);
 void walkFields(FieldCursor& in, rules::Rows fields);
 
 void walkColor(FieldCursor& in, std::string_view name) {
-  constexpr std::string_view Digits = "0123456789ABCDEF";
-  std::string value = "#";
-  for (char const c : in.take(name, 3)) {
-    auto const byte = static_cast<unsigned char>(c);
-    value += Digits[byte >> 4];
-    value += Digits[byte & 0x0FU];
-  }
-  in.show(name, value);
+  std::string_view const bytes = in.take(name, 3);
+  in.show(name, '#' + toHexBytes(bytes, HexCase::Upper));
 }
 
 void walkStyle(FieldCursor& in, std::string_view name) {

@@ -13,6 +13,7 @@
 
 #include "annotationLegacy/qvAnnotationMetaData.h"
 #include "qvSystem/qvStreamReader.h"
+#include "qvToolkit/findings/address.h"
 #include "reading/cutTexts.h"
 #include "reading/stackBudget.h"
 #include "text/countText.h"
@@ -184,7 +185,7 @@ void StreamDocumentReader::addUnlistedView(qv::qvLoadedObject const& object, boo
 }
 
 void StreamDocumentReader::addView(qvAnnotationView& view) {
-  m_addresses.emplace(&view, "view/" + std::to_string(m_document.m_views.size()));
+  m_addresses.emplace(&view, Address::ofView(m_document.m_views.size()).getText());
   LoadedView loaded;
   loaded.m_version = qv::qvStreamVersion(m_loaded.m_version);
   loaded.m_name = view.GetName();
