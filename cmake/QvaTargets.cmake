@@ -55,8 +55,13 @@ function(qva_precompile_headers first)
     <map>
     <memory>
     <optional>
+    <set>
+    <span>
     <string>
+    <tuple>
+    <unordered_map>
     <utility>
+    <variant>
     <vector>)
   foreach(target IN LISTS ARGN)
     target_precompile_headers(${target} REUSE_FROM ${first})

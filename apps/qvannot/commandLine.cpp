@@ -9,6 +9,7 @@
 
 #include "annotationLegacy/version.h"
 #include "commands.h"
+#include "helpTexts.h"
 #include "limitOptions.h"
 #include "optionNames.h"
 #include "optionNumbers.h"
@@ -20,35 +21,6 @@ namespace qvannot {
 namespace {
 
 using qvLegacy::qvAnnotationMigration;
-
-constexpr char const* Description =
-    R"(Examples:
-  qvannot inspect bracket.json
-      Shows the views and annotations of a document, and what its reader says.
-  qvannot migrate bracket.json -o out
-      Writes one SVG page for each view and the migrated model as JSON into out/.
-  qvannot migrate old/*.json -o out --drop-known-metadata --rasters images --force
-      Migrates many documents, drops known metadata, takes images from images/, replaces what is in out/.
-  qvannot migrate bracket.json -o out --format pdf --text both --font-dir fonts
-      Writes PDF pages with exact outlines and text that can be searched, with fonts from fonts/, too.
-  qvannot fonts old/*.json
-      Lists the fonts that documents ask for, what is drawn instead, and which packages to install.
-  qvannot encode bracket.json -o bracket.qvs --stream-version 6.22
-      Writes the document as an object stream of that version, and names what the version cannot hold.
-  qvannot transform bracket.json -o moved.qvs --rotate z 90
-      Turns a whole document by 90 degrees about the z axis and writes it as an object stream.
-  qvannot dump bracket.qvs --at 0x120
-      Shows the field of an object stream that holds byte 0x120; without --at, every field.
-  qvannot explain font.substituted
-      Tells what a code at the end of a finding means, why it comes and what to do; without one, lists all.
-
-Shows, checks and migrates legacy CAD annotations. Documents are JSON or object streams, told by their content.)";
-
-constexpr char const* Footer =
-    R"(Exit codes: 0 all done; 1 done, with findings or views that are not migrated; 2 bad command line;
-3 an input cannot be opened; 4 an input is no known format; 5 an output cannot be written; 6 a
-limit was hit, such as memory; 7 nothing to do; 70 a bug. The highest that happened counts.
-Findings go to standard error, one line each; results go to standard output.)";
 
 /// A shell hands over an empty name where a variable is not set.
 std::string requireName(std::string const& path) {
@@ -324,6 +296,14 @@ void addDump(CLI::App& app, DumpCommand& command) {
   addWord(dump, option::At, "OFFSET", "Show only the field that holds this byte, and its neighbours", read);
 }
 
+void addExplain(CLI::App& app, ExplainCommand& command) {
+  CLI::App& explain = *app.add_subcommand("explain", "Tell what the codes of findings mean and what to do");
+  explain.add_option("CODE", command.m_code, "Code of a finding, like font.none; without one, a list of all")
+      ->type_name("")
+      ->check(refuseCode);
+  explain.add_flag(option::Markdown, command.m_asMarkdown, "Write Markdown; without a code, the page of all");
+}
+
 std::string getVersionText() {
   return std::string("qvannot ") + qvAnnotationLegacy::Version::GetDescStringMajorMinorRelease(false);
 }
@@ -353,8 +333,8 @@ Command requireFiles(Files command) {
 }  // namespace
 
 Command parseCommandLine(int count, char const* const* arguments) {
-  CLI::App app(Description, "qvannot");
-  app.footer(Footer);
+  CLI::App app(help::Description, "qvannot");
+  app.footer(help::Footer);
   app.require_subcommand(1);
   app.set_version_flag(option::Version, getVersionText(), "Print the version and exit");
   InspectCommand inspect;

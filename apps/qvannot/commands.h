@@ -1,11 +1,9 @@
 #pragma once
 
+#include <string>
+
 #include "commandLine.h"
 #include "reporter.h"
-
-namespace CLI {
-class App;
-}
 
 namespace qvannot {
 
@@ -20,7 +18,7 @@ void run(FontsCommand const& command, Reporter& reporter);
 /// Works on no file: it tells what the catalogue of findings holds.
 void run(ExplainCommand const& command, Reporter& reporter);
 
-/// The command that the parser offers for it.
-void addExplain(CLI::App& app, ExplainCommand& command);
+/// What is wrong with the code that is to be explained; empty when nothing is.
+std::string refuseCode(std::string const& text);
 
 }  // namespace qvannot

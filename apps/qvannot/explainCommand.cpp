@@ -1,8 +1,9 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <numeric>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "commands.h"
@@ -50,12 +51,6 @@ std::string listNearCodes(std::string_view text) {
     list += (list.empty() ? "" : ", ") + std::string(code);
   }
   return list;
-}
-
-std::string requireCode(std::string const& text) {
-  constexpr std::size_t MaxCompared = 100;
-  if (findRow(text) != nullptr) return {};
-  return "there is no code '" + text + "'; near it are " + listNearCodes(text.substr(0, MaxCompared));
 }
 
 std::string pad(std::string_view text, std::size_t width) {
@@ -135,12 +130,10 @@ std::string formatPage() {
 
 }  // namespace
 
-void addExplain(CLI::App& app, ExplainCommand& command) {
-  CLI::App& explain = *app.add_subcommand("explain", "Tell what the codes of findings mean and what to do");
-  explain.add_option("CODE", command.m_code, "Code of a finding, like font.none; without one, a list of all")
-      ->type_name("")
-      ->check(requireCode);
-  explain.add_flag(option::Markdown, command.m_asMarkdown, "Write Markdown; without a code, the page of all");
+std::string refuseCode(std::string const& text) {
+  constexpr std::size_t MaxCompared = 100;
+  if (findRow(text) != nullptr) return {};
+  return "there is no code '" + text + "'; near it are " + listNearCodes(text.substr(0, MaxCompared));
 }
 
 void run(ExplainCommand const& command, Reporter& reporter) {
