@@ -22,7 +22,7 @@ std::string formatBytes(std::string_view bytes) {
   std::string text;
   for (char const c : bytes.substr(0, MaxShownBytes)) {
     if (!text.empty()) text += ' ';
-    text += toHexBytes({&c, 1});
+    appendHex(text, static_cast<unsigned char>(c), 2);
   }
   return text + (bytes.size() > MaxShownBytes ? " .." : "");
 }

@@ -16,10 +16,10 @@ constexpr std::string_view getDigits(HexCase digits) {
 }  // namespace
 
 void appendHex(std::string& text, std::uint64_t number, std::size_t width, HexCase digits) {
+  std::string_view const characters = getDigits(digits);
   auto const bits = static_cast<std::size_t>(std::bit_width(number));
-  for (std::size_t left = std::max(width, (bits + BitsOfDigit - 1) / BitsOfDigit); left > 0; --left) {
-    text += getDigits(digits)[number >> (BitsOfDigit * (left - 1)) & 0x0FU];
-  }
+  text.append(std::max(width, (bits + BitsOfDigit - 1) / BitsOfDigit), '0');
+  for (auto digit = text.rbegin(); number > 0; number >>= BitsOfDigit) *digit++ = characters[number & 0x0FU];
 }
 
 std::string toHexNumber(std::uint64_t number, std::size_t width, HexCase digits) {
