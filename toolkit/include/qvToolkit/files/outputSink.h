@@ -28,15 +28,22 @@ class OutputSink {
   OutputSink& operator=(OutputSink const&) = default;  ///< likewise
 };
 
-/// Keeps what is written; never fails.
+/// Keeps what is written, in memory. Never fails but by `std::bad_alloc`.
+/// @code
+/// TextSink sink;
+/// JsonWriter json(sink);
+/// json.beginArray().endArray();
+/// assert(json.finish() && sink.m_text == "[]\n");
+/// @endcode
 class TextSink : public OutputSink {
  public:
+  /// Appends them to the text.
   bool write(std::string_view bytes) override {
     m_text += bytes;
     return true;
   }
 
-  std::string m_text;
+  std::string m_text;  ///< all that was written, in order
 };
 
 }  // namespace qvToolkit
