@@ -52,7 +52,7 @@ int main(int argc, char** argv) {
     if (view != nullptr)
       TextLister("view/" + std::to_string(i)).iterateOverAnnotationTree(view->m_annotations);
   }
-  qvToolkit::ExitCode const failure = document.m_failure;
+  qvToolkit::ExitCode const failure = qvToolkit::getFailure(document);
   document = {};  // no annotation may outlive the library
   qv::terminateQvAnnotationLegacyLibrary();
   return failure;

@@ -9,10 +9,9 @@ namespace {
 void dumpFile(DumpCommand const& command, Reporter& reporter) {
   qvToolkit::OpenLimits limits = command.m_limits.getOpenLimits();
   limits.m_onInput = [&](std::uint64_t bytes) { setBudgets(bytes, command.m_limits, reporter); };
-  qvToolkit::DumpResult const result = qvToolkit::dumpStreamFile(
+  qvToolkit::Findings const findings = qvToolkit::dumpStreamFile(
       command.m_file, command.m_at, [&reporter](std::string_view text) { reporter.print(text); }, limits);
-  reporter.report(command.m_file, result.m_findings);
-  reporter.count(result.m_failure);
+  reporter.report(command.m_file, findings);
 }
 
 }  // namespace

@@ -101,8 +101,8 @@ All that `qvannot` may report. A finding stands on one line,
 change; its code is stable. The option, where there is one, lets the work go on in spite of it or changes what led to it.
 Severities are those that a finding has where it says no other: a part of a document weighs by what it holds.
 
-The exit code is the highest that follows from any finding. That of `done`, `look`, `lost` and `broken` follows from the
-severity as long as the work goes on: 1 for an error, with `--strict` for a warning, too.
+The exit code is the highest that follows from any finding. That of `done`, `look` and `lost` follows from the severity:
+1 for an error, with `--strict` for a warning, too; 4 for an error that leaves nothing of a document to read.
 
 This page is made by `qvannot explain --markdown`; `qvannot explain CODE` shows one entry of it.
 

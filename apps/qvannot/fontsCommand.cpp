@@ -35,7 +35,7 @@ std::string makeReport(FontsCommand const& command, std::string const& path, Rep
   qvToolkit::Findings const findings = qvToolkit::selectFontFindings(views);
   reporter.report(document.m_path, findings);
   if (!command.m_asJson)
-    return document.m_failure == qvToolkit::ExitDone ? formatFontReport(document, report) : std::string();
+    return getFailure(document) == qvToolkit::ExitDone ? formatFontReport(document, report) : std::string();
   qvToolkit::Findings all = document.m_findings;
   all.insert(all.end(), findings.begin(), findings.end());
   return qvToolkit::formatFontReportsJson({document}, {report}, {all}, spellOption);

@@ -17,7 +17,8 @@ std::string formatJson(qvToolkit::Document const& document, bool isFull) {
 void inspectFile(InspectCommand const& command, std::string const& path, Reporter& reporter) {
   qvToolkit::Document const document = openInput(path, command.m_limits, reporter);
   reporter.reportOpened(document);
-  if (document.m_failure == qvToolkit::ExitDone) reporter.print(formatInspection(inspectDocument(document)));
+  if (getFailure(document) == qvToolkit::ExitDone)
+    reporter.print(formatInspection(inspectDocument(document)));
 }
 
 }  // namespace

@@ -73,7 +73,6 @@ class JsonRun {
   std::string makeFailed(std::string const& path, Finding const& finding) {
     qvToolkit::Document document;
     document.m_path = path;
-    document.m_failure = qvToolkit::ExitLimit;
     document.m_findings = {finding};
     return m_files.m_makeFailedEntry(document);
   }

@@ -69,7 +69,7 @@ void Reporter::report(std::string const& path, qvToolkit::Findings const& findin
 
 bool Reporter::reportOpened(qvToolkit::Document const& document) {
   report(document.m_path, document.m_findings);
-  count(document.m_failure);
+  count(getFailure(document));
   if (document.m_views.empty()) return false;
   m_hasViews = true;
   return true;

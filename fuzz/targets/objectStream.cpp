@@ -35,7 +35,8 @@ void runTarget(InputCursor& input) {
   qvToolkit::OpenLimits limits;
   limits.m_maxFailedReads = 2'000;
   qvToolkit::Document const document = qvToolkit::readDocument(bytes, "input", limits);
-  require(document.m_failure == qvToolkit::ExitDone || document.m_views.empty(), "a failure leaves no view");
+  require(qvToolkit::getFailure(document) == qvToolkit::ExitDone || document.m_views.empty(),
+          "a failure leaves no view");
   if (MemoryFaults::getLiveBytes() - liveBefore <= MaxShownBytes) requireReports(document);
   for (qvToolkit::LoadedView const& loaded : document.m_views) {
     if (loaded.m_view == nullptr) return;

@@ -11,8 +11,9 @@ void runTarget(InputCursor& input) {
   qvToolkit::OpenLimits limits;
   limits.m_maxContainers = 100;
   qvToolkit::Document const document = qvToolkit::readDocument(text, "input", limits);
-  require(document.m_failure == qvToolkit::ExitDone || document.m_views.empty(), "a failure leaves no view");
-  require(document.m_failure == qvToolkit::ExitDone || !document.m_findings.empty(),
+  require(qvToolkit::getFailure(document) == qvToolkit::ExitDone || document.m_views.empty(),
+          "a failure leaves no view");
+  require(qvToolkit::getFailure(document) == qvToolkit::ExitDone || !document.m_findings.empty(),
           "a failure has a reason");
   requireReports(document);
   for (qvToolkit::LoadedView const& loaded : document.m_views) {

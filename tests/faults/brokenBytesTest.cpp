@@ -46,14 +46,14 @@ std::vector<Example> listDocuments() {
 
 /// What a user is told of the document.
 std::string tell(Document const& document) {
-  std::string text = std::to_string(document.m_failure) + '\n';
+  std::string text = std::to_string(qvToolkit::getFailure(document)) + '\n';
   for (Finding const& finding : document.m_findings) text += formatFinding("document", finding) + '\n';
   for (auto const& loaded : document.m_views) text += loaded.m_name + '\n';
   return text;
 }
 
 bool hasError(Document const& document) {
-  return document.m_failure != qvToolkit::ExitDone ||
+  return qvToolkit::getFailure(document) != qvToolkit::ExitDone ||
          getHighestSeverity(document.m_findings) == qvToolkit::Severity::Error;
 }
 
@@ -91,7 +91,7 @@ class BrokenBytes : public testing::Test {
     ++m_opened;
     qvFuzz::MemoryFaults const cap({}, MaxBytes);
     Document document = qvToolkit::readDocument(bytes, "document");
-    bool const isEmpty = document.m_failure == qvToolkit::ExitDone || document.m_views.empty();
+    bool const isEmpty = qvToolkit::getFailure(document) == qvToolkit::ExitDone || document.m_views.empty();
     EXPECT_TRUE(isEmpty) << "a document that cannot be opened has views";
     return document;
   }

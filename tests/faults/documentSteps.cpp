@@ -72,7 +72,8 @@ Document makeDocument(qvAnnotationMetaData const& metadata) {
 StepResult load(std::string const& bytes) {
   Document const document = qvToolkit::readDocument(bytes, Path);
   FaultPause const pause;
-  bool const isRefusal = document.m_failure == qvToolkit::ExitLimit && document.m_views.empty() &&
+  bool const isRefusal = qvToolkit::getFailure(document) == qvToolkit::ExitLimit &&
+                         document.m_views.empty() &&
                          document.m_findings.back().m_code == qvToolkit::FindingCode::LimitMemory;
   return {isRefusal ? std::string() : describe(document), isRefusal};
 }

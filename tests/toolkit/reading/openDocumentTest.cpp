@@ -81,7 +81,7 @@ TEST_F(DocumentTest, ExplainsEachBadInputInOneLine) {
   for (BadInput const& input : inputs) {
     Document const document = readDocument(input.m_content, "f");
     bool const isTooDeep = input.m_code == FindingCode::JsonTooDeep;
-    EXPECT_EQ(document.m_failure, isTooDeep ? ExitLimit : ExitInputBroken) << input.m_line;
+    EXPECT_EQ(getFailure(document), isTooDeep ? ExitLimit : ExitInputBroken) << input.m_line;
     EXPECT_TRUE(document.m_views.empty());
     ASSERT_EQ(document.m_findings.size(), 1U) << input.m_line;
     EXPECT_EQ(document.m_findings[0].m_code, input.m_code) << input.m_line;
@@ -92,7 +92,7 @@ TEST_F(DocumentTest, ExplainsEachBadInputInOneLine) {
 TEST_F(DocumentTest, TakesTheThreeShapes) {
   for (std::string const& content : {View, "[" + View + "]", "{\"views\":[" + View + "]}"}) {
     Document const document = read(content);
-    EXPECT_EQ(document.m_failure, ExitDone);
+    EXPECT_EQ(getFailure(document), ExitDone);
     EXPECT_EQ(document.m_path, "test.json");
     ASSERT_EQ(document.m_views.size(), 1U);
     EXPECT_EQ(document.m_views[0].m_name, "v");
@@ -116,7 +116,7 @@ TEST_F(DocumentTest, ReportsAnElementThatIsNoViewAndKeepsTheOthersAtTheirIndex) 
 TEST_F(DocumentTest, SaysThatADocumentHoldsNoView) {
   for (char const* const content : {"[]", "{\"views\":[]}"}) {
     Document const document = read(content);
-    EXPECT_EQ(document.m_failure, ExitDone);
+    EXPECT_EQ(getFailure(document), ExitDone);
     EXPECT_TRUE(document.m_views.empty());
     ASSERT_EQ(document.m_findings.size(), 1U);
     EXPECT_EQ(document.m_findings[0].m_code, FindingCode::NoViews);
@@ -155,7 +155,7 @@ TEST_F(DocumentTest, KeepsTheReadersMessagesOfEachViewInOrder) {
 
 TEST_F(DocumentTest, KnowsNameAndVersionOfARefusedView) {
   Document const document = read(R"({"ver":"6.16","name":"old"})");
-  EXPECT_EQ(document.m_failure, ExitDone);
+  EXPECT_EQ(getFailure(document), ExitDone);
   ASSERT_EQ(document.m_views.size(), 1U);
   EXPECT_EQ(document.m_views[0].m_view.get(), nullptr);
   EXPECT_EQ(document.m_views[0].m_name, "old");
@@ -199,7 +199,7 @@ std::string makeDeepView() {
 TEST_F(DocumentTest, ReadsDeepSubAnnotationsWithoutRecursionOfItsOwn) {
   qvTest::runOnStack(qvTest::OrdinaryStack, [this] {
     Document const document = read(makeDeepView());
-    EXPECT_EQ(document.m_failure, ExitDone);
+    EXPECT_EQ(getFailure(document), ExitDone);
     EXPECT_TRUE(document.m_findings.empty());
   });
 }
@@ -207,7 +207,7 @@ TEST_F(DocumentTest, ReadsDeepSubAnnotationsWithoutRecursionOfItsOwn) {
 TEST_F(DocumentTest, RefusesSubAnnotationsThatOverflowASmallStack) {
   qvTest::runOnStack(qvTest::SmallStack, [this] {
     Document const document = read(makeDeepView());
-    EXPECT_EQ(document.m_failure, ExitLimit);
+    EXPECT_EQ(getFailure(document), ExitLimit);
     ASSERT_EQ(document.m_findings.size(), 1U);
     EXPECT_EQ(document.m_findings[0].m_code, FindingCode::LimitStack);
     EXPECT_EQ(document.m_findings[0].m_options, std::vector{OptionKey::MaxStack});
@@ -218,8 +218,8 @@ TEST_F(DocumentTest, RefusesLevelsThatTheLimitOfTheStackDoesNotHold) {
   OpenLimits limits;
   limits.m_maxStackBytes = 4096;
   qvTest::runOnStack(qvTest::OrdinaryStack, [&limits] {
-    EXPECT_EQ(readDocument("[[[[]]]]", "f", limits).m_failure, ExitDone);
-    EXPECT_EQ(readDocument("[[[[[]]]]]", "f", limits).m_failure, ExitLimit);
+    EXPECT_EQ(getFailure(readDocument("[[[[]]]]", "f", limits)), ExitDone);
+    EXPECT_EQ(getFailure(readDocument("[[[[[]]]]]", "f", limits)), ExitLimit);
   });
 }
 
@@ -229,12 +229,12 @@ TEST_F(DocumentTest, OpensAFileAndReportsOneThatIsMissing) {
   Document const document = openDocument(path);
   EXPECT_EQ(document.m_path, path);
   EXPECT_EQ(document.m_views.size(), 1U);
-  EXPECT_EQ(openDocument(path, {10, 1000}).m_failure, ExitLimit);
-  EXPECT_EQ(openDocument(path, {1000, 2}).m_failure, ExitLimit);
+  EXPECT_EQ(getFailure(openDocument(path, {10, 1000})), ExitLimit);
+  EXPECT_EQ(getFailure(openDocument(path, {1000, 2})), ExitLimit);
   std::filesystem::remove(path);
 
   Document const missing = openDocument(path);
-  EXPECT_EQ(missing.m_failure, ExitInputUnreadable);
+  EXPECT_EQ(getFailure(missing), ExitInputUnreadable);
   ASSERT_EQ(missing.m_findings.size(), 1U);
   EXPECT_EQ(formatFinding("f", missing.m_findings[0]),
             "f: error: cannot open: No such file or directory [input.unreadable]");

@@ -37,7 +37,7 @@ std::string join(std::vector<std::string> const& objects) {
 TEST_F(OpenStream, ShowsTheViewsInTheOrderOfTheMetadataObject) {
   Document const document = read(join({m_a, m_b, makeObject(1, MetadataType, makeMetadata({3, 2}))}));
   EXPECT_EQ(document.m_format, Format::ObjectStream);
-  EXPECT_EQ(document.m_failure, ExitDone);
+  EXPECT_EQ(getFailure(document), ExitDone);
   EXPECT_EQ(names(document), Lines({"b", "a"}));
   EXPECT_EQ(describeFindings(document), Lines());
   EXPECT_EQ(document.m_views[0].m_version.GetPacked(), 0x60016U);
@@ -197,7 +197,7 @@ TEST_F(OpenStream, WarnsOfVersionsBeyondTheKnownOnes) {
 TEST_F(OpenStream, SaysThatADocumentWithoutViewsHoldsNone) {
   for (std::string const& content : {join({}), join({makeObject(1, MetadataType, makeMetadata({}))})}) {
     Document const document = read(content);
-    EXPECT_EQ(document.m_failure, ExitDone);
+    EXPECT_EQ(getFailure(document), ExitDone);
     EXPECT_EQ(describeFindings(document),
               Lines({"f: warning: the document holds no view [document.no-views]"}));
   }
@@ -208,7 +208,7 @@ TEST_F(OpenStream, CallsADocumentBrokenThatEndsBeforeItsFirstView) {
   std::string const giant = beginDocument(0x60016, 0xFFFFFFFF).get();
   for (std::string const& content : {std::string("qvStream"), longName, giant}) {
     Document const document = read(content);
-    EXPECT_EQ(document.m_failure, ExitInputBroken);
+    EXPECT_EQ(getFailure(document), ExitInputBroken);
     ASSERT_EQ(document.m_findings.size(), 1U);
     EXPECT_EQ(document.m_findings[0].m_code, FindingCode::StreamBroken);
     EXPECT_EQ(document.m_findings[0].m_severity, Severity::Error);

@@ -100,7 +100,7 @@ TEST_F(FontReportTest, IsShownAsTables) {
             "    CHARACTER                  PACKAGE          WHERE\n"
             "    U+2316 POSITION INDICATOR  fonts-noto-core  view/0/annot/0\n"
             "  to install: fonts-noto-core\n");
-  m_document.m_failure = ExitInputBroken;
+  m_document.m_findings = {makeFinding(FindingCode::JsonBroken, "broken")};
   EXPECT_EQ(formatFontReport(m_document, {}), "part.json: not read\n");
 }
 

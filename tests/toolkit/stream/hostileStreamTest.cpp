@@ -15,7 +15,7 @@ class HostileStream : public StreamTest {
     return readDocument(content, "f", limits);
   }
   static void expectLimit(Document const& document, FindingCode code, OptionKey option) {
-    EXPECT_EQ(document.m_failure, ExitLimit);
+    EXPECT_EQ(getFailure(document), ExitLimit);
     EXPECT_TRUE(document.m_views.empty()) << "no part of it looks whole";
     ASSERT_EQ(document.m_findings.size(), 1U);
     EXPECT_EQ(document.m_findings[0].m_code, code);
@@ -40,7 +40,7 @@ TEST_F(HostileStream, MillionsOfAnnotationsBehindTheEndEndByALimit) {
 TEST_F(HostileStream, AFailedReadLimitCanBeAnyNumber) {
   OpenLimits limits;
   limits.m_maxFailedReads = 20;
-  EXPECT_EQ(readWith(qvHostile::makePhantoms(1, 0), limits).m_failure, ExitDone);
+  EXPECT_EQ(getFailure(readWith(qvHostile::makePhantoms(1, 0), limits)), ExitDone);
   expectLimit(readWith(qvHostile::makePhantoms(2, 0), limits), FindingCode::LimitFailedReads,
               OptionKey::MaxFailedReads);
 }
@@ -58,7 +58,7 @@ TEST_F(HostileStream, AThousandLevelsAreRead) {
   limits.m_maxStackBytes = std::uint64_t{2} << 20;
   qvTest::runOnStack(qvTest::OrdinaryStack, [&limits] {
     Document const document = readWith(qvHostile::makeNestedStream(1000), limits);
-    EXPECT_EQ(document.m_failure, ExitDone);
+    EXPECT_EQ(getFailure(document), ExitDone);
     EXPECT_TRUE(document.m_findings.empty());
   });
 }
@@ -80,7 +80,7 @@ TEST_F(HostileStream, OneViewLinkedAHundredThousandTimesIsShownOnce) {
 
 TEST_F(HostileStream, ARowOfMetadataObjectsCostsNoStack) {
   Document const document = read(qvHostile::makeMetadataChain(100000));
-  EXPECT_EQ(document.m_failure, ExitInputBroken) << "links to metadata are no views";
+  EXPECT_EQ(getFailure(document), ExitInputBroken) << "links to metadata are no views";
   EXPECT_LE(document.m_findings.size(), 1001U);
 }
 

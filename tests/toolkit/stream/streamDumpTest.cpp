@@ -318,10 +318,9 @@ TEST_F(Dump, AtAnOffsetShowsItsFieldAndTheNeighbours) {
   EXPECT_EQ(dump(bytes, 0), Lines(all.begin(), all.begin() + 3));
   EXPECT_EQ(dump(bytes, 0x19), Lines(all.begin() + 3, all.begin() + 8));
   EXPECT_EQ(dump(bytes, bytes.size() - 1).back(), all.back());
-  DumpResult const result = dumpStream(bytes, bytes.size(), [](std::string_view) { FAIL(); });
-  EXPECT_EQ(result.m_failure, ExitUsage);
-  ASSERT_EQ(result.m_findings.size(), 1U);
-  EXPECT_EQ(result.m_findings[0].m_code, FindingCode::StreamOffset);
+  Findings const findings = dumpStream(bytes, bytes.size(), [](std::string_view) { FAIL(); });
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(findings[0].m_code, FindingCode::StreamOffset);
 }
 
 TEST_F(Dump, GivesWhatTheFormatPageShows) {
@@ -338,11 +337,12 @@ TEST_F(Dump, GivesWhatTheFormatPageShows) {
 }
 
 TEST_F(Dump, RefusesWhatIsNoObjectStream) {
-  DumpResult const result = dumpStream("{\"views\":[]}", {}, [](std::string_view) { FAIL(); });
-  EXPECT_EQ(result.m_failure, ExitInputBroken);
-  ASSERT_EQ(result.m_findings.size(), 1U);
-  EXPECT_EQ(result.m_findings[0].m_code, FindingCode::FormatUnknown);
-  EXPECT_EQ(dumpStreamFile("/nowhere", {}, [](std::string_view) {}).m_failure, ExitInputUnreadable);
+  Findings const findings = dumpStream("{\"views\":[]}", {}, [](std::string_view) { FAIL(); });
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(getExitCode(findings[0], Severity::Error), ExitInputBroken);
+  Findings const missing = dumpStreamFile("/nowhere", {}, [](std::string_view) {});
+  ASSERT_EQ(missing.size(), 1U);
+  EXPECT_EQ(missing[0].m_code, FindingCode::InputUnreadable);
 }
 
 }  // namespace

@@ -54,8 +54,7 @@ std::string spellOptions(Finding const& finding, OptionSpelling spelling) {
 
 ExitCode getExitCode(Finding const& finding, Severity threshold) {
   FindingClass const findingClass = getRow(finding.m_code).m_class;
-  if (findingClass > FindingClass::Lost && findingClass != FindingClass::Broken)
-    return getRow(findingClass).m_exitCode;
+  if (findingClass > FindingClass::Lost) return getRow(findingClass).m_exitCode;
   return finding.m_severity >= threshold ? ExitFindings : ExitDone;
 }
 

@@ -30,7 +30,6 @@ constexpr std::uint64_t StackPerContainer = 1024;
 
 void fail(Document& document, Finding finding) {
   document.m_views.clear();
-  document.m_failure = getExitCode(finding.m_code);
   document.m_findings.push_back(std::move(finding));
 }
 
@@ -150,13 +149,6 @@ bool loadViews(Document& document, DocumentShape const& shape) {
   return true;
 }
 
-/// Too many levels are a limit, whatever else is wrong is the text's own fault.
-void failReading(Document& document) {
-  for (Finding const& finding : document.m_findings) {
-    document.m_failure = std::max(document.m_failure, getExitCode(finding.m_code));
-  }
-}
-
 /// The readers of variants and the copies of metadata call themselves for every level, and see no limit.
 void checkStack(std::size_t depth, OpenLimits const& limits) {
   std::uint64_t const budget = getStackBudget(limits);
@@ -166,13 +158,11 @@ void checkStack(std::size_t depth, OpenLimits const& limits) {
 void readJsonDocument(Document& document, std::string& content, OpenLimits const& limits) {
   JsonReading reading = readJson(content, limits.m_maxContainers);
   append(document.m_findings, std::move(reading.m_findings));
-  if (reading.m_isBroken) return failReading(document);
+  if (reading.m_isBroken) return;
   checkStack(reading.m_depth, limits);
   DocumentShape shape = findViews(reading.m_value);
   append(document.m_findings, std::move(shape.m_findings));
-  if (!shape.m_isDocument) {
-    document.m_failure = ExitInputBroken;
-  } else if (shape.m_views.empty()) {
+  if (shape.m_isDocument && shape.m_views.empty()) {
     document.m_findings.push_back(makeFinding(FindingCode::NoViews, "the document holds no view"));
   }
   if (!loadViews(document, shape)) return;

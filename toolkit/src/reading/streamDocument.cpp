@@ -227,10 +227,7 @@ void StreamDocumentReader::addCutTexts() {
 
 /// A document that broke before its first view is not known to hold none.
 void StreamDocumentReader::reportNoView() {
-  if (getHighestSeverity(m_document.m_findings) == Severity::Error) {
-    m_document.m_failure = ExitInputBroken;
-    return;
-  }
+  if (getHighestSeverity(m_document.m_findings) == Severity::Error) return;
   m_document.m_findings.push_back(makeFinding(FindingCode::NoViews, "the document holds no view"));
 }
 

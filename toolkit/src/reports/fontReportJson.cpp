@@ -33,7 +33,7 @@ void writeFile(JsonWriter& json, Document const& document, FontReport const& rep
                OptionSpelling spelling) {
   json.beginObject();
   writeBytes(json, "file", document.m_path);
-  json.member("readable", document.m_failure == ExitDone);
+  json.member("readable", getFailure(document) == ExitDone);
   writeFontReport(json, report);
   json.key("packages").beginArray();
   for (std::string const& package : listPackages(report)) json.value(package);

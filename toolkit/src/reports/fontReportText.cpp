@@ -61,7 +61,7 @@ void appendMissing(std::string& text, FontReport const& report) {
 
 std::string formatFontReport(Document const& document, FontReport const& report) {
   std::string text = escapeTerminal(document.m_path) + ": ";
-  if (document.m_failure != ExitDone) return text + "not read\n";
+  if (getFailure(document) != ExitDone) return text + "not read\n";
   std::size_t const asked = countAsked(report);
   text += formatCount(asked, "font family", "font families") + " asked for";
   if (report.m_viewsLeftOut > 0) {

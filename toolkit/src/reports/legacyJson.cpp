@@ -161,7 +161,7 @@ void writeLegacyDocument(JsonWriter& json, Document const& document, OptionSpell
   json.beginObject();
   writeBytes(json, "file", document.m_path);
   json.member("format", getFormatName(document.m_format));
-  json.member("readable", document.m_failure == ExitDone);
+  json.member("readable", getFailure(document) == ExitDone);
   json.key("views").beginArray();
   for (std::size_t i = 0; i < document.m_views.size(); ++i) writeView(json, document.m_views[i], i);
   json.endArray();

@@ -54,11 +54,6 @@ class FieldFilter {
   std::size_t m_toCome = 0;
 };
 
-DumpResult fail(Finding finding) {
-  ExitCode const failure = getExitCode(finding.m_code);
-  return {{std::move(finding)}, failure};
-}
-
 void addBreak(Findings& findings, StreamField const& field) {
   if (findings.size() == MaxFindings) return;
   findings.push_back(
@@ -80,30 +75,30 @@ std::string formatField(StreamField const& field, std::string_view bytes) {
   return line;
 }
 
-DumpResult dumpStream(std::string_view bytes, std::optional<std::uint64_t> at,
-                      std::function<void(std::string_view)> const& write) {
+Findings dumpStream(std::string_view bytes, std::optional<std::uint64_t> at,
+                    std::function<void(std::string_view)> const& write) {
   if (!isObjectStream(bytes)) {
-    return fail(makeFinding(FindingCode::FormatUnknown,
-                            "expected an object stream, which begins with 'qvStream'", {}, {0, {}, {}, {}}));
+    return {makeFinding(FindingCode::FormatUnknown, "expected an object stream, which begins with 'qvStream'",
+                        {}, {0, {}, {}, {}})};
   }
   if (at.has_value() && *at >= bytes.size()) {
-    return fail(makeFinding(FindingCode::StreamOffset, "byte " + std::to_string(*at) +
-                                                           " lies beyond the end of the document of " +
-                                                           formatCount(bytes.size(), "byte")));
+    return {makeFinding(FindingCode::StreamOffset, "byte " + std::to_string(*at) +
+                                                       " lies beyond the end of the document of " +
+                                                       formatCount(bytes.size(), "byte"))};
   }
-  DumpResult result;
+  Findings findings;
   FieldFilter filter(at, [&](StreamField const& field) { write(formatField(field, bytes) + '\n'); });
   walkObjectStream(bytes, [&](StreamField const& field) {
-    if (field.m_state == StreamField::State::Break) addBreak(result.m_findings, field);
+    if (field.m_state == StreamField::State::Break) addBreak(findings, field);
     filter.add(field);
   });
-  return result;
+  return findings;
 }
 
-DumpResult dumpStreamFile(std::string const& path, std::optional<std::uint64_t> at,
-                          std::function<void(std::string_view)> const& write, OpenLimits const& limits) {
+Findings dumpStreamFile(std::string const& path, std::optional<std::uint64_t> at,
+                        std::function<void(std::string_view)> const& write, OpenLimits const& limits) {
   InputFile const input = readInputFile(path, limits.m_maxInputBytes);
-  if (input.m_problem.has_value()) return fail(*input.m_problem);
+  if (input.m_problem.has_value()) return {*input.m_problem};
   if (limits.m_onInput) limits.m_onInput(input.m_bytes.size());
   return dumpStream(input.m_bytes, at, write);
 }

@@ -19,7 +19,7 @@ enum class FindingClass : std::uint8_t {
   Lost,        ///< something of the document is not there any more
   Usage,       ///< what was asked for cannot be asked of this document
   Unopenable,  ///< the input cannot be opened or read
-  Broken,      ///< the input is of no known format or broken
+  Broken,      ///< the input is of no known format or broken beyond reading
   Output,      ///< an output cannot be written
   Limit,       ///< a limit was hit, or a worker died
   Bug,         ///< the program itself is at fault

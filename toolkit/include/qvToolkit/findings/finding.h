@@ -54,9 +54,8 @@ std::string formatFinding(std::string_view file, Finding const& finding, OptionS
 /// The spellings of a finding's options, with a blank between them; empty without any.
 std::string spellOptions(Finding const& finding, OptionSpelling spelling);
 
-/// What a finding counts for in work that goes on to its end: the exit code of its class where that stands
-/// for the end of a document's work, otherwise `ExitFindings` at or above the threshold. A broken document
-/// has its own code only where nothing of it could be read, which its opening says.
+/// What a finding counts for: the exit code of its class where that ends the work on a document, otherwise
+/// `ExitFindings` at or above the threshold. Where nothing is left of a document, see `getFailure`.
 ExitCode getExitCode(Finding const& finding, Severity threshold);
 
 /// The heaviest severity in the list; nothing for an empty one.

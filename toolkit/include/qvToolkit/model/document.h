@@ -38,8 +38,10 @@ struct Document {
   Format m_format = Format::Json;   ///< Json, too, where the content is neither
   std::vector<LoadedView> m_views;  ///< in document order; one that is listed twice stands here twice
   Findings m_findings;              ///< in the order met
-  /// Why the document could not be opened at all; `ExitDone` when it could. Without views then.
-  ExitCode m_failure = ExitDone;
 };
+
+/// Why nothing of the document could be read, as the classes of its findings say; `ExitDone` when it could,
+/// even where it turned out to hold no view. Visits all findings of a document without views.
+ExitCode getFailure(Document const& document);
 
 }  // namespace qvToolkit

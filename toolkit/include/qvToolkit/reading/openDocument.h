@@ -29,10 +29,10 @@ struct OpenLimits {
 /// Document const document = openDocument("bracket.json");
 /// for (Finding const& finding : document.m_findings)
 ///   std::cerr << formatFinding(document.m_path, finding) << '\n';
-/// if (document.m_failure != ExitDone) return;  // there are no views
+/// if (getFailure(document) != ExitDone) return;  // there are no views
 /// @endcode
 /// Never throws on bad content, nor for want of memory: what is wrong is in the findings, and where nothing
-/// could be read `m_failure` says of what kind the failure was. A view that is refused costs the others
+/// could be read `getFailure` says of what kind the failure was. A view that is refused costs the others
 /// nothing. The library must be initialised, for as long as the document lives.
 Document openDocument(std::string const& path, OpenLimits const& limits = {});
 
