@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <system_error>
 
 namespace qvToolkit {
@@ -12,6 +13,13 @@ namespace {
 
 /// Exponents beyond this decide alone: no text is long enough to make up for them.
 constexpr std::int64_t MaxExponent = std::int64_t{1} << 40;
+
+/// Integers of so many digits are doubles, and so are these powers of ten. The quotient of two doubles is the
+/// double that is nearest to the exact one.
+constexpr std::size_t MaxExactDigits = 15;
+constexpr double PowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
+                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
+static_assert(std::size(PowersOfTen) == MaxExactDigits);
 
 std::int64_t readExponent(std::string_view number) {
   std::size_t const mark = number.find_first_of("eE");
@@ -61,6 +69,27 @@ NumberForm getNumberForm(std::string_view text) {
     if (!takeDigits(text)) return NumberForm::None;
   }
   return text.empty() ? form : NumberForm::None;
+}
+
+std::optional<double> readShortReal(std::string_view text) {
+  bool const isNegative = text.starts_with('-');
+  if (isNegative) text.remove_prefix(1);
+  if (text.size() > MaxExactDigits + 1) return std::nullopt;
+  std::size_t point = 0;
+  std::int64_t digits = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] >= '0' && text[i] <= '9') {
+      digits = 10 * digits + (text[i] - '0');
+    } else if (text[i] == '.' && point == 0 && i > 0) {
+      point = i;
+    } else {
+      return std::nullopt;
+    }
+  }
+  bool const isLeadingZero = text.starts_with('0') && point != 1;
+  if (point == 0 || point + 1 == text.size() || isLeadingZero) return std::nullopt;
+  double const value = static_cast<double>(digits) / PowersOfTen[text.size() - point - 1];
+  return isNegative ? -value : value;
 }
 
 std::optional<double> readReal(std::string_view number) {

@@ -256,11 +256,19 @@ simdjson::error_code VariantBuilder::readNull(ondemand::value value) {
   return isNull ? simdjson::SUCCESS : simdjson::N_ATOM_ERROR;
 }
 
+constexpr bool isBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
 /// Not by the parser's own numbers: it reads a real of more than 19 digits as another one. A value that was
 /// not asked for is stepped over by the list or map that holds it.
 simdjson::error_code VariantBuilder::readNumber(ondemand::value value, qv::qvVariant& target) {
   std::string_view token = value.raw_json_token();
-  token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+  while (isBlank(token.back())) token.remove_suffix(1);
+  if (std::optional<double> const number = readShortReal(token)) {
+    target = *number;
+    return simdjson::SUCCESS;
+  }
   NumberForm const form = getNumberForm(token);
   if (form == NumberForm::None) return simdjson::NUMBER_ERROR;
   if (form == NumberForm::Integer && readInteger(token, target)) return simdjson::SUCCESS;

@@ -13,7 +13,9 @@ constexpr std::size_t MaxColumnWidth = 40;
 }  // namespace
 
 std::size_t getTextWidth(std::string_view text) {
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
+  std::size_t width = 0;
+  for (char const byte : text) width += beginsCharacter(byte) ? 1U : 0U;
+  return width;
 }
 
 void appendTable(std::string& text, std::vector<TableRow> const& rows) {
