@@ -16,6 +16,7 @@ struct LimitOption {
   char const* m_word;            ///< what it takes, as the help shows it
   CountRange m_range;
   char const* m_help;
+  char const* m_default;  ///< as the help shows it; empty for none
 };
 
 /// In the order of the help.

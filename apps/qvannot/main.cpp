@@ -1,12 +1,15 @@
 #include <cstdio>
 #include <exception>
+#include <memory>
 #include <new>
+#include <variant>
 
-#include "commandLine.h"
-#include "commands.h"
+#include "cli/parser.h"
 #include "interruption.h"
 #include "qvToolkit/text/textEscape.h"
 #include "qvToolkit/work/librarySession.h"
+#include "qvannot/commandList.h"
+#include "reporter.h"
 #include "standardStreams.h"
 #include "toolLog.h"
 #include "worker.h"
@@ -26,12 +29,11 @@ int execute(qvannot::Answer const& answer) {
   return reporter.finish();
 }
 
-template <class Work>
-int execute(Work const& command) {
+int execute(std::unique_ptr<qvannot::Command> const& command) {
   qvannot::ToolLog const log;
   qvToolkit::LibrarySession const library;
-  Reporter reporter(command.m_isStrict);
-  run(command, reporter);
+  Reporter reporter(command->isStrict());
+  command->run(reporter);
   return reporter.finish();
 }
 
@@ -39,8 +41,8 @@ int runTool(int count, char const* const* arguments) {
   try {
     qvannot::reserveStandardStreams();
     qvannot::installSignalHandling();
-    qvannot::Command const command = qvannot::parseCommandLine(count, arguments);
-    int const exitCode = std::visit([](auto const& chosen) { return execute(chosen); }, command);
+    auto const parsed = qvannot::parseCommandLine(qvannot::Commands, count, arguments);
+    int const exitCode = std::visit([](auto const& chosen) { return execute(chosen); }, parsed);
     if (!qvannot::isWorker()) qvannot::endByInterruption();
     return exitCode;
   } catch (std::bad_alloc const&) {

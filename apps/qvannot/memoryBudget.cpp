@@ -43,81 +43,25 @@ bool isAdmitted(std::uint64_t size) noexcept {
   throw qv::qvResourceLimit(qv::qvBudget::Memory, limit, 0);
 }
 
-/// The system refuses, too: what libraries take beside the counter is limited with the rest.
-void* keepCount(void* memory) {
+}  // namespace
+
+namespace qvannot {
+
+void admitAllocation(std::size_t size) {
+  if (!isAdmitted(size)) refuse();
+}
+
+void* keepAllocation(void* memory) {
   if (memory == nullptr) refuse();
   allocated.fetch_add(malloc_usable_size(memory) + PieceOverhead, std::memory_order_relaxed);
   return memory;
 }
 
-void admit(std::size_t size) {
-  if (!isAdmitted(size)) refuse();
-}
-
-void release(void* memory) noexcept {
+void releaseAllocation(void* memory) noexcept {
   if (memory == nullptr) return;
   allocated.fetch_sub(malloc_usable_size(memory) + PieceOverhead, std::memory_order_relaxed);
   std::free(memory);
 }
-
-}  // namespace
-
-// The standard library's other forms end in these. Those of sanitizers do not, so that what is given back
-// here must be taken here.
-
-void* operator new(std::size_t size) {
-  admit(size);
-  return keepCount(std::malloc(std::max<std::size_t>(size, 1)));
-}
-
-void* operator new(std::size_t size, std::align_val_t alignment) {
-  auto const step = std::max(static_cast<std::size_t>(alignment), sizeof(void*));
-  admit(size);
-  void* memory = nullptr;
-  return keepCount(posix_memalign(&memory, step, std::max<std::size_t>(size, 1)) == 0 ? memory : nullptr);
-}
-
-void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
-  try {
-    return operator new(size);
-  } catch (std::bad_alloc const&) {
-    return nullptr;
-  }
-}
-
-void* operator new(std::size_t size, std::align_val_t alignment, std::nothrow_t const&) noexcept {
-  try {
-    return operator new(size, alignment);
-  } catch (std::bad_alloc const&) {
-    return nullptr;
-  }
-}
-
-void operator delete(void* memory) noexcept {
-  release(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept {
-  release(memory);
-}
-
-void operator delete(void* memory, std::nothrow_t const&) noexcept {
-  release(memory);
-}
-
-void operator delete(void* memory, std::align_val_t) noexcept {
-  release(memory);
-}
-
-void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
-  release(memory);
-}
-
-void operator delete(void* memory, std::align_val_t, std::nothrow_t const&) noexcept {
-  release(memory);
-}
-
-namespace qvannot {
 
 void setMemoryBudget(std::uint64_t bytes, std::uint64_t uncountedBytes) noexcept {
   budget.store(bytes, std::memory_order_relaxed);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace qvannot {
@@ -20,5 +21,15 @@ std::uint64_t getMemoryBudget() noexcept;
 std::uint64_t getMemoryLeft() noexcept;
 /// Bytes of the process that lie in memory now and are not counted; 0 where the system does not say.
 std::uint64_t getUncountedBytes();
+
+// For the operators `new` and `delete`, which stand in a file of their own: a program with others can still
+// have the rest of the tool.
+
+/// Throws when a request is not within the budget.
+void admitAllocation(std::size_t size);
+/// Counts what the allocator gave, and returns it. The system refuses, too: nothing given throws.
+void* keepAllocation(void* memory);
+/// Takes it from the count, and gives it back.
+void releaseAllocation(void* memory) noexcept;
 
 }  // namespace qvannot

@@ -20,6 +20,7 @@ constexpr char const* Force = "--force";
 constexpr char const* Format = "--format";
 constexpr char const* Full = "--full";
 constexpr char const* HeadSize = "--head-size";
+constexpr char const* Help = "-h,--help";
 constexpr char const* Json = "--json";
 constexpr char const* Limits = "--limits";
 constexpr char const* Markdown = "--markdown";
@@ -45,7 +46,7 @@ constexpr char const* StreamVersion = "--stream-version";
 constexpr char const* Strict = "--strict";
 constexpr char const* Text = "--text";
 constexpr char const* Translate = "--translate";
-constexpr char const* Version = "--version";
+constexpr char const* Version = "-V,--version";
 constexpr char const* ViewsOnly = "--views-only";
 
 }  // namespace option

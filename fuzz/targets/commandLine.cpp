@@ -1,12 +1,13 @@
 /// The tool's command line: parsed, never run, so no input can touch a file.
 
-#include "apps/qvannot/commandLine.h"
-
 #include <algorithm>
-#include <cmath>
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
 
-#include "apps/qvannot/optionNumbers.h"
-#include "qvToolkit/findings/catalogue.h"
+#include "qvannot/cli/parser.h"
+#include "qvannot/commandList.h"
 #include "support/target.h"
 
 namespace qvFuzz {
@@ -23,43 +24,11 @@ void check(Answer const& answer) {
           "an answer has an exit code of its own");
 }
 
-void check(InspectCommand const& command) {
-  require(!command.m_files.empty(), "there is a file to inspect");
-}
-
-void check(MigrateCommand const& command) {
-  require(!command.m_files.empty() && !command.m_outputFolder.empty(), "there are files and a folder");
-  require(HeadSizes.holds(command.m_options.m_headSize), "heads have a size that can be seen");
-  require(command.m_options.m_dropped >= 0 && command.m_options.m_dropped < 8, "options are known bits");
-}
-
-void check(EncodeCommand const& command) {
-  require(!command.m_file.empty() && !command.m_output.empty(), "there is a file and its result");
-  require(command.m_options.m_version >= qvToolkit::OldestWritableVersion &&
-              command.m_options.m_version <= qvToolkit::NewestWritableVersion,
-          "the version can be written");
-}
-
-void check(TransformCommand const& command) {
-  check(static_cast<EncodeCommand const&>(command));
-  qvToolkit::Similarity const& moved = command.m_transformation;
-  require(qvToolkit::checkScale(moved.m_scale).empty(), "the scale is one that keeps a drawing");
-  for (int i = 0; i < 3; ++i) require(std::isfinite(moved.m_translation[i]), "the move is finite");
-}
-
-void check(DumpCommand const& command) {
-  require(!command.m_file.empty(), "there is a file to dump");
-}
-
-void check(FontsCommand const& command) {
-  require(!command.m_files.empty(), "there is a file to look at");
-}
-
-void check(ExplainCommand const& command) {
-  auto const rows = qvToolkit::getCatalogue();
-  bool const isKnown =
-      std::ranges::find(rows, command.m_code, &qvToolkit::CatalogueRow::m_text) != rows.end();
-  require(command.m_code.empty() || isKnown, "the code is in the catalogue");
+void check(std::unique_ptr<Command> const& command) {
+  require(command != nullptr, "what is no answer is a command");
+  Options const options = command->listOptions();
+  require(std::ranges::all_of(options, [](Option const& option) { return option.m_read != nullptr; }),
+          "each option is read");
 }
 
 /// One argument a line.
@@ -84,8 +53,8 @@ void runTarget(InputCursor& input) {
   std::vector<std::string> const words = takeWords(input);
   std::vector<char const*> arguments;
   for (std::string const& word : words) arguments.push_back(word.c_str());
-  Command const command = parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
-  std::visit([](auto const& chosen) { check(chosen); }, command);
+  auto const parsed = parseCommandLine(Commands, static_cast<int>(arguments.size()), arguments.data());
+  std::visit([](auto const& chosen) { check(chosen); }, parsed);
 }
 
 }  // namespace qvFuzz

@@ -1,14 +1,16 @@
 #include <algorithm>
 #include <array>
-#include <numeric>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "commands.h"
-#include "optionNames.h"
 #include "qvToolkit/findings/catalogue.h"
+#include "qvannot/cli/nearestNames.h"
+#include "qvannot/cli/textLayout.h"
+#include "qvannot/commandList.h"
+#include "qvannot/optionNames.h"
+#include "qvannot/reporter.h"
 
 namespace qvannot {
 
@@ -26,46 +28,19 @@ CatalogueRow const* findRow(std::string_view code) {
   return row == rows.end() ? nullptr : &*row;
 }
 
-/// How many characters have to be added, taken away or replaced to make one text of the other.
-std::size_t getDistance(std::string_view a, std::string_view b) {
-  std::vector<std::size_t> above(b.size() + 1);
-  std::iota(above.begin(), above.end(), std::size_t{0});
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    std::vector<std::size_t> row = {i + 1};
-    for (std::size_t j = 0; j < b.size(); ++j) {
-      std::size_t const replaced = above[j] + (a[i] == b[j] ? 0U : 1U);
-      row.push_back(std::min({replaced, above[j + 1] + 1, row.back() + 1}));
-    }
-    above = std::move(row);
-  }
-  return above.back();
+std::vector<std::string_view> listCodes() {
+  std::vector<std::string_view> codes;
+  for (CatalogueRow const& row : qvToolkit::getCatalogue()) codes.push_back(row.m_text);
+  return codes;
 }
 
 std::string listNearCodes(std::string_view text) {
-  std::vector<std::string_view> codes;
-  for (CatalogueRow const& row : qvToolkit::getCatalogue()) codes.push_back(row.m_text);
-  auto const measure = [text](std::string_view code) { return getDistance(text, code); };
-  std::ranges::stable_sort(codes, {}, measure);
   std::string list;
-  for (std::string_view const code : std::span(codes).first(NearCodes)) {
+  auto const sorted = sortByNearness(text, listCodes());
+  for (std::string_view const code : std::span(sorted).first(NearCodes)) {
     list += (list.empty() ? "" : ", ") + std::string(code);
   }
   return list;
-}
-
-std::string pad(std::string_view text, std::size_t width) {
-  return std::string(text) + std::string(width - std::min(width, text.size()), ' ');
-}
-
-/// The text in lines of bounded width, broken at blanks.
-std::string wrap(std::string_view text) {
-  std::string wrapped;
-  while (text.size() > LineWidth) {
-    std::size_t const end = text.rfind(' ', LineWidth);
-    wrapped += std::string(text.substr(0, end)) + '\n';
-    text.remove_prefix(end + 1);
-  }
-  return wrapped + std::string(text) + '\n';
 }
 
 std::string getOption(CatalogueRow const& row) {
@@ -79,16 +54,16 @@ std::string formatRow(CatalogueRow const& row) {
   text += "severity  " + std::string(getSeverityText(row.m_severity)) +
           ", where the finding itself says no other\n";
   text += "option    " + getOption(row) + "\n\n";
-  return text + wrap(row.m_explanation) + '\n' + wrap(row.m_remedy);
+  return text + wrapText(row.m_explanation, LineWidth) + '\n' + wrapText(row.m_remedy, LineWidth);
 }
 
 std::string formatTable() {
   constexpr std::array<std::size_t, 3> Widths = {28, 12, 10};
   std::string text =
-      pad("CODE", Widths[0]) + pad("CLASS", Widths[1]) + pad("SEVERITY", Widths[2]) + "TITLE\n";
+      padText("CODE", Widths[0]) + padText("CLASS", Widths[1]) + padText("SEVERITY", Widths[2]) + "TITLE\n";
   for (CatalogueRow const& row : qvToolkit::getCatalogue()) {
-    text += pad(row.m_text, Widths[0]) + pad(getRow(row.m_class).m_text, Widths[1]) +
-            pad(getSeverityText(row.m_severity), Widths[2]) + std::string(row.m_title) + '\n';
+    text += padText(row.m_text, Widths[0]) + padText(getRow(row.m_class).m_text, Widths[1]) +
+            padText(getSeverityText(row.m_severity), Widths[2]) + std::string(row.m_title) + '\n';
   }
   return text;
 }
@@ -128,19 +103,45 @@ std::string formatPage() {
   return text;
 }
 
+std::string readCode(std::string const& text, std::string& code) {
+  code = text;
+  if (findRow(text) != nullptr) return {};
+  return "there is no code '" + text + "'; near it are " + listNearCodes(text);
+}
+
+struct ExplainCommand final : Command {
+  Options listOptions() override;
+  void run(Reporter& reporter) const override;
+
+  std::string m_code;  ///< one of the catalogue; empty for all
+  bool m_asMarkdown = false;
+};
+
+Options ExplainCommand::listOptions() {
+  return {{.m_names = "CODE",
+           .m_value = {.m_word = "CODE", .m_completion = Completion::Choice, .m_choices = listCodes()},
+           .m_help = "Code of a finding, like font.none; without one, a list of all",
+           .m_read = [this](auto const& words) { return readCode(words[0], m_code); }},
+          makeFlag(option::Markdown, "Write Markdown; without a code, the page of all", m_asMarkdown)};
+}
+
+void ExplainCommand::run(Reporter& reporter) const {
+  reporter.expectNoViews();
+  CatalogueRow const* const row = findRow(m_code);
+  if (row == nullptr) return reporter.print(m_asMarkdown ? formatPage() : formatTable());
+  reporter.print(m_asMarkdown ? formatMarkdown(*row) : formatRow(*row));
+}
+
+constexpr Example Examples[] = {
+    {"qvannot explain font.substituted",
+     "Tells what a code at the end of a finding means, why it comes and what to do; without one, lists all."},
+};
+
 }  // namespace
 
-std::string refuseCode(std::string const& text) {
-  constexpr std::size_t MaxCompared = 100;
-  if (findRow(text) != nullptr) return {};
-  return "there is no code '" + text + "'; near it are " + listNearCodes(text.substr(0, MaxCompared));
-}
-
-void run(ExplainCommand const& command, Reporter& reporter) {
-  reporter.expectNoViews();
-  CatalogueRow const* const row = findRow(command.m_code);
-  if (row == nullptr) return reporter.print(command.m_asMarkdown ? formatPage() : formatTable());
-  reporter.print(command.m_asMarkdown ? formatMarkdown(*row) : formatRow(*row));
-}
+CommandRow const explainCommand = {
+    "explain", "Tell what the codes of findings mean and what to do",
+    "Each finding ends with its code in brackets. The codes are stable; the texts are for people.", Examples,
+    makeCommand<ExplainCommand>};
 
 }  // namespace qvannot

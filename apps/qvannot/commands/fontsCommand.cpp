@@ -1,16 +1,33 @@
 #include "annotationLegacy/qvAnnotationMigration.h"
-#include "commands.h"
-#include "fontChoice.h"
-#include "job.h"
-#include "jsonFiles.h"
-#include "optionNames.h"
 #include "qvToolkit/reports/fontReport.h"
+#include "qvannot/cli/sharedOptions.h"
+#include "qvannot/commandList.h"
+#include "qvannot/fontChoice.h"
+#include "qvannot/job.h"
+#include "qvannot/jsonFiles.h"
+#include "qvannot/optionNames.h"
 
 namespace qvannot {
 
 namespace {
 
 using qvLegacy::qvAnnotationMigration;
+
+struct FontsCommand final : Command {
+  Options listOptions() override;
+  void run(Reporter& reporter) const override;
+
+  std::vector<std::string> m_files;
+  qvToolkit::FontOptions m_fonts;
+  bool m_asJson = false;
+  Limits m_limits;
+};
+
+Options FontsCommand::listOptions() {
+  return join(
+      {makeFilesOperand(m_files), makeFlag(option::Json, "Write JSON", m_asJson), makeStrictFlag(m_isStrict)},
+      makeFontOptions(m_fonts), makeLimitOptions(m_limits));
+}
 
 /// Metadata that keeps a view from being migrated says nothing about its text.
 constexpr int AllMetadata = qvAnnotationMigration::DropViewMetadata |
@@ -46,19 +63,30 @@ std::string makeFailedEntry(qvToolkit::Document const& document) {
                                           spellOption);
 }
 
-}  // namespace
-
-void run(FontsCommand const& command, Reporter& reporter) {
-  if (!chooseFonts(command.m_fonts, command.m_files.size(), reporter)) return;
-  auto const makeEntry = [&](std::string const& path) { return makeReport(command, path, reporter); };
-  if (command.m_asJson) {
-    return runJson({command.m_files, command.m_limits, makeEntry, makeFailedEntry}, reporter);
+void FontsCommand::run(Reporter& reporter) const {
+  if (!chooseFonts(m_fonts, m_files.size(), reporter)) return;
+  auto const makeEntry = [&](std::string const& path) { return makeReport(*this, path, reporter); };
+  if (m_asJson) {
+    return runJson({m_files, m_limits, makeEntry, makeFailedEntry}, reporter);
   }
   auto const makeJob = [&](std::size_t i) -> Job {
-    std::string const& path = command.m_files[i];
-    return {path, command.m_limits, [&] { reporter.print(makeEntry(path)); }, {}, {}};
+    std::string const& path = m_files[i];
+    return {path, m_limits, [&] { reporter.print(makeEntry(path)); }, {}, {}};
   };
-  static_cast<void>(runAll(command.m_files, makeJob, reporter));
+  static_cast<void>(runAll(m_files, makeJob, reporter));
 }
+
+constexpr Example Examples[] = {
+    {"qvannot fonts old/*.json",
+     "Lists the fonts that documents ask for, what is drawn instead, and which packages to install."},
+};
+
+}  // namespace
+
+CommandRow const fontsCommand = {
+    "fonts", "List the fonts that documents ask for and get",
+    "Shows for each font the one that is drawn, the characters that no font has, and the packages that bring "
+    "what is missing.",
+    Examples, makeCommand<FontsCommand>};
 
 }  // namespace qvannot

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "qvToolkit/migration/fontSettings.h"
+#include "qvannot/cli/option.h"
+#include "qvannot/limits.h"
+
+namespace qvannot {
+
+// The rows that several commands have.
+
+/// The document that a command reads.
+Option makeFileOperand(std::string& file);
+/// The documents that a command reads. None at all is no mistake: a pattern may have met none.
+Option makeFilesOperand(std::vector<std::string>& files);
+Option makeStrictFlag(bool& isStrict);
+/// A folder that is named by an option.
+Option makeFolderOption(std::string_view names, std::string help, std::string& folder);
+Options makeFontOptions(qvToolkit::FontOptions& fonts);
+Options makeLimitOptions(Limits& limits);
+
+}  // namespace qvannot

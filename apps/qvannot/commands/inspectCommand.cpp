@@ -1,0 +1,78 @@
+#include "qvToolkit/reports/inspection.h"
+#include "qvToolkit/reports/legacyJson.h"
+#include "qvannot/cli/sharedOptions.h"
+#include "qvannot/commandList.h"
+#include "qvannot/job.h"
+#include "qvannot/jsonFiles.h"
+#include "qvannot/optionNames.h"
+
+namespace qvannot {
+
+namespace {
+
+struct InspectCommand final : Command {
+  Options listOptions() override;
+  void run(Reporter& reporter) const override;
+
+  std::vector<std::string> m_files;
+  bool m_asJson = false;
+  bool m_isFull = false;
+  Limits m_limits;
+};
+
+Options InspectCommand::listOptions() {
+  Option full =
+      makeFlag(option::Full, std::string("With ") + option::Json + ": the whole legacy model, field by field",
+               m_isFull);
+  full.m_needs = option::Json;
+  return join({makeFilesOperand(m_files), makeFlag(option::Json, "Write JSON", m_asJson), full,
+               makeStrictFlag(m_isStrict)},
+              makeLimitOptions(m_limits));
+}
+
+std::string formatJson(qvToolkit::Document const& document, bool isFull) {
+  return isFull ? qvToolkit::formatLegacyJson({document}, spellOption)
+                : qvToolkit::formatInspectionsJson({qvToolkit::inspectDocument(document)}, spellOption);
+}
+
+void inspectFile(InspectCommand const& command, std::string const& path, Reporter& reporter) {
+  qvToolkit::Document const document = openInput(path, command.m_limits, reporter);
+  reporter.reportOpened(document);
+  if (getFailure(document) == qvToolkit::ExitDone)
+    reporter.print(formatInspection(inspectDocument(document)));
+}
+
+void InspectCommand::run(Reporter& reporter) const {
+  auto const makeEntry = [&](std::string const& path) {
+    qvToolkit::Document const document = openInput(path, m_limits, reporter);
+    reporter.reportOpened(document);
+    return formatJson(document, m_isFull);
+  };
+  auto const makeFailedEntry = [&](qvToolkit::Document const& document) {
+    return formatJson(document, m_isFull);
+  };
+  if (m_asJson) {
+    return runJson({m_files, m_limits, makeEntry, makeFailedEntry}, reporter);
+  }
+  auto const makeJob = [&](std::size_t i) -> Job {
+    std::string const& path = m_files[i];
+    return {path, m_limits, [&] { inspectFile(*this, path, reporter); }, {}, {}};
+  };
+  static_cast<void>(runAll(m_files, makeJob, reporter));
+}
+
+constexpr Example Examples[] = {
+    {"qvannot inspect bracket.json",
+     "Shows the views and annotations of a document, and what its reader says."},
+    {"qvannot inspect --json --full old/*.json > old.json",
+     "Writes every field of the legacy model of many documents as JSON."},
+};
+
+}  // namespace
+
+CommandRow const inspectCommand = {
+    "inspect", "Show what documents hold",
+    "Lists views, planes and annotations with their texts, and what was found while reading.", Examples,
+    makeCommand<InspectCommand>};
+
+}  // namespace qvannot
