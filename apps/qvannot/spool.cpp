@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "qvToolkit/files/wholeIo.h"
+#include "files/wholeIo.h"
 
 namespace qvannot {
 

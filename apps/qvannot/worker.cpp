@@ -18,8 +18,8 @@
 #include <fstream>
 #include <system_error>
 
+#include "files/wholeIo.h"
 #include "interruption.h"
-#include "qvToolkit/files/wholeIo.h"
 
 namespace qvannot {
 

@@ -1,4 +1,4 @@
-#include "qvToolkit/files/wholeIo.h"
+#include "files/wholeIo.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -13,7 +13,7 @@ import tempfile
 COMMENT = re.compile(r"(?:^[ ]*///.*\n)+", re.MULTILINE)
 CODE = re.compile(r"^[ ]*/// @code\n((?:[ ]*///.*\n)*?)[ ]*/// @endcode\n", re.MULTILINE)
 SLASHES = re.compile(r"^[ ]*/// ?", re.MULTILINE)
-CLASS = re.compile(r"(?:template <[^>]*>\s*)?class (\w+)[^;{]*\{")
+CLASS = re.compile(r"(?:template <[^>]*>\s*)?class (?:QVT_EXPORT )?(\w+)[^;{]*\{")
 DECLARATION = re.compile(r"^(?:inline |constexpr |using |struct \w+[^;{]*\{|\w[\w:<>, ]*[ &*]\w+\()", re.MULTILINE)
 
 
@@ -63,7 +63,7 @@ def check(folder):
 SHOWN = "/// Counts.\n/// @code\n/// Tally tally;\n/// tally.add(1);\n/// @endcode\n"
 SAMPLES = {
     "shown.h": f"{SHOWN}class Tally {{\n  class Inner {{}};\n}};\n",
-    "bare.h": f"{SHOWN}int count();\n\n/// Counts.\nclass Tally : public Sink {{\n}};\n",
+    "bare.h": f"{SHOWN}int count();\n\n/// Counts.\nclass QVT_EXPORT Tally : public Sink {{\n}};\n",
     "group.h": "class Tally;\n/// Counts.\nstd::vector<int> count(int a,\n                       int b);\n",
     "numbers.h": "class Tally;\n/// Numbers.\nenum class Number : int { One };\n",
 }

@@ -13,7 +13,7 @@
 #include <cstddef>
 
 #include "files/fileDescriptor.h"
-#include "qvToolkit/files/wholeIo.h"
+#include "files/wholeIo.h"
 
 namespace qvToolkit {
 

@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "files/fileDescriptor.h"
-#include "qvToolkit/files/wholeIo.h"
+#include "files/wholeIo.h"
 
 namespace qvToolkit {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "files/fileDescriptor.h"
-#include "qvToolkit/files/wholeIo.h"
+#include "files/wholeIo.h"
 #include "text/contentHash.h"
 
 namespace qvToolkit {

@@ -10,7 +10,7 @@
 #include <system_error>
 
 #include "files/temporaryName.h"
-#include "qvToolkit/files/wholeIo.h"
+#include "files/wholeIo.h"
 
 namespace qvToolkit {
 

@@ -12,7 +12,7 @@
 
 #include "files/fileDescriptor.h"
 #include "files/openBeneath.h"
-#include "qvToolkit/files/wholeIo.h"
+#include "files/wholeIo.h"
 
 namespace qvToolkit {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "model/annotationWalk.h"
+#include "qvToolkit/model/annotationWalk.h"
 
 namespace qvToolkit {
 

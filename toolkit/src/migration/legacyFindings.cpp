@@ -8,7 +8,7 @@
 #include "annotationLegacy/qvAnnotationMigration.h"
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "migration/migrationFindings.h"
-#include "model/annotationWalk.h"
+#include "qvToolkit/model/annotationWalk.h"
 #include "qvToolkit/text/textEscape.h"
 #include "rules/frames.h"
 #include "rules/knownMetadata.h"

@@ -17,7 +17,7 @@
 #include "files/childProcess.h"
 #include "files/fileDescriptor.h"
 #include "files/temporaryName.h"
-#include "qvToolkit/files/wholeIo.h"
+#include "files/wholeIo.h"
 
 namespace qvToolkit {
 

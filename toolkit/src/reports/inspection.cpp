@@ -5,7 +5,7 @@
 
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
-#include "model/annotationWalk.h"
+#include "qvToolkit/model/annotationWalk.h"
 
 namespace qvToolkit {
 

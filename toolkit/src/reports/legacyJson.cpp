@@ -6,7 +6,7 @@
 
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
-#include "model/annotationWalk.h"
+#include "qvToolkit/model/annotationWalk.h"
 #include "qvToolkit/reports/inspection.h"
 #include "reports/jsonParts.h"
 #include "reports/variantJson.h"

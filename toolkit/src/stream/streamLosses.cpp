@@ -7,7 +7,7 @@
 
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
-#include "model/annotationWalk.h"
+#include "qvToolkit/model/annotationWalk.h"
 #include "reading/streamContainer.h"
 #include "rules/gates.h"
 #include "stream/annotationRecord.h"

@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "qvToolkit/export.h"
+
 struct stat;
 
 namespace qvToolkit {
@@ -19,7 +21,7 @@ namespace qvToolkit {
 /// @endcode
 /// Each is asked for once, so that many inputs may be kept from being replaced by the results of each of
 /// them. Holds no file open.
-class FileIdentities {
+class QVT_EXPORT FileIdentities {
  public:
   FileIdentities() = default;  ///< of no file
   /// Paths that lead nowhere count for nothing.

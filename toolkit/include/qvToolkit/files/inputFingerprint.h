@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "qvToolkit/export.h"
+
 namespace qvToolkit {
 
 /// By what the content of an input can be told from others.
@@ -19,6 +21,6 @@ struct InputFingerprint {
 /// @endcode
 /// Nothing for standard input, for what is no regular file or cannot be read, and for a file larger than
 /// `maxBytes`.
-std::optional<InputFingerprint> takeFingerprint(std::string const& path, std::uint64_t maxBytes);
+QVT_EXPORT std::optional<InputFingerprint> takeFingerprint(std::string const& path, std::uint64_t maxBytes);
 
 }  // namespace qvToolkit

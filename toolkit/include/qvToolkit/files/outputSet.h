@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/files/fileIdentities.h"
 #include "qvToolkit/files/outputSink.h"
 #include "qvToolkit/findings/finding.h"
@@ -25,7 +26,7 @@ namespace qvToolkit {
 /// committed is removed with the object. After the first problem every call answers false.
 ///
 /// With `force` a failure in the middle of `commit` leaves the files that were replaced before it.
-class OutputSet : public OutputSink {
+class QVT_EXPORT OutputSet : public OutputSink {
  public:
   /// `folder` is created with its parents when the first file is opened. An interrupted set fails with a
   /// problem: `interrupted`, which may be null and is not owned, is looked at with each write; a value other
@@ -88,7 +89,7 @@ class OutputSet : public OutputSink {
 
 /// Removes the temporary files that a process that died has left in the folder. `process` is its number, and
 /// it must be dead: a living one loses its results. What cannot be removed stays, without a word.
-void removeTemporaryFiles(std::string const& folder, int process);
+QVT_EXPORT void removeTemporaryFiles(std::string const& folder, int process);
 
 /// A file name made of the last part of an input's path without its extension. What is no letter or digit of
 /// ASCII, dot, dash or "_" becomes "_", so does a leading dot or dash; at most 150 bytes. "-" gives "stdin",
@@ -98,16 +99,17 @@ void removeTemporaryFiles(std::string const& folder, int process);
 /// assert(makeStems({"a/plate.qvs", "b/Plate.qvs"})[1] == "Plate-2");
 /// assert(getPageName("plate", 3) == "plate.view-0003.svg");
 /// @endcode
-std::string makeStem(std::string const& inputPath);
+QVT_EXPORT std::string makeStem(std::string const& inputPath);
 
 /// Stems for several inputs: those that would collide, letters of either case counting as equal, get "-2",
 /// "-3" and so on in the order of the inputs.
-std::vector<std::string> makeStems(std::vector<std::string> const& inputPaths);
+QVT_EXPORT std::vector<std::string> makeStems(std::vector<std::string> const& inputPaths);
 
 /// The name of a view's page: "STEM.view-0003.svg", with "svg" as the extension. Indices beyond 9999 have
 /// more digits.
-std::string getPageName(std::string const& stem, std::size_t viewIndex, std::string_view extension = "svg");
+QVT_EXPORT std::string getPageName(std::string const& stem, std::size_t viewIndex,
+                                   std::string_view extension = "svg");
 /// The name of a document's migrated model: "STEM.migrated.json".
-std::string getModelName(std::string const& stem);
+QVT_EXPORT std::string getModelName(std::string const& stem);
 
 }  // namespace qvToolkit

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "qvToolkit/export.h"
+
 namespace qvToolkit {
 
 /// Takes the bytes of one output in order.
@@ -15,7 +17,7 @@ namespace qvToolkit {
 /// json.beginArray().endArray();
 /// assert(json.finish() && counter.m_size == 3);
 /// @endcode
-class OutputSink {
+class QVT_EXPORT OutputSink {
  public:
   virtual ~OutputSink() = default;
   /// Takes the next bytes, which need not live longer than the call; false when they are not taken. A sink
@@ -35,7 +37,7 @@ class OutputSink {
 /// json.beginArray().endArray();
 /// assert(json.finish() && sink.m_text == "[]\n");
 /// @endcode
-class TextSink : public OutputSink {
+class QVT_EXPORT TextSink : public OutputSink {
  public:
   /// Appends them to the text.
   bool write(std::string_view bytes) override {

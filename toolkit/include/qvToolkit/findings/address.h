@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "qvToolkit/export.h"
+
 namespace qvToolkit {
 
 /// Where a view, an annotation of it or a sub-annotation stands in a document: "view/3/annot/7/sub/0". The
@@ -17,7 +19,7 @@ namespace qvToolkit {
 /// assert(address.getChild(0).getText() == "view/3/annot/7/sub/0");
 /// assert(Address::parse("view/3/annot/7") == address);
 /// @endcode
-class Address {
+class QVT_EXPORT Address {
  public:
   Address() = default;  ///< of the whole document
   /// "view/3".

@@ -4,6 +4,7 @@
 #include <span>
 #include <string_view>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/findings/exitCode.h"
 
 namespace qvToolkit {
@@ -168,22 +169,22 @@ struct CatalogueRow {
 };
 
 /// All rows, in the order of the codes.
-std::span<CatalogueRow const> getCatalogue() noexcept;
+QVT_EXPORT std::span<CatalogueRow const> getCatalogue() noexcept;
 
 /// All classes, those that end more of the work behind those that end less.
-std::span<ClassRow const> getClasses() noexcept;
+QVT_EXPORT std::span<ClassRow const> getClasses() noexcept;
 
 /// The row of a code or of a class, for every value of the enumeration and no other.
-CatalogueRow const& getRow(FindingCode code) noexcept;
-ClassRow const& getRow(FindingClass findingClass) noexcept;
+QVT_EXPORT CatalogueRow const& getRow(FindingCode code) noexcept;
+QVT_EXPORT ClassRow const& getRow(FindingClass findingClass) noexcept;
 
 /// Stable text of a code, such as "json.duplicate-key"; "unknown" for a value that is none.
-std::string_view getCodeText(FindingCode code);
+QVT_EXPORT std::string_view getCodeText(FindingCode code);
 /// "info", "warning" or "error".
-std::string_view getSeverityText(Severity severity);
+QVT_EXPORT std::string_view getSeverityText(Severity severity);
 
 /// True for a limit that was hit and for a worker that died: the findings that exit code 6 stands for.
-bool isLimit(FindingCode code);
+QVT_EXPORT bool isLimit(FindingCode code);
 
 /// The exit code of work that ended because of such a finding; `ExitDone` for those that end none.
 inline ExitCode getExitCode(FindingCode code) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/findings/catalogue.h"
 
 namespace qvToolkit {
@@ -39,26 +40,28 @@ using Findings = std::vector<Finding>;
 
 /// A finding with the severity and the option of its row. The text says what was found, what was expected and
 /// what to do; it spells no option.
-Finding makeFinding(FindingCode code, std::string text, std::string address = {}, SourcePlace place = {});
+QVT_EXPORT Finding makeFinding(FindingCode code, std::string text, std::string address = {},
+                               SourcePlace place = {});
 /// One that weighs more or less than its row says.
-Finding makeFinding(FindingCode code, Severity severity, std::string text, std::string address = {},
-                    SourcePlace place = {});
+QVT_EXPORT Finding makeFinding(FindingCode code, Severity severity, std::string text,
+                               std::string address = {}, SourcePlace place = {});
 /// The finding with these options instead of the one of its row.
-Finding withOptions(Finding finding, std::vector<OptionKey> options);
+QVT_EXPORT Finding withOptions(Finding finding, std::vector<OptionKey> options);
 
 /// "FILE:LINE:COLUMN: error: TEXT [CODE, ADDRESS, OPTIONS]" on one line, safe for a terminal: control
 /// characters and invalid bytes are shown as escapes, and of the text at most 2,000 bytes. Parts that are not
 /// known are left out, and so are options without a spelling for them.
-std::string formatFinding(std::string_view file, Finding const& finding, OptionSpelling spelling = nullptr);
+QVT_EXPORT std::string formatFinding(std::string_view file, Finding const& finding,
+                                     OptionSpelling spelling = nullptr);
 
 /// The spellings of a finding's options, with a blank between them; empty without any.
-std::string spellOptions(Finding const& finding, OptionSpelling spelling);
+QVT_EXPORT std::string spellOptions(Finding const& finding, OptionSpelling spelling);
 
 /// What a finding counts for: the exit code of its class where that ends the work on a document, otherwise
 /// `ExitFindings` at or above the threshold. Where nothing is left of a document, see `getFailure`.
-ExitCode getExitCode(Finding const& finding, Severity threshold);
+QVT_EXPORT ExitCode getExitCode(Finding const& finding, Severity threshold);
 
 /// The heaviest severity in the list; nothing for an empty one.
-std::optional<Severity> getHighestSeverity(Findings const& findings);
+QVT_EXPORT std::optional<Severity> getHighestSeverity(Findings const& findings);
 
 }  // namespace qvToolkit

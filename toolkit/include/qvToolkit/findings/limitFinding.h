@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/findings/finding.h"
 
 namespace qvToolkit {
@@ -18,6 +19,6 @@ namespace qvToolkit {
 /// assert(findings[0].m_code == FindingCode::LimitMemory);
 /// @endcode
 /// A `qv::qvResourceLimit` names its budget; any other `std::bad_alloc` stands for memory.
-Finding makeLimitFinding(std::bad_alloc const& error);
+QVT_EXPORT Finding makeLimitFinding(std::bad_alloc const& error);
 
 }  // namespace qvToolkit

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "qvToolkit/export.h"
+
 namespace qvToolkit {
 
 /// Answers a migration's raster callback from the files of one folder.
@@ -26,7 +28,7 @@ namespace qvToolkit {
 /// Each name is looked up once. What the callback delivers is a short token; `resolve` gives the bytes, so
 /// that any number of annotations that show one image hold its bytes once. The folder keeps them as long as
 /// it lives. For one thread at a time.
-class RasterFolder {
+class QVT_EXPORT RasterFolder {
  public:
   /// Of one file, unless another limit is given: 64 MiB.
   static constexpr std::uint64_t MaxFileBytes = std::uint64_t{64} << 20;

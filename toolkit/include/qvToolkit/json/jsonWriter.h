@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/files/outputSink.h"
 
 namespace qvToolkit {
@@ -21,7 +22,7 @@ namespace qvToolkit {
 /// Calls must nest properly, which is not checked: within an object each value follows a `key`, and each
 /// `end` ends what was begun last. All but `takeText` and `finish` return the writer itself. A sink that
 /// fails is not called again; `finish` tells.
-class JsonWriter {
+class QVT_EXPORT JsonWriter {
  public:
   /// Keeps the text for `takeText`.
   JsonWriter() = default;

@@ -11,6 +11,7 @@
 #include "annotationLegacy/qvAnnotationView.h"
 #include "qvAnnotation/qvCadAnnotationView.h"
 #include "qvSvg/node.h"
+#include "qvToolkit/export.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/images/rasterFolder.h"
 #include "qvToolkit/migration/fontSettings.h"
@@ -71,7 +72,7 @@ struct MigratedView {
 /// session migrates at a time. The library must be initialised for as long as the session and what it
 /// returned live, and the session must live for as long as pages are made of its views: it keeps their
 /// images.
-class MigrationSession {
+class QVT_EXPORT MigrationSession {
  public:
   /// Opens the folder of images. One that cannot be used is no failure yet: `getRasters` tells.
   explicit MigrationSession(MigrationOptions options);

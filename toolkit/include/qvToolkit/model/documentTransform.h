@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/model/document.h"
 #include "qvToolkit/model/similarity.h"
 
@@ -34,7 +35,7 @@ struct TransformOutcome {
 /// A view or an annotation that the document holds several times is moved once. When a number would leave
 /// single precision nothing is moved, and an error finding names one such place. Computed in double precision
 /// and rounded once. Takes time and memory in proportion to the annotations, and no call stack for depth.
-TransformOutcome transformDocument(Document& document, Similarity const& transformation);
+QVT_EXPORT TransformOutcome transformDocument(Document& document, Similarity const& transformation);
 
 /// Ways to name a transformation.
 enum class TransformKind {
@@ -47,7 +48,7 @@ enum class TransformKind {
 /// Reads a transformation from its words, in which numbers have a decimal point in every locale. Quarter
 /// turns are exact. Returns what is wrong with the words, and what to write instead; the empty string when
 /// nothing is. `transformation` stays as it was when something is.
-std::string readTransform(TransformKind kind, std::vector<std::string> const& words,
-                          Similarity& transformation);
+QVT_EXPORT std::string readTransform(TransformKind kind, std::vector<std::string> const& words,
+                                     Similarity& transformation);
 
 }  // namespace qvToolkit

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "annotationLegacy/platform.h"
+#include "qvToolkit/export.h"
 
 namespace qvToolkit {
 
@@ -29,12 +30,12 @@ inline constexpr double MatrixTolerance = 3e-6;
 
 /// What is wrong with one scale for all axes, such as a NaN or one beyond the limits; the empty string when
 /// nothing is.
-std::string checkScale(double scale);
+QVT_EXPORT std::string checkScale(double scale);
 
 /// Takes a linear part for column vectors apart into rotation and scale; the translation stays as it is. What
 /// is no proper turn times one positive scale, to `MatrixTolerance`, is refused: returns whether it is
 /// singular, mirrors, scales the axes differently or shears, and what to give instead; `similarity` stays as
 /// it was then.
-std::string takeApart(Wm4::Matrix3<double> const& linear, Similarity& similarity);
+QVT_EXPORT std::string takeApart(Wm4::Matrix3<double> const& linear, Similarity& similarity);
 
 }  // namespace qvToolkit

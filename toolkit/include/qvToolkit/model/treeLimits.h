@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "annotationLegacy/qvAnnotationView.h"
+#include "qvToolkit/export.h"
 #include "qvToolkit/findings/address.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/model/document.h"
@@ -27,9 +28,9 @@ struct TreeLimits {
 
 /// Why the view is refused; nothing when it is not. `address` is the view's, and begins the finding's. Each
 /// annotation is looked at once, however many share it, and the look costs no call stack.
-std::optional<Finding> checkTrees(qvLegacy::qvAnnotationView const& view, Address const& address,
-                                  TreeLimits const& limits);
+QVT_EXPORT std::optional<Finding> checkTrees(qvLegacy::qvAnnotationView const& view, Address const& address,
+                                             TreeLimits const& limits);
 /// The first refusal among the views of a document; views that the reader refused are passed over.
-std::optional<Finding> checkTrees(Document const& document, TreeLimits const& limits);
+QVT_EXPORT std::optional<Finding> checkTrees(Document const& document, TreeLimits const& limits);
 
 }  // namespace qvToolkit

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/files/outputSink.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/migration/fontSettings.h"
@@ -21,7 +22,7 @@ enum class PageFormat : std::uint8_t {
 };
 
 /// "svg", "png" or "pdf": the word for the format and the extension of its files.
-std::string_view getFormatText(PageFormat format);
+QVT_EXPORT std::string_view getFormatText(PageFormat format);
 
 /// What a budget of memory has left.
 struct MemoryLeft {
@@ -53,7 +54,7 @@ struct PageConversion {
 /// @endcode
 /// PDF keeps live text as text. Equal pages give equal bytes. Each page starts the program anew, and holds
 /// its result in memory once.
-class PageConverter {
+class QVT_EXPORT PageConverter {
  public:
   /// Writes a font configuration into the folder for temporary files where the system's own will not do; it
   /// is removed with the object. When that fails `convert` tells.

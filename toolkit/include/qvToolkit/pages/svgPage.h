@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/files/outputSink.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/migration/migrationSession.h"
@@ -39,7 +40,7 @@ enum class TextMode : std::uint8_t {
 ///
 /// Returns a finding for each annotation with an item that is left out, because one of its numbers is not
 /// finite or beyond 10^9. A sink that fails ends the page early; it knows why itself.
-Findings writeSvgPage(MigratedView const& view, RasterFolder const& rasters, OutputSink& sink,
-                      TextMode mode = TextMode::Live);
+QVT_EXPORT Findings writeSvgPage(MigratedView const& view, RasterFolder const& rasters, OutputSink& sink,
+                                 TextMode mode = TextMode::Live);
 
 }  // namespace qvToolkit

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/model/document.h"
 
 namespace qvToolkit {
@@ -34,9 +35,9 @@ struct OpenLimits {
 /// Never throws on bad content, nor for want of memory: what is wrong is in the findings, and where nothing
 /// could be read `getFailure` says of what kind the failure was. A view that is refused costs the others
 /// nothing. The library must be initialised, for as long as the document lives.
-Document openDocument(std::string const& path, OpenLimits const& limits = {});
+QVT_EXPORT Document openDocument(std::string const& path, OpenLimits const& limits = {});
 
 /// As `openDocument` for content that is in memory, however large; `path` only names it.
-Document readDocument(std::string content, std::string const& path, OpenLimits const& limits = {});
+QVT_EXPORT Document readDocument(std::string content, std::string const& path, OpenLimits const& limits = {});
 
 }  // namespace qvToolkit

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "qvToolkit/export.h"
+
 namespace qvToolkit {
 
 /// One field of an object stream as it lies in the bytes.
@@ -41,6 +43,6 @@ using FieldVisitor = std::function<void(StreamField const&)>;
 ///
 /// It is a second reading of the format, of no use for loading: it shares the rows of the records with the
 /// library's readers, and nothing else.
-void walkObjectStream(std::string_view bytes, FieldVisitor const& visit);
+QVT_EXPORT void walkObjectStream(std::string_view bytes, FieldVisitor const& visit);
 
 }  // namespace qvToolkit

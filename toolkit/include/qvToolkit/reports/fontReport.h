@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "qvSvg/text.h"
+#include "qvToolkit/export.h"
 #include "qvToolkit/json/jsonWriter.h"
 #include "qvToolkit/migration/migrationSession.h"
 #include "qvToolkit/model/document.h"
@@ -48,25 +49,26 @@ struct FontReport {
 /// for (std::string const& package : listPackages(report)) std::cout << "apt install " << package << '\n';
 /// @endcode
 /// Views that were not migrated are only counted. Looks at each character once.
-FontReport reportFonts(std::vector<MigratedView> const& views);
+QVT_EXPORT FontReport reportFonts(std::vector<MigratedView> const& views);
 
 /// The Debian packages to install, sorted.
-std::vector<std::string> listPackages(FontReport const& report);
+QVT_EXPORT std::vector<std::string> listPackages(FontReport const& report);
 
 /// Of all findings those that tell about fonts and characters, or why a view has no text here.
-Findings selectFontFindings(std::vector<MigratedView> const& views);
+QVT_EXPORT Findings selectFontFindings(std::vector<MigratedView> const& views);
 
 /// The report of one document as text for people, safe for a terminal; "PATH: not read" when it could not be
 /// opened.
-std::string formatFontReport(Document const& document, FontReport const& report);
+QVT_EXPORT std::string formatFontReport(Document const& document, FontReport const& report);
 
 /// Writes the members "fonts" and "missingCharacters" into the object that `json` is in.
-void writeFontReport(JsonWriter& json, FontReport const& report);
+QVT_EXPORT void writeFontReport(JsonWriter& json, FontReport const& report);
 
 /// The reports of several documents as JSON; docs/fonts-json.md describes it field by field. The three lists
 /// are of one length; `findings` are those of each document, opening included.
-std::string formatFontReportsJson(std::vector<Document> const& documents,
-                                  std::vector<FontReport> const& reports,
-                                  std::vector<Findings> const& findings, OptionSpelling spelling = nullptr);
+QVT_EXPORT std::string formatFontReportsJson(std::vector<Document> const& documents,
+                                             std::vector<FontReport> const& reports,
+                                             std::vector<Findings> const& findings,
+                                             OptionSpelling spelling = nullptr);
 
 }  // namespace qvToolkit

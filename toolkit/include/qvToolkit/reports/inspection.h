@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/json/jsonWriter.h"
 #include "qvToolkit/model/document.h"
 
@@ -75,22 +76,23 @@ struct Inspection {
 /// @endcode
 /// An annotation that several share is listed at each place, so time and memory grow with the places. Trees
 /// may be of any depth, and hold no cycle.
-Inspection inspectDocument(Document const& document);
+QVT_EXPORT Inspection inspectDocument(Document const& document);
 
 /// Aligned text for people, safe for a terminal. Findings are not part of it, the readers' messages are.
-std::string formatInspection(Inspection const& inspection);
+QVT_EXPORT std::string formatInspection(Inspection const& inspection);
 
 /// One file as a JSON object: path, format, views with index, name, version, messages, counts and all
 /// annotations, and the findings. Strings that were no valid UTF-8 have their bytes in hexadecimal beside
 /// them, under the key + "Hex".
-void writeInspection(JsonWriter& json, Inspection const& inspection, OptionSpelling spelling = nullptr);
+QVT_EXPORT void writeInspection(JsonWriter& json, Inspection const& inspection,
+                                OptionSpelling spelling = nullptr);
 
 /// {"files": [...]} with one object of `writeInspection` for each.
-std::string formatInspectionsJson(std::vector<Inspection> const& inspections,
-                                  OptionSpelling spelling = nullptr);
+QVT_EXPORT std::string formatInspectionsJson(std::vector<Inspection> const& inspections,
+                                             OptionSpelling spelling = nullptr);
 
 /// The findings as a JSON array, without a key. Their options are left out without a spelling for them, here
 /// and wherever findings are part of a report.
-void writeFindings(JsonWriter& json, Findings const& findings, OptionSpelling spelling = nullptr);
+QVT_EXPORT void writeFindings(JsonWriter& json, Findings const& findings, OptionSpelling spelling = nullptr);
 
 }  // namespace qvToolkit

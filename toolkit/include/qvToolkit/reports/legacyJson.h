@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/json/jsonWriter.h"
 #include "qvToolkit/model/document.h"
 
@@ -16,9 +17,11 @@ namespace qvToolkit {
 /// key + "Hex", vectors with a number that is not finite with their bits under the key + "Bits". Annotations
 /// of all levels stand in one list, each before its sub-annotations, told apart by their address. The library
 /// must be initialised.
-void writeLegacyDocument(JsonWriter& json, Document const& document, OptionSpelling spelling = nullptr);
+QVT_EXPORT void writeLegacyDocument(JsonWriter& json, Document const& document,
+                                    OptionSpelling spelling = nullptr);
 
 /// {"files": [...]} with one object of `writeLegacyDocument` for each.
-std::string formatLegacyJson(std::vector<Document> const& documents, OptionSpelling spelling = nullptr);
+QVT_EXPORT std::string formatLegacyJson(std::vector<Document> const& documents,
+                                        OptionSpelling spelling = nullptr);
 
 }  // namespace qvToolkit

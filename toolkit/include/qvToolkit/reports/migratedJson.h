@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/files/outputSink.h"
 #include "qvToolkit/migration/migrationSession.h"
 #include "qvToolkit/model/document.h"
@@ -24,16 +25,17 @@ namespace qvToolkit {
 /// `session` is the one that migrated the views, which are those of the document, one for one.
 ///
 /// Leaves in pieces, so that it takes no memory of its size. False when the sink has failed.
-[[nodiscard]] bool writeMigratedDocument(OutputSink& sink, Document const& document,
-                                         MigrationSession const& session,
-                                         std::vector<MigratedView> const& views,
-                                         std::vector<std::string> const& pageNames, Findings const& findings,
-                                         OptionSpelling spelling = nullptr);
+[[nodiscard]] QVT_EXPORT bool writeMigratedDocument(OutputSink& sink, Document const& document,
+                                                    MigrationSession const& session,
+                                                    std::vector<MigratedView> const& views,
+                                                    std::vector<std::string> const& pageNames,
+                                                    Findings const& findings,
+                                                    OptionSpelling spelling = nullptr);
 
 /// The same as text, held in memory as a whole.
-std::string formatMigratedDocument(Document const& document, MigrationSession const& session,
-                                   std::vector<MigratedView> const& views,
-                                   std::vector<std::string> const& pageNames, Findings const& findings,
-                                   OptionSpelling spelling = nullptr);
+QVT_EXPORT std::string formatMigratedDocument(Document const& document, MigrationSession const& session,
+                                              std::vector<MigratedView> const& views,
+                                              std::vector<std::string> const& pageNames,
+                                              Findings const& findings, OptionSpelling spelling = nullptr);
 
 }  // namespace qvToolkit

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "qvToolkit/export.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/model/document.h"
 
@@ -40,6 +41,6 @@ struct EncodedDocument {
 /// Everything that the version cannot hold is a finding with the address of what lost it: an error where
 /// content is gone (annotations, characters), a warning where only its look or its metadata is. Views that
 /// the reader refused are left out with an error. The library must be initialised.
-EncodedDocument encodeDocument(Document const& document, EncodingOptions const& options);
+QVT_EXPORT EncodedDocument encodeDocument(Document const& document, EncodingOptions const& options);
 
 }  // namespace qvToolkit

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "qvToolkit/export.h"
+
 namespace qvToolkit {
 
 /// Valid UTF-8 without what XML 1.0 forbids: each maximal invalid sequence, each control character but TAB,
@@ -16,23 +18,23 @@ namespace qvToolkit {
 /// assert(quoteJson("5 \"") == R"("5 \"")");
 /// assert(escapeTerminal("\x1b[2J") == R"(\x1b[2J)");
 /// @endcode
-std::string repairUtf8(std::string_view bytes, bool* repaired = nullptr);
+QVT_EXPORT std::string repairUtf8(std::string_view bytes, bool* repaired = nullptr);
 
 /// Repaired text for XML content and double-quoted attributes: & < > " ' as references, TAB, LF and CR as
 /// numeric references.
-std::string escapeXml(std::string_view bytes);
+QVT_EXPORT std::string escapeXml(std::string_view bytes);
 
 /// Text between double quotes, for JSON. Nothing is lost but invalid UTF-8, which becomes U+FFFD as in
 /// `repairUtf8`: control characters, line separators and bidirectional controls are escaped, so that the
 /// result is one harmless line for a terminal, too.
-std::string quoteJson(std::string_view bytes);
+QVT_EXPORT std::string quoteJson(std::string_view bytes);
 
 /// One line for a terminal: control characters, bidirectional controls and invalid bytes as `\x1b`, `\u202e`
 /// and the like, backslashes doubled.
-std::string escapeTerminal(std::string_view bytes);
+QVT_EXPORT std::string escapeTerminal(std::string_view bytes);
 
 /// A text of a document for within a sentence: whole when it has at most `maxBytes`, or else its beginning,
 /// cut at the end of a character, and its size: "Liberat... (4194304 bytes)".
-std::string shortenText(std::string_view bytes, std::size_t maxBytes = 200);
+QVT_EXPORT std::string shortenText(std::string_view bytes, std::size_t maxBytes = 200);
 
 }  // namespace qvToolkit

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "qvToolkit/export.h"
+
 namespace qvToolkit {
 
 /// The library is ready for documents of either encoding for as long as a session lives.
@@ -12,7 +14,7 @@ namespace qvToolkit {
 ///
 /// The library alone registers one of the two spellings of the metadata type's name. Documents carry either,
 /// so a session registers the other one, too.
-class LibrarySession {
+class QVT_EXPORT LibrarySession {
  public:
   /// Initialises the library. What the platform throws leaves everything as it was and propagates.
   LibrarySession();

@@ -10,16 +10,26 @@
 
 namespace qvToolkit {
 
-/// An annotation on a walk through a view.
+/// An annotation on a walk through a view; valid for the time of the visit.
 struct WalkedAnnotation {
   qvLegacy::qvAnnotationInterface const* m_annotation;  ///< null for an empty entry or node
-  Address const& m_address;
-  std::size_t m_depth;                    ///< 0 for the view's own annotations
+  Address const& m_address;                             ///< as findings spell it
+  std::size_t m_depth;                                  ///< 0 for the view's own annotations
   std::optional<std::uint32_t> m_anchor;  ///< on its parent; none for the view's own annotations
 };
 
 /// Calls `visit(WalkedAnnotation const&)` for each annotation of a view, parents before their children, in
-/// document order; empty entries included, since they count in the addresses. Depth costs no call stack.
+/// document order; empty entries included, since they count in the addresses. `viewAddress` begins them.
+/// @code
+/// Document const document = openDocument("bracket.json");
+/// auto const show = [](WalkedAnnotation const& place) {
+///   if (place.m_annotation == nullptr) return;  // an empty entry
+///   std::cout << place.m_address.getText() << ": " << place.m_annotation->GetName() << '\n';
+/// };
+/// walkAnnotations(*document.m_views[0].m_view, Address::ofView(0), show);
+/// @endcode
+/// An annotation that several share is visited at each place. Depth costs no call stack; what `visit` throws
+/// ends the walk and propagates.
 template <class Visit>
 void walkAnnotations(qvLegacy::qvAnnotationView const& view, Address const& viewAddress, Visit visit) {
   using qvLegacy::qvAnnotationInterface;

@@ -19,18 +19,6 @@ auto repeatInterrupted(Call call) {
 
 /// Reads a file to its end, piece by piece: `take(std::string_view)` returns false to end there. False with
 /// errno set when the system reports an error.
-/// @code
-/// std::array<int, 2> ends{};
-/// assert(::pipe(ends.data()) == 0 && writeAll(ends[1], "bytes"));
-/// ::close(ends[1]);
-/// std::string read;
-/// assert(readPieces(ends[0], [&read](std::string_view piece) {
-///   read += piece;
-///   return true;
-/// }));
-/// assert(read == "bytes");
-/// ::close(ends[0]);
-/// @endcode
 template <class Take>
 [[nodiscard]] bool readPieces(int file, Take take) {
   std::array<char, 65536> piece;
