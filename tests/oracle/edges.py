@@ -47,8 +47,12 @@ def stream_edges():
         objects = [entry(1, b"t" * length, b"other"), entry(2, VIEW_TYPE, plain_view(0x6001B))]
         yield f"edge-type-{length}.qvs", container(0x6001B, objects)
     for count in (RULES.most_problems, RULES.most_problems + 1):
+        # The version and the link to nothing are told, but not counted.
         others = [entry(number, b"other", b"") for number in range(1, count)]
-        yield f"edge-problems-{count}.qvs", container(0x6001B, [*others, entry(0, VIEW_TYPE, plain_view(0x6001B))])
+        last = [entry(count, LIST_TYPES[0], metadata_payload([0])), entry(0, VIEW_TYPE, plain_view(0x6001B))]
+        yield f"edge-problems-{count}.qvs", container(RULES.highest + 1, [*others, *last])
+    pairs = [entry(0, VIEW_TYPE, plain_view(0x6001B) + b"x")] * (RULES.most_problems // 2 + 2)
+    yield "edge-problems-in-order.qvs", container(0x6001B, pairs)
 
 
 def stream(version, view):

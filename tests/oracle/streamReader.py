@@ -9,6 +9,8 @@ from recordReader import RecordReader
 
 MARK = b"qvStream"
 UNLISTED = "stream.unlisted-view"
+LINK = "stream.link"
+VERSION = "stream.version"
 SEVERITIES = ("error", "warning", "info")
 
 
@@ -41,6 +43,11 @@ class EndOfData(Exception):
         self.offset = offset
 
 
+def is_counted(finding):
+    """Whether a finding is one of the problems of which only so many are listed."""
+    return finding.code not in (UNLISTED, VERSION) and (finding.code != LINK or finding.severity == "error")
+
+
 def read_document(data, rules):
     """Reads the bytes of an object stream to a model.Document. Raises BeyondLimits where it announces too much."""
     return _StreamReader(data, rules).document()
@@ -65,7 +72,6 @@ class _StreamReader:
             self.container()
         except EndOfData as end:
             self.find("stream.broken", "error", end.offset)
-        self.load()
         self.result.views = [one.view for one in self.ordered_views()]
         self.cut_findings()
         if not self.result.views:
@@ -73,8 +79,8 @@ class _StreamReader:
         return self.result
 
     def cut_findings(self):
-        """Beyond a number of problems one finding stands for the others; views that are not listed are no problems."""
-        problems = [one for one in self.result.findings if one.code != UNLISTED]
+        """Beyond a number of problems one finding stands for the others."""
+        problems = [one for one in self.result.findings if is_counted(one)]
         more = problems[self.rules.most_problems :]
         if more:
             worst = min((one.severity for one in more), key=SEVERITIES.index)
@@ -98,14 +104,16 @@ class _StreamReader:
     def container(self):
         self.version = self.shown_version = self.number("<I")
         if self.version > self.rules.highest:
-            self.find("stream.version", "warning", len(MARK))
+            self.find(VERSION, "warning", len(MARK))
             self.version = self.rules.newest
         for _ in range(self.number("<I")):
-            self.object()
+            if not self.object():
+                return
         if self.at < len(self.data):
             self.find("stream.trailing-bytes", "warning", self.at)
 
     def object(self):
+        """False where its payload is cut off, behind which there is nothing."""
         offset = self.at
         identifier = self.number("<I")
         length = self.number("<i")
@@ -115,10 +123,12 @@ class _StreamReader:
         size = self.number("<Q")
         start = self.at
         payload = self.data[start : start + size]
+        is_whole = len(payload) == size
+        if not is_whole:
+            self.find("stream.broken", "error", start)
         self.keep(Object(identifier, self.rules.type_names.get(name), offset, start, payload))
         self.at += len(payload)
-        if len(payload) < size:
-            raise EndOfData(start)
+        return is_whole
 
     def bytes(self, size):
         if self.at + size > len(self.data):
@@ -132,16 +142,13 @@ class _StreamReader:
             self.find("stream.object-id", "error", one.offset)
         if taken:
             return
+        self.objects.append(one)
         if one.type is None:
             self.find("stream.unknown-type", "warning", one.offset)
-        self.objects.append(one)
-
-    def load(self):
-        for one in self.objects:
-            if one.type is not None:
-                payload = Payload(one.payload, one.payload_offset, self.budget)
-                self.load_object(one, payload)
-                self.report(payload)
+            return
+        payload = Payload(one.payload, one.payload_offset, self.budget)
+        self.load_object(one, payload)
+        self.report(payload)
 
     def load_object(self, one, payload):
         if one.type == "view":
@@ -182,11 +189,11 @@ class _StreamReader:
         for link in links:
             view = views.get(link.id)
             if view is None and link.id:
-                self.find("stream.link", "error", link.offset)
+                self.find(LINK, "error", link.offset)
             elif view in listed:
                 again.append(link)
             elif view:
                 listed.append(view)
         for severity, group in (("warning", nowhere), ("info", again)):
             if group:
-                self.find("stream.link", severity, group[0].offset)
+                self.find(LINK, severity, group[0].offset)
