@@ -46,15 +46,28 @@ TEST(GeometryContract, VectorsCalculateInTheirPrecision) {
   EXPECT_EQ(a.Dot(b), 40.0F);
   EXPECT_EQ(a.Cross(b), Point3(-2.0F, 4.0F, -2.0F));
   EXPECT_EQ(Point2(3.0F, 4.0F).Length(), 5.0F);
+  EXPECT_EQ(Point2(3.0F, 4.0F).SquaredLength(), 25.0F);
+  EXPECT_EQ(b.SquaredLength(), 116.0F);
 }
 
 TEST(GeometryContract, MatricesAreRowMajorAndMapColumns) {
   Matrix3 const m(0.0F, 1.0F, 2.0F, 3.0F, 4.0F, 5.0F, 6.0F, 7.0F, 8.0F);
   float numbers[9];
   std::memcpy(numbers, &m, sizeof numbers);
-  for (std::size_t i = 0; i < 9; ++i) EXPECT_EQ(numbers[i], m(i / 3, i % 3));
+  for (std::size_t i = 0; i < 9; ++i) {
+    EXPECT_EQ(numbers[i], m(i / 3, i % 3));
+    EXPECT_EQ(m.data()[i], numbers[i]);
+    EXPECT_EQ(m.Transpose()(i % 3, i / 3), numbers[i]);
+  }
+  EXPECT_EQ(m.column(1), Point3(1.0F, 4.0F, 7.0F));
   EXPECT_EQ(m * Point3(1.0F, 0.0F, 2.0F), Point3(4.0F, 13.0F, 22.0F));
   EXPECT_EQ(m * Matrix3::IDENTITY, m);
+}
+
+TEST(GeometryContract, PlanesKeepNormalAndConstantAsGiven) {
+  Wm4::Plane3<float> const plane(Point3(0.0F, 0.0F, 2.0F), 3.0F);
+  EXPECT_EQ(plane.Normal, Point3(0.0F, 0.0F, 2.0F));
+  EXPECT_EQ(plane.Constant, 3.0F);
 }
 
 TEST(GeometryContract, ConstantsHaveTheirPrecision) {
