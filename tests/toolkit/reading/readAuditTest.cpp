@@ -282,6 +282,19 @@ TEST_F(ReadAuditTest, ConversionsFromWhichTheValueCanBeToldAgainAreExact) {
                      "false; false was taken"}));
 }
 
+TEST_F(ReadAuditTest, WordsForWhatIsNotFiniteAreNoNumbers) {
+  Document const document =
+      read(makeView("6.22", R"("annotations":[{"type":"text","defaulttextprop":{"heightem":"inf"}},
+              {"type":"raster","sizeem":["nan",1]}])"));
+  EXPECT_EQ(
+      list(document, FindingCode::ValueInexact),
+      (Lines{
+          "warning view/0/annot/0 /annotations/0/defaulttextprop/heightem: 'heightem' of text properties is "
+          "'inf', expected a number of ems from 0 to 655.34; 0 was taken",
+          "error view/0/annot/1 /annotations/1/sizeem: 'sizeem' of raster annotations is ['nan', 1], "
+          "expected a list of 2 numbers; 0 for what is no number was taken"}));
+}
+
 TEST_F(ReadAuditTest, NullLosesNothingWhereAnAbsentKeyGivesTheSame) {
   Document const document = read(makeView(
       "6.22",

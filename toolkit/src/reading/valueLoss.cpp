@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -26,11 +27,12 @@ bool isContainer(qv::qvVariant const& value) {
   return value.isMap() || value.isList();
 }
 
-/// The number that a text is from its first to its last character.
+/// The number that a text is from its first to its last character; "inf" and "nan" are words.
 std::optional<double> readWhole(std::string_view text) {
   double number = 0.0;
   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+  bool const isNumber = error == std::errc() && end == text.data() + text.size() && std::isfinite(number);
+  return isNumber ? std::optional(number) : std::nullopt;
 }
 
 bool isExactNumber(qv::qvVariant const& value) {
