@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "annotationLegacy/qvAnnotationView.h"
+#include "qvToolkit/export.h"
 #include "qvToolkit/findings/exitCode.h"
 #include "qvToolkit/findings/finding.h"
 
@@ -42,6 +43,6 @@ struct Document {
 
 /// Why nothing of the document could be read, as the classes of its findings say; `ExitDone` when it could,
 /// even where it turned out to hold no view. Visits all findings of a document without views.
-ExitCode getFailure(Document const& document);
+QVT_EXPORT ExitCode getFailure(Document const& document);
 
 }  // namespace qvToolkit
