@@ -36,7 +36,7 @@ std::string getFolder(EncodedOutput const& settings) {
 
 bool writeOutput(EncodedOutput const& settings, std::string const& bytes, Reporter const& reporter,
                  qvToolkit::OutputSet& outputs) {
-  outputs.limit(reporter.getOutputBudget(), settings.m_limits.get(Limit::OutputFile));
+  outputs.limit(reporter.getOutputBudget(), settings.m_limits.get(qvToolkit::Limit::OutputFile));
   std::string const name = std::filesystem::path(settings.m_output).filename();
   return outputs.open(name) && outputs.write(bytes) && outputs.commit();
 }
@@ -63,7 +63,7 @@ Option makeStreamVersionOption(qvToolkit::EncodingOptions& options) {
 }
 
 void writeEncoded(qvToolkit::Document const& document, EncodedOutput const& settings, Reporter& reporter) {
-  if (auto const refusal = checkTrees(document, settings.m_limits.getTreeLimits())) {
+  if (auto const refusal = checkTrees(document, qvToolkit::makeTreeLimits(settings.m_limits))) {
     return reporter.report(document.m_path, {*refusal});
   }
   qvToolkit::EncodedDocument encoded = encodeDocument(document, settings.m_options);

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "cli/option.h"
-#include "limits.h"
 #include "qvToolkit/model/document.h"
+#include "qvToolkit/outcome/limits.h"
 #include "qvToolkit/stream/streamEncoder.h"
 #include "reporter.h"
 
@@ -17,7 +17,7 @@ struct EncodedOutput {
   std::string m_output;
   qvToolkit::EncodingOptions m_options;
   bool m_force = false;
-  Limits m_limits;
+  qvToolkit::Limits m_limits;
 };
 
 /// The rows for it, but for the limits and the version.

@@ -7,9 +7,13 @@
 #include "memoryBudget.h"
 #include "qvToolkit/files/inputFingerprint.h"
 #include "qvToolkit/findings/limitFinding.h"
+#include "qvToolkit/reading/openDocument.h"
 #include "worker.h"
 
 namespace qvannot {
+
+using qvToolkit::Limit;
+using qvToolkit::Limits;
 
 namespace {
 
@@ -78,7 +82,7 @@ bool runAll(std::vector<std::string> const& paths, std::function<Job(std::size_t
 
 qvToolkit::Document openInput(std::string const& path, Limits const& limits, Reporter& reporter) {
   setMemoryBudget(limits.get(Limit::Memory));
-  qvToolkit::OpenLimits open = limits.getOpenLimits();
+  qvToolkit::OpenLimits open = qvToolkit::makeOpenLimits(limits);
   open.m_onInput = [&](std::uint64_t bytes) { setBudgets(bytes, limits, reporter); };
   return qvToolkit::openDocument(path, open);
 }

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "limits.h"
 #include "qvToolkit/model/document.h"
+#include "qvToolkit/outcome/limits.h"
 #include "reporter.h"
 #include "spool.h"
 
@@ -17,7 +17,7 @@ namespace qvannot {
 /// The work on one input of a command.
 struct Job {
   std::string const& m_path;
-  Limits const& m_limits;
+  qvToolkit::Limits const& m_limits;
   /// Runs in a worker, or here when the limits are lifted. Memory that runs out is reported for it.
   std::function<void()> m_work;
   /// Takes what a worker printed that came to its end; without it, that is printed as it is.
@@ -37,8 +37,8 @@ struct Job {
                           std::function<Job(std::size_t)> const& makeJob, Reporter& reporter);
 
 /// Opens an input under the limits, and has the budgets of memory and output follow from its size.
-qvToolkit::Document openInput(std::string const& path, Limits const& limits, Reporter& reporter);
+qvToolkit::Document openInput(std::string const& path, qvToolkit::Limits const& limits, Reporter& reporter);
 /// Sets these budgets.
-void setBudgets(std::uint64_t inputBytes, Limits const& limits, Reporter& reporter);
+void setBudgets(std::uint64_t inputBytes, qvToolkit::Limits const& limits, Reporter& reporter);
 
 }  // namespace qvannot

@@ -6,6 +6,9 @@ namespace qvannot {
 
 namespace {
 
+using qvToolkit::Limit;
+using qvToolkit::Limits;
+
 constexpr char const* Count = "N";
 constexpr char const* Size = "SIZE";
 
@@ -98,7 +101,7 @@ std::span<LimitOption const> listLimitOptions() {
   return LimitOptions;
 }
 
-std::string setLimit(LimitOption const& option, std::string const& text, Limits& limits) {
+std::string setLimit(LimitOption const& option, std::string const& text, qvToolkit::Limits& limits) {
   if (!option.m_limit.has_value()) {
     if (text != option.m_word) return "'" + text + "' is not " + option.m_word;
     limits.lift();

@@ -27,6 +27,8 @@ namespace {
 
 using qvToolkit::Finding;
 using qvToolkit::FindingCode;
+using qvToolkit::Limit;
+using qvToolkit::Limits;
 
 /// Address sanitizers map terabytes that are never used: limits of the address space and they do not go
 /// together.

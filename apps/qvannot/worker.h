@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "limits.h"
 #include "qvToolkit/findings/exitCode.h"
 #include "qvToolkit/findings/finding.h"
+#include "qvToolkit/outcome/limits.h"
 #include "spool.h"
 
 namespace qvannot {
@@ -28,7 +28,7 @@ struct WorkerEnd {
 class Worker {
  public:
   /// Forks. `path` is the input; only for "-" the worker gets standard input.
-  Worker(std::string const& path, Limits const& limits);
+  Worker(std::string const& path, qvToolkit::Limits const& limits);
   ~Worker();
   Worker(Worker const&) = delete;
   Worker& operator=(Worker const&) = delete;
@@ -48,7 +48,7 @@ class Worker {
   bool waitForExit() const;
   std::optional<int> readResult() const;
 
-  Limits const& m_limits;
+  qvToolkit::Limits const& m_limits;
   Spool m_output;
   Spool m_errors;
   pid_t m_parent;

@@ -3,14 +3,14 @@
 . "$(dirname "${BASH_SOURCE[0]}")/checkout.sh"
 
 # What it takes to build the library and the tool, and to look at what they draw.
-demo_packages="g++ cmake ninja-build pkg-config libharfbuzz-dev libfribidi-dev libfontconfig-dev libsimdjson-dev libcli11-dev
-  librsvg2-bin fonts-liberation2 fonts-dejavu-core fonts-noto-core"
+demo_packages="g++ cmake ninja-build pkg-config libharfbuzz-dev libfribidi-dev libfontconfig-dev libsimdjson-dev nettle-dev
+  libcli11-dev librsvg2-bin fonts-liberation2 fonts-dejavu-core fonts-noto-core"
 
 # What it takes to make Debian packages.
 package_packages="dpkg-dev file"
 
 # What the tests need beside that.
-test_packages="$package_packages lintian libgtest-dev librapidcheck-dev libeigen3-dev libwildmagic-dev python3 locales
+test_packages="$package_packages lintian libgtest-dev librapidcheck-dev libeigen3-dev libwildmagic-dev python3 python3-jsonschema locales
   abigail-tools clang-16 doxygen
   chromium poppler-utils libpng-dev"
 

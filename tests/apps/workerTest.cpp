@@ -15,6 +15,8 @@ namespace qvannot {
 namespace {
 
 using qvToolkit::FindingCode;
+using qvToolkit::Limit;
+using qvToolkit::Limits;
 
 /// Runs `work` in a worker and returns how that ended. What `work` returns is the exit code.
 template <class Work>

@@ -61,7 +61,7 @@ EXPORT = "qvToolkit/export.h"
 # What the tool takes of the toolkit beside its public headers.
 TOOL_INTERNALS = {"files/wholeIo.h"}
 
-THIRD_PARTY = {"hb.h", "hb-ot.h", "fontconfig", "simdjson.h", "CLI", "fmt", "fribidi"}
+THIRD_PARTY = {"hb.h", "hb-ot.h", "fontconfig", "simdjson.h", "nettle", "CLI", "fmt", "fribidi"}
 # It takes as long to compile as ten files of ours.
 PARSER, PARSERS_FILE = "CLI/CLI.hpp", "apps/qvannot/cli/parser.cpp"
 

@@ -36,7 +36,7 @@ std::string readFontMap(std::string const& text, qvToolkit::FontOptions& fonts) 
   return {};
 }
 
-Option makeLimitOption(LimitOption const& row, Limits& limits) {
+Option makeLimitOption(LimitOption const& row, qvToolkit::Limits& limits) {
   Option option{.m_names = row.m_name, .m_help = row.m_help, .m_default = row.m_default};
   if (row.m_limit.has_value()) {
     option.m_value.m_word = row.m_word;
@@ -103,7 +103,7 @@ Options makeFontOptions(qvToolkit::FontOptions& fonts) {
            .m_group = Group}};
 }
 
-Options makeLimitOptions(Limits& limits) {
+Options makeLimitOptions(qvToolkit::Limits& limits) {
   Options options;
   for (LimitOption const& row : listLimitOptions()) options.push_back(makeLimitOption(row, limits));
   return options;

@@ -5,7 +5,7 @@
 
 #include "qvToolkit/migration/fontSettings.h"
 #include "qvannot/cli/option.h"
-#include "qvannot/limits.h"
+#include "qvToolkit/outcome/limits.h"
 
 namespace qvannot {
 
@@ -19,6 +19,6 @@ Option makeStrictFlag(bool& isStrict);
 /// A folder that is named by an option.
 Option makeFolderOption(std::string_view names, std::string help, std::string& folder);
 Options makeFontOptions(qvToolkit::FontOptions& fonts);
-Options makeLimitOptions(Limits& limits);
+Options makeLimitOptions(qvToolkit::Limits& limits);
 
 }  // namespace qvannot

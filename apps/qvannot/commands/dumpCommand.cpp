@@ -18,7 +18,7 @@ struct DumpCommand final : Command {
 
   std::string m_file;
   std::optional<std::uint64_t> m_at;  ///< show only the field at this byte
-  Limits m_limits;
+  qvToolkit::Limits m_limits;
 };
 
 std::string readPlace(std::string const& text, std::optional<std::uint64_t>& at) {
@@ -37,7 +37,7 @@ Options DumpCommand::listOptions() {
 }
 
 void dumpFile(DumpCommand const& command, Reporter& reporter) {
-  qvToolkit::OpenLimits limits = command.m_limits.getOpenLimits();
+  qvToolkit::OpenLimits limits = qvToolkit::makeOpenLimits(command.m_limits);
   limits.m_onInput = [&](std::uint64_t bytes) { setBudgets(bytes, command.m_limits, reporter); };
   qvToolkit::Findings const findings = qvToolkit::dumpStreamFile(
       command.m_file, command.m_at, [&reporter](std::string_view text) { reporter.print(text); }, limits);

@@ -20,7 +20,7 @@ struct FontsCommand final : Command {
   std::vector<std::string> m_files;
   qvToolkit::FontOptions m_fonts;
   bool m_asJson = false;
-  Limits m_limits;
+  qvToolkit::Limits m_limits;
 };
 
 Options FontsCommand::listOptions() {
@@ -38,7 +38,7 @@ qvToolkit::MigrationOptions makeOptions(FontsCommand const& command) {
   qvToolkit::MigrationOptions options;
   options.m_dropped = AllMetadata;
   options.m_fonts = command.m_fonts;
-  options.m_trees = command.m_limits.getTreeLimits();
+  options.m_trees = qvToolkit::makeTreeLimits(command.m_limits);
   return options;
 }
 

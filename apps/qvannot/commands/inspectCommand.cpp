@@ -17,7 +17,7 @@ struct InspectCommand final : Command {
   std::vector<std::string> m_files;
   bool m_asJson = false;
   bool m_isFull = false;
-  Limits m_limits;
+  qvToolkit::Limits m_limits;
 };
 
 Options InspectCommand::listOptions() {

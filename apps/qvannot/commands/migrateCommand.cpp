@@ -35,7 +35,7 @@ struct MigrateCommand final : Command {
   TextMode m_textMode = TextMode::Live;
   PageConversion m_conversion;
   bool m_force = false;
-  Limits m_limits;
+  qvToolkit::Limits m_limits;
 };
 
 Option makeDropFlag(std::string_view name, std::string help, int bit, int& bits) {
@@ -123,7 +123,7 @@ void append(Findings& findings, Findings const& more) {
 /// With what the document has left of its memory, where that is limited.
 PageConversion getConversion(MigrateCommand const& command) {
   PageConversion conversion = command.m_conversion;
-  if (getMemoryBudget() != Limits::Unlimited) {
+  if (getMemoryBudget() != qvToolkit::Limits::Unlimited) {
     conversion.m_getMemory = [] { return qvToolkit::MemoryLeft{getMemoryBudget(), getMemoryLeft()}; };
   }
   return conversion;
@@ -147,7 +147,7 @@ class DocumentWriter {
         m_session(session),
         m_outputs(command.m_outputFolder, command.m_force, getInterruption()),
         m_converter(getConversion(command), command.m_options.m_fonts) {
-    m_outputs.limit(outputBudget, command.m_limits.get(Limit::OutputFile));
+    m_outputs.limit(outputBudget, command.m_limits.get(qvToolkit::Limit::OutputFile));
     m_outputs.protect(inputs);
   }
 
@@ -198,14 +198,14 @@ class DocumentWriter {
 
 qvToolkit::MigrationOptions getOptions(MigrateCommand const& command) {
   qvToolkit::MigrationOptions options = command.m_options;
-  options.m_trees = command.m_limits.getTreeLimits();
-  options.m_maxRasterBytes = command.m_limits.get(Limit::Raster);
+  options.m_trees = qvToolkit::makeTreeLimits(command.m_limits);
+  options.m_maxRasterBytes = command.m_limits.get(qvToolkit::Limit::Raster);
   return options;
 }
 
 /// Each view makes a file, and files cost more than the few bytes that an empty view takes in a document.
 bool checkViews(MigrateCommand const& command, qvToolkit::Document const& document, Reporter& reporter) {
-  std::uint64_t const limit = command.m_limits.get(Limit::Views);
+  std::uint64_t const limit = command.m_limits.get(qvToolkit::Limit::Views);
   std::size_t const count = document.m_views.size();
   if (count <= limit) return true;
   reporter.report(document.m_path,

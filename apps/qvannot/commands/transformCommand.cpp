@@ -61,7 +61,7 @@ void transformFile(TransformCommand const& command, Reporter& reporter) {
   EncodedOutput const& output = command.m_output;
   qvToolkit::Document document = openInput(output.m_file, output.m_limits, reporter);
   if (!reporter.reportOpened(document)) return;
-  if (auto const refusal = checkTrees(document, output.m_limits.getTreeLimits())) {
+  if (auto const refusal = checkTrees(document, qvToolkit::makeTreeLimits(output.m_limits))) {
     return reporter.report(document.m_path, {*refusal});
   }
   auto const outcome = transformDocument(document, command.m_transformation);

@@ -240,4 +240,26 @@ TEST_F(DocumentTest, OpensAFileAndReportsOneThatIsMissing) {
             "f: error: cannot open: No such file or directory [input.unreadable]");
 }
 
+TEST_F(DocumentTest, SaysWhatItWasReadFrom) {
+  Source const source = readDocument("{}", "a/b.json").m_source;
+  EXPECT_EQ(source.m_path, "a/b.json");
+  EXPECT_EQ(source.m_size, 2U);
+  EXPECT_EQ(source.m_sha256, "44136fa355b3678a1146ad16f7e8649e94fb4fc21fe77e8310c060f61caaff8a");
+  EXPECT_EQ(source.m_format, Format::Json);
+  EXPECT_EQ(readDocument("qvStream", "a").m_source.m_format, Format::ObjectStream);
+}
+
+TEST_F(DocumentTest, SaysWhatItWasReadFromAlsoWhereThatIsNoDocument) {
+  Source const unknown = readDocument("abc", "a").m_source;
+  EXPECT_EQ(unknown.m_size, 3U);
+  EXPECT_EQ(unknown.m_sha256, "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+  EXPECT_EQ(unknown.m_format, std::nullopt);
+
+  Source const missing = openDocument("/no such folder/a").m_source;
+  EXPECT_EQ(missing.m_path, "/no such folder/a");
+  EXPECT_EQ(missing.m_size, std::nullopt);
+  EXPECT_EQ(missing.m_sha256, "");
+  EXPECT_EQ(missing.m_format, std::nullopt);
+}
+
 }  // namespace

@@ -27,9 +27,6 @@ constexpr char const* Program = "rsvg-convert";
 constexpr char const* Package = "librsvg2-bin";
 constexpr std::size_t MaxShownMessage = 500;
 
-/// In the order of the enumeration.
-constexpr std::array<std::string_view, 3> FormatTexts = {"svg", "png", "pdf"};
-
 /// The first line of what a program says, at most 500 bytes of it.
 std::string shorten(std::string_view message) {
   message = message.substr(0, message.find('\n'));
@@ -59,10 +56,6 @@ std::vector<std::string> makeWords(PageConversion const& conversion) {
 }
 
 }  // namespace
-
-std::string_view getFormatText(PageFormat format) {
-  return FormatTexts[static_cast<std::size_t>(format)];
-}
 
 /// The font configuration as a file for the child, which opens it by its name; removed in the end.
 class PageConverter::FontFile {

@@ -17,14 +17,13 @@
 #include "qvToolkit/migration/fontSettings.h"
 #include "qvToolkit/model/document.h"
 #include "qvToolkit/model/treeLimits.h"
+#include "qvToolkit/outcome/request.h"
 
 namespace qvToolkit {
 
 /// How views are to be migrated.
 struct MigrationOptions {
-  /// Size of leader heads and measure arrows in SVG units; on paper that is 3 mm, as on drawings with texts
-  /// of 3.5 mm.
-  static constexpr float DefaultHeadSize = 3.0F;
+  static constexpr float DefaultHeadSize = Request::DefaultHeadSize;  ///< in SVG units
 
   int m_dropped = 0;                   ///< bits of `qvLegacy::qvAnnotationMigration::Option`
   float m_headSize = DefaultHeadSize;  ///< in SVG units

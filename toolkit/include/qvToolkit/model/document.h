@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -8,14 +7,9 @@
 #include "qvToolkit/export.h"
 #include "qvToolkit/findings/exitCode.h"
 #include "qvToolkit/findings/finding.h"
+#include "qvToolkit/model/source.h"
 
 namespace qvToolkit {
-
-/// Encoding of a document, told by its content.
-enum class Format : std::uint8_t {
-  Json,          ///< variant maps as JSON text
-  ObjectStream,  ///< the binary encoding, ".qvs"
-};
 
 /// One view of a document as the library's reader left it.
 struct LoadedView {
@@ -36,6 +30,7 @@ struct LoadedView {
 /// A copy shares the views. Documents must be gone before the library is terminated.
 struct Document {
   std::string m_path;               ///< as it was given; "-" for standard input
+  Source m_source;                  ///< its path is `m_path`, unless a caller sets another one
   Format m_format = Format::Json;   ///< Json, too, where the content is neither
   std::vector<LoadedView> m_views;  ///< in document order; one that is listed twice stands here twice
   Findings m_findings;              ///< in the order met

@@ -11,18 +11,9 @@
 #include "qvToolkit/files/outputSink.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/migration/fontSettings.h"
+#include "qvToolkit/outcome/request.h"
 
 namespace qvToolkit {
-
-/// What a page is written as.
-enum class PageFormat : std::uint8_t {
-  Svg,  ///< as `writeSvgPage` makes it
-  Png,  ///< pixels, of the resolution that is asked
-  Pdf,  ///< vectors, as large on paper as the page
-};
-
-/// "svg", "png" or "pdf": the word for the format and the extension of its files.
-QVT_EXPORT std::string_view getFormatText(PageFormat format);
 
 /// What a budget of memory has left.
 struct MemoryLeft {
@@ -32,9 +23,9 @@ struct MemoryLeft {
 
 /// What pages are to be converted into.
 struct PageConversion {
-  static constexpr unsigned DefaultResolution = 150;  ///< fine enough for print on an office printer
-  static constexpr unsigned MinResolution = 10;       ///< texts are specks below
-  static constexpr unsigned MaxResolution = 2400;     ///< pages take gigabytes of pixels above
+  static constexpr unsigned DefaultResolution = Request::DefaultResolution;  ///< in pixels per inch
+  static constexpr unsigned MinResolution = 10;                              ///< texts are specks below
+  static constexpr unsigned MaxResolution = 2400;  ///< pages take gigabytes of pixels above
 
   PageFormat m_format = PageFormat::Svg;      ///< of the results
   unsigned m_resolution = DefaultResolution;  ///< of PNG, in pixels per inch of paper

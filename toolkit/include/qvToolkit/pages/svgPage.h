@@ -1,20 +1,12 @@
 #pragma once
 
-#include <cstdint>
-
 #include "qvToolkit/export.h"
 #include "qvToolkit/files/outputSink.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/migration/migrationSession.h"
+#include "qvToolkit/outcome/request.h"
 
 namespace qvToolkit {
-
-/// How a page holds text.
-enum class TextMode : std::uint8_t {
-  Live,     ///< as characters: to be searched and copied, drawn with the fonts that the reader has
-  Outline,  ///< as outlines of the glyphs, each defined once: looks the same without any font
-  Both,     ///< as outlines that are seen, with characters on top that are not
-};
 
 /// Writes the SVG page of a migrated view, which must not be null: 1 unit of the page is 1 mm on paper.
 /// @code

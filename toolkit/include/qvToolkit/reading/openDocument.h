@@ -7,6 +7,7 @@
 
 #include "qvToolkit/export.h"
 #include "qvToolkit/model/document.h"
+#include "qvToolkit/outcome/limits.h"
 
 namespace qvToolkit {
 
@@ -23,6 +24,9 @@ struct OpenLimits {
   /// Is told the size of the input, once it is in memory and before anything of it is read.
   std::function<void(std::uint64_t)> m_onInput = {};
 };
+
+/// Those of the limits of the work that opening has to keep.
+QVT_EXPORT OpenLimits makeOpenLimits(Limits const& limits);
 
 /// Opens and reads a document of either encoding; "-" is standard input.
 /// @code

@@ -9,24 +9,9 @@
 #include "qvToolkit/export.h"
 #include "qvToolkit/json/jsonWriter.h"
 #include "qvToolkit/model/document.h"
+#include "qvToolkit/model/legacyCounts.h"
 
 namespace qvToolkit {
-
-/// How much a view or an annotation holds. Leaders, measures, lines, runs and text bytes of a view are those
-/// of all its annotations at all levels.
-struct LegacyCounts {
-  std::uint64_t m_annotations = 0;    ///< of the view itself
-  std::uint64_t m_children = 0;       ///< sub-annotations at all levels
-  std::uint64_t m_depth = 0;          ///< levels of sub-annotations
-  std::uint64_t m_leaders = 0;        ///< leader lines
-  std::uint64_t m_lines = 0;          ///< of text
-  std::uint64_t m_measures = 0;       ///< measure leaders
-  std::uint64_t m_ownProperties = 0;  ///< runs with properties of their own
-  std::uint64_t m_raster = 0;         ///< the view's own raster annotations
-  std::uint64_t m_segments = 0;       ///< runs
-  std::uint64_t m_text = 0;           ///< the view's own text annotations
-  std::uint64_t m_textBytes = 0;      ///< of all runs, line breaks not counted
-};
 
 /// One annotation at a glance.
 struct InspectedAnnotation {

@@ -6,13 +6,9 @@
 #include "qvToolkit/export.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/model/document.h"
+#include "qvToolkit/outcome/request.h"
 
 namespace qvToolkit {
-
-/// The first stream version that can be written, packed: 6.13, the first with views.
-constexpr std::uint32_t OldestWritableVersion = 0x6000D;
-/// The last stream version that can be written, packed: 6.27, the newest layout.
-constexpr std::uint32_t NewestWritableVersion = 0x6001B;
 
 /// How a document is to be encoded.
 struct EncodingOptions {

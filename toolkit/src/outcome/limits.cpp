@@ -1,8 +1,8 @@
-#include "limits.h"
+#include "qvToolkit/outcome/limits.h"
 
 #include <algorithm>
 
-namespace qvannot {
+namespace qvToolkit {
 
 namespace {
 
@@ -28,6 +28,12 @@ constexpr std::array<std::uint64_t, LimitCount> Defaults = {
     10'000,             // views that are written as pages
 };
 
+constexpr std::array<OptionKey, LimitCount> Keys = {
+    OptionKey::MaxMemory, OptionKey::MaxTime,       OptionKey::MaxInput,  OptionKey::MaxFailedReads,
+    OptionKey::MaxStack,  OptionKey::MaxJsonDepth,  OptionKey::MaxDepth,  OptionKey::MaxNodes,
+    OptionKey::MaxOutput, OptionKey::MaxOutputFile, OptionKey::MaxRaster, OptionKey::MaxViews,
+};
+
 std::uint64_t multiply(std::uint64_t a, std::uint64_t b) {
   return a > Limits::Unlimited / b ? Limits::Unlimited : a * b;
 }
@@ -39,34 +45,28 @@ std::uint64_t growBy(std::uint64_t base, std::uint64_t inputBytes) {
 
 }  // namespace
 
-std::uint64_t Limits::getSet(Limit limit, std::uint64_t byDefault) const {
-  return m_set[static_cast<std::size_t>(limit)].value_or(m_areLifted ? Unlimited : byDefault);
+OptionKey getOptionKey(Limit limit) noexcept {
+  return Keys[static_cast<std::size_t>(limit)];
+}
+
+std::uint64_t Limits::getOr(Limit limit, std::uint64_t byDefault) const {
+  return findSet(limit).value_or(m_areLifted ? Unlimited : byDefault);
 }
 
 std::uint64_t Limits::get(Limit limit) const {
-  return getSet(limit, Defaults[static_cast<std::size_t>(limit)]);
+  return getOr(limit, Defaults[static_cast<std::size_t>(limit)]);
 }
 
 std::uint64_t Limits::getMemory(std::uint64_t inputBytes) const {
-  return getSet(Limit::Memory, std::min(growBy(256 * MiB, inputBytes), 4 * GiB));
+  return getOr(Limit::Memory, std::min(growBy(256 * MiB, inputBytes), 4 * GiB));
 }
 
 std::uint64_t Limits::getOutput(std::uint64_t inputBytes) const {
-  return getSet(Limit::Output, growBy(64 * MiB, inputBytes));
+  return getOr(Limit::Output, growBy(64 * MiB, inputBytes));
 }
 
-qvToolkit::OpenLimits Limits::getOpenLimits() const {
-  qvToolkit::OpenLimits open;
-  open.m_maxInputBytes = get(Limit::Input);
-  open.m_maxContainers = static_cast<std::size_t>(std::min(get(Limit::JsonDepth), MostContainers));
-  open.m_maxFailedReads = get(Limit::FailedReads);
-  open.m_maxStackBytes = get(Limit::Stack);
-  open.m_maxMilliseconds = multiply(get(Limit::Time), 2000);
-  return open;
+TreeLimits makeTreeLimits(Limits const& limits) {
+  return {limits.get(Limit::Depth), limits.get(Limit::Nodes)};
 }
 
-qvToolkit::TreeLimits Limits::getTreeLimits() const {
-  return {get(Limit::Depth), get(Limit::Nodes)};
-}
-
-}  // namespace qvannot
+}  // namespace qvToolkit
