@@ -34,17 +34,17 @@ void requireSafe(qvTest::XmlElement const& page) {
   }
 }
 
-std::string writePage(MigratedView const& view, MigrationSession const& session, TextMode mode) {
+std::string writePage(MigratedView const& view, TextMode mode) {
   TextSink sink;
-  static_cast<void>(qvToolkit::writeSvgPage(view, session.getRasters(), sink, mode));
+  static_cast<void>(qvToolkit::writeSvgPage(view, sink, mode));
   return std::move(sink.m_text);
 }
 
-void checkPages(MigratedView const& view, MigrationSession const& session, TextMode mode) {
-  std::string const page = writePage(view, session, mode);
+void checkPages(MigratedView const& view, TextMode mode) {
+  std::string const page = writePage(view, mode);
   FaultPause const pause;
   requireSafe(qvTest::parseXml(page));
-  require(writePage(view, session, mode) == page, "equal views give equal pages");
+  require(writePage(view, mode) == page, "equal views give equal pages");
 }
 
 }  // namespace
@@ -64,7 +64,7 @@ void runTarget(InputCursor& input) {
   std::vector<std::string> const names(views.size());
   for (MigratedView const& view : views) {
     require(view.m_view != nullptr || !view.m_findings.empty(), "what is not migrated has a reason");
-    if (view.m_view != nullptr) checkPages(view, session, mode);
+    if (view.m_view != nullptr) checkPages(view, mode);
     for (qvToolkit::Finding const& finding : view.m_findings) {
       requirePrintable(qvToolkit::formatFinding("input", finding));
     }

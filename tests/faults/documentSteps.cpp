@@ -6,6 +6,7 @@
 #include "annotationLegacy/qvAnnotationMetaData.h"
 #include "exampleDocuments.h"
 #include "fuzz/support/memoryFaults.h"
+#include "qvToolkit/images/rasterFolder.h"
 #include "qvToolkit/model/documentTransform.h"
 #include "qvToolkit/pages/svgPage.h"
 #include "qvToolkit/reports/fontReport.h"
@@ -32,11 +33,14 @@ constexpr char const* Path = "document";
 /// A document, and what its migration gave.
 struct Migrated {
   Migrated(Document const& document, std::string const& rasterFolder)
-      : m_document(document), m_session(makeOptions(rasterFolder)), m_views(m_session.migrate(document)) {}
+      : m_document(document),
+        m_rasters(rasterFolder),
+        m_session(makeOptions()),
+        m_views(m_session.migrate(document)) {}
 
-  static qvToolkit::MigrationOptions makeOptions(std::string const& rasterFolder) {
+  qvToolkit::MigrationOptions makeOptions() const {
     qvToolkit::MigrationOptions options;
-    options.m_rasterFolder = rasterFolder;
+    options.m_rasters = [this](std::string const& name) { return m_rasters.find(name); };
     return options;
   }
   std::string format() const {
@@ -52,6 +56,7 @@ struct Migrated {
   }
 
   Document const& m_document;
+  qvToolkit::RasterFolder m_rasters;
   MigrationSession m_session;
   std::vector<MigratedView> m_views;
 };
@@ -133,7 +138,7 @@ StepResult writePages(Migrated const& migrated, TextMode mode) {
   TextSink sink;
   for (MigratedView const& view : migrated.m_views) {
     if (view.m_view != nullptr) {
-      static_cast<void>(qvToolkit::writeSvgPage(view, migrated.m_session.getRasters(), sink, mode));
+      static_cast<void>(qvToolkit::writeSvgPage(view, sink, mode));
     }
   }
   return {std::move(sink.m_text)};

@@ -38,7 +38,7 @@ std::string migrate(qvToolkit::Document const& document) {
   for (qvToolkit::MigratedView const& view : views) {
     if (view.m_view == nullptr) throw std::bad_alloc();
     for (TextMode const mode : {TextMode::Live, TextMode::Outline}) {
-      static_cast<void>(qvToolkit::writeSvgPage(view, session.getRasters(), sink, mode));
+      static_cast<void>(qvToolkit::writeSvgPage(view, sink, mode));
     }
   }
   return sink.m_text + qvToolkit::formatMigratedDocument(document, session, views, {"v.svg"}, {});

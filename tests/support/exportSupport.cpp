@@ -43,9 +43,16 @@ qv::svg::Text& addText(qv::svg::Node& node, std::string const& text) {
   return item;
 }
 
+qv::svg::Image& addImage(qvToolkit::MigratedView& view, std::string bytes) {
+  auto& item = addItem(*getAnnotation(view).m_svgRoot, std::make_shared<qv::svg::Image>());
+  item.m_data = "raster " + std::to_string(view.m_images.size());
+  view.m_images.emplace(item.m_data, std::make_shared<qvToolkit::Image const>(std::move(bytes)));
+  return item;
+}
+
 std::string writePage(qvToolkit::MigratedView const& view, qvToolkit::Findings* findings) {
   StringSink sink;
-  qvToolkit::Findings found = writeSvgPage(view, qvToolkit::RasterFolder(""), sink);
+  qvToolkit::Findings found = writeSvgPage(view, sink);
   if (findings != nullptr) *findings = std::move(found);
   return sink.m_text;
 }

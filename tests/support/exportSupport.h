@@ -36,6 +36,9 @@ Item& addItem(qv::svg::Node& node, std::shared_ptr<Item> item) {
 /// A text item of one span in an upright group.
 qv::svg::Text& addText(qv::svg::Node& node, std::string const& text);
 
+/// An image item in the first annotation, with an image of its own of these bytes.
+qv::svg::Image& addImage(qvToolkit::MigratedView& view, std::string bytes);
+
 std::string writePage(qvToolkit::MigratedView const& view, qvToolkit::Findings* findings = nullptr);
 XmlElement parsePage(qvToolkit::MigratedView const& view, qvToolkit::Findings* findings = nullptr);
 

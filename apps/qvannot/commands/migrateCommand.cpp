@@ -3,6 +3,7 @@
 
 #include "annotationLegacy/qvAnnotationMigration.h"
 #include "qvToolkit/files/outputSet.h"
+#include "qvToolkit/images/rasterFolder.h"
 #include "qvToolkit/pages/pageConverter.h"
 #include "qvToolkit/pages/svgPage.h"
 #include "qvToolkit/reports/migratedJson.h"
@@ -32,6 +33,7 @@ struct MigrateCommand final : Command {
   std::vector<std::string> m_files;
   std::string m_outputFolder;
   qvToolkit::MigrationOptions m_options;
+  std::string m_rasterFolder;
   TextMode m_textMode = TextMode::Live;
   PageConversion m_conversion;
   bool m_force = false;
@@ -89,8 +91,7 @@ Options makePageOptions(MigrateCommand& command) {
        .m_help = "Size of leader heads and dimension arrows in mm, from 0.001 to 1000",
        .m_default = "3",
        .m_read = [&headSize](auto const& words) { return readHeadSize(words[0], headSize); }},
-      makeFolderOption(option::Rasters, "Folder of the images that rasters name",
-                       command.m_options.m_rasterFolder),
+      makeFolderOption(option::Rasters, "Folder of the images that rasters name", command.m_rasterFolder),
       makeChoice<TextMode>(option::Text, "Text as live characters, glyph outlines, or both", TextModes,
                            command.m_textMode),
       makeChoice<PageFormat>(option::Format, "Format; png and pdf take the program rsvg-convert", PageFormats,
@@ -176,11 +177,11 @@ class DocumentWriter {
  private:
   bool writePage(qvToolkit::MigratedView const& view) {
     if (m_command.m_conversion.m_format == PageFormat::Svg) {
-      append(m_findings, writeSvgPage(view, m_session.getRasters(), m_outputs, m_command.m_textMode));
+      append(m_findings, writeSvgPage(view, m_outputs, m_command.m_textMode));
       return true;
     }
     qvToolkit::TextSink page;
-    append(m_findings, writeSvgPage(view, m_session.getRasters(), page, m_command.m_textMode));
+    append(m_findings, writeSvgPage(view, page, m_command.m_textMode));
     return m_converter.convert(page.m_text, m_outputs);
   }
 
@@ -196,10 +197,12 @@ class DocumentWriter {
   Findings m_findings;
 };
 
-qvToolkit::MigrationOptions getOptions(MigrateCommand const& command) {
+qvToolkit::MigrationOptions getOptions(MigrateCommand const& command,
+                                       qvToolkit::RasterFolder const& rasters) {
   qvToolkit::MigrationOptions options = command.m_options;
   options.m_trees = qvToolkit::makeTreeLimits(command.m_limits);
-  options.m_maxRasterBytes = command.m_limits.get(qvToolkit::Limit::Raster);
+  if (!command.m_rasterFolder.empty())
+    options.m_rasters = [&rasters](std::string const& name) { return rasters.find(name); };
   return options;
 }
 
@@ -217,10 +220,10 @@ bool checkViews(MigrateCommand const& command, qvToolkit::Document const& docume
 }
 
 void migrateFile(MigrateCommand const& command, std::size_t index, InputNames const& inputs,
-                 Reporter& reporter) {
+                 qvToolkit::RasterFolder const& rasters, Reporter& reporter) {
   qvToolkit::Document const document = openInput(command.m_files[index], command.m_limits, reporter);
   if (!reporter.reportOpened(document) || !checkViews(command, document, reporter)) return;
-  qvToolkit::MigrationSession session(getOptions(command));
+  qvToolkit::MigrationSession session(getOptions(command, rasters));
   std::vector<qvToolkit::MigratedView> const views = session.migrate(document);
   DocumentWriter writer(command, session, inputs.m_files, reporter.getOutputBudget());
   bool const isWritten = writer.write(document, views, inputs.m_stems[index]);
@@ -229,16 +232,18 @@ void migrateFile(MigrateCommand const& command, std::size_t index, InputNames co
   for (std::string const& path : writer.getPaths()) reporter.print(path + '\n');
 }
 
-bool checkRasterFolder(std::string const& folder, Reporter& reporter) {
-  std::string const problem = qvToolkit::RasterFolder(folder).getFolderProblem();
+bool checkRasterFolder(MigrateCommand const& command, qvToolkit::RasterFolder const& rasters,
+                       Reporter& reporter) {
+  std::string const& problem = rasters.getFolderProblem();
   if (problem.empty()) return true;
-  reporter.fail(qvToolkit::ExitInputUnreadable, "cannot use the folder of images '" + folder +
+  reporter.fail(qvToolkit::ExitInputUnreadable, "cannot use the folder of images '" + command.m_rasterFolder +
                                                     "': " + problem + "; correct " + option::Rasters);
   return false;
 }
 
 void MigrateCommand::run(Reporter& reporter) const {
-  if (!checkRasterFolder(m_options.m_rasterFolder, reporter)) return;
+  qvToolkit::RasterFolder const rasters(m_rasterFolder, m_limits.get(qvToolkit::Limit::Raster));
+  if (!checkRasterFolder(*this, rasters, reporter)) return;
   if (!chooseFonts(m_options.m_fonts, m_files.size(), reporter)) return;
   InputNames const inputs(m_files);
   auto const cleanUp = [&](pid_t process, qvToolkit::Finding const&) {
@@ -248,7 +253,7 @@ void MigrateCommand::run(Reporter& reporter) const {
     qvToolkit::removeTemporaryFiles(std::filesystem::temp_directory_path(error), process);
   };
   auto const makeJob = [&](std::size_t i) -> Job {
-    auto const work = [&, i] { migrateFile(*this, i, inputs, reporter); };
+    auto const work = [&, i] { migrateFile(*this, i, inputs, rasters, reporter); };
     return {m_files[i], m_limits, work, {}, cleanUp, true};
   };
   static_cast<void>(runAll(m_files, makeJob, reporter));

@@ -18,11 +18,10 @@ class RasterFolderTest : public testing::Test {
     m_outer.writeFile("images/sub/part.jpg", "part");
   }
 
-  /// What the callback and `resolve` deliver; the problem where the name is refused.
+  /// The bytes of the image; the problem where there is none.
   std::string ask(std::string const& name) {
-    std::string data;
-    if (!RasterFolder::deliver(name, data, &m_folder)) return "refused: " + *m_folder.findProblem(name);
-    return std::string(m_folder.resolve(data));
+    Raster const raster = m_folder.find(name);
+    return raster.m_image == nullptr ? "refused: " + raster.m_problem : raster.m_image->getBytes();
   }
 
   qvTest::TemporaryFolder m_outer;
@@ -33,7 +32,7 @@ class RasterFolderTest : public testing::Test {
 TEST_F(RasterFolderTest, DeliversFilesOfTheFolder) {
   EXPECT_EQ(ask("logo.png"), "logo");
   EXPECT_EQ(ask("sub/part.jpg"), "part");
-  EXPECT_EQ(m_folder.findProblem("logo.png"), nullptr);
+  EXPECT_EQ(m_folder.find("logo.png").m_problem, "");
 }
 
 TEST_F(RasterFolderTest, TriesTheUsualExtensionsWhereNoFileHasTheNameItself) {
@@ -70,36 +69,16 @@ TEST_F(RasterFolderTest, RefusesAFileLargerThan64MiB) {
   m_outer.writeFile("images/large.png", "x");
   ASSERT_EQ(truncate(m_outer.getPath("images/large.png").c_str(), (off_t{64} << 20) + 1), 0);
   EXPECT_EQ(ask("large.png"), "refused: it is larger than the limit of 67108864 bytes");
+  EXPECT_TRUE(m_folder.find("large.png").m_isTooLarge);
   ASSERT_EQ(truncate(m_outer.getPath("images/large.png").c_str(), 70), 0);
   m_outer.writeFile("images/other.png", "y");
   EXPECT_EQ(ask("other.png"), "y");
 }
 
-TEST_F(RasterFolderTest, HoldsOneImageOnceHoweverOftenItIsDelivered) {
-  std::string first;
-  std::string second;
-  ASSERT_TRUE(RasterFolder::deliver("logo.png", first, &m_folder));
-  ASSERT_TRUE(RasterFolder::deliver("logo.png", second, &m_folder));
-  EXPECT_LT(first.size(), 32U);
-  EXPECT_EQ(m_folder.resolve(first).data(), m_folder.resolve(second).data());
-}
-
-TEST_F(RasterFolderTest, LooksANameUpOnce) {
-  EXPECT_EQ(ask("late.png"), "refused: No such file or directory");
-  m_outer.writeFile("images/late.png", "late");
-  EXPECT_EQ(ask("late.png"), "refused: No such file or directory");
-}
-
-TEST_F(RasterFolderTest, LeavesForeignDataAsTheyAre) {
-  EXPECT_EQ(m_folder.resolve("anything"), "anything");
-  EXPECT_EQ(m_folder.resolve(std::string_view("\0raster 99", 10)).size(), 10U);
-}
-
 TEST(RasterFolderWithoutFolder, AnswersNoName) {
-  RasterFolder folder("");
-  std::string data;
-  EXPECT_FALSE(RasterFolder::deliver("logo.png", data, &folder));
-  EXPECT_EQ(*folder.findProblem("logo.png"), "no folder of images was given");
+  RasterFolder const folder("");
+  EXPECT_EQ(folder.find("logo.png").m_image, nullptr);
+  EXPECT_EQ(folder.find("logo.png").m_problem, "no folder of images was given");
   EXPECT_EQ(folder.getFolderProblem(), "");
 }
 

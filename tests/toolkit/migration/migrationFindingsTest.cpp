@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "annotationLegacy/qvAnnotationRaster.h"
+#include "qvToolkit/images/rasterFolder.h"
 #include "tests/support/exportSupport.h"
 
 namespace qvToolkit {
@@ -306,12 +307,35 @@ TEST(MigrationFindings, TellOfAnImageThatIsNotAvailable) {
             "image 'logo' is not available: no folder of images was given; name the folder that holds it");
 }
 
+TEST(MigrationSession, HoldsAnImageOnceHoweverOftenItIsShown) {
+  MigrationOptions options;
+  options.m_rasters = [](std::string const& name) -> Raster {
+    return {std::make_shared<Image const>("image of " + name), {}};
+  };
+  View const view = makeLegacyView();
+  for (int i = 0; i < 100; ++i) view->m_annotations.push_back(makeRaster(i % 2 == 0 ? "a" : "b").get());
+  MigratedView const migrated = migrate(view, options);
+  ASSERT_EQ(migrated.m_images.size(), 2U);
+  qv::svg::Image item;
+  item.m_data = "b";
+  EXPECT_EQ(findImage(migrated, item).getBytes(), "image of b");
+  item.m_data = "c";
+  EXPECT_EQ(findImage(migrated, item).getBytes(), "");
+}
+
+TEST(MigrationSession, PassesOnWhatTheSourceOfImagesThrows) {
+  MigrationOptions options;
+  options.m_rasters = [](std::string const&) -> Raster { throw std::bad_alloc(); };
+  EXPECT_THROW(migrate(makeViewOf(makeRaster("a").get()), options), std::bad_alloc);
+}
+
 TEST(MigrationFindings, TellOfAnImageOfAnUnknownFormat) {
   qvTest::TemporaryFolder const folder;
   folder.writeFile("logo.png", "<svg/>");
   folder.writeFile("good.png", qvTest::makePng());
+  RasterFolder const rasters(folder.getPath());
   MigrationOptions options;
-  options.m_rasterFolder = folder.getPath();
+  options.m_rasters = [&rasters](std::string const& name) { return rasters.find(name); };
   View const view = makeLegacyView();
   view->m_annotations = {makeRaster("good").get(), makeRaster("logo").get()};
   MigratedView const migrated = migrate(view, options);
@@ -324,8 +348,9 @@ TEST(MigrationFindings, TellOfAnImageOfAnUnknownFormat) {
 Findings findSizeProblems(Wm4::Vector2<float> const& size) {
   qvTest::TemporaryFolder const folder;
   folder.writeFile("logo.png", qvTest::makePng());
+  RasterFolder const rasters(folder.getPath());
   MigrationOptions options;
-  options.m_rasterFolder = folder.getPath();
+  options.m_rasters = [&rasters](std::string const& name) { return rasters.find(name); };
   auto const raster = makeRaster("logo");
   raster->m_size = size;
   MigratedView const view = migrate(makeViewOf(raster.get()), options);

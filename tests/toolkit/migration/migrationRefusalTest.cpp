@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "annotationLegacy/qvAnnotationRaster.h"
+#include "qvToolkit/images/rasterFolder.h"
 #include "tests/support/exportSupport.h"
 
 namespace qvToolkit {
@@ -175,8 +176,9 @@ TEST(MigrationRefusal, NamesTheParentWhoseSubAnnotationsBesidesTheLastHaveLeader
 TEST(MigrationRefusal, NamesTheImageThatIsNotThereAndTheOptionsForTheRest) {
   qvTest::TemporaryFolder const folder;
   folder.writeFile("good.png", qvTest::makePng());
+  RasterFolder const rasters(folder.getPath());
   MigrationOptions options;
-  options.m_rasterFolder = folder.getPath();
+  options.m_rasters = [&rasters](std::string const& name) { return rasters.find(name); };
   View const view = makeViewOf({});
   for (char const* const name : {"good", "gone"}) {
     qv::qvPointer<qvAnnotationRaster> const raster = new qvAnnotationRaster;
@@ -194,8 +196,9 @@ TEST(MigrationRefusal, NamesTheImageThatIsNotThereAndTheOptionsForTheRest) {
 TEST(MigrationRefusal, NamesAnImageWhoseSizeIsNotFinite) {
   qvTest::TemporaryFolder const folder;
   folder.writeFile("good.png", qvTest::makePng());
+  RasterFolder const rasters(folder.getPath());
   MigrationOptions options;
-  options.m_rasterFolder = folder.getPath();
+  options.m_rasters = [&rasters](std::string const& name) { return rasters.find(name); };
   for (float const bad : {std::numeric_limits<float>::quiet_NaN(), 3e38F}) {
     View const view = makeViewOf({});
     for (float const width : {1.0F, bad}) {

@@ -60,9 +60,7 @@ MigratedView makeViewWith(std::string const& payload) {
   auto& text = qvTest::addText(*annotation.m_svgRoot, payload);
   text.m_spans.front().m_family = payload;
   text.m_class = payload;
-  auto& image = addItem(*annotation.m_svgRoot, std::make_shared<qv::svg::Image>());
-  image.m_data = payload;
-  image.m_borderColor = payload;
+  qvTest::addImage(view, payload).m_borderColor = payload;
   auto& path = addItem(*annotation.m_svgRoot, std::make_shared<qv::svg::Path>());
   path.m_borderColor = payload;
   path.m_backgroundColor = payload;
@@ -105,7 +103,7 @@ TEST(SvgPageSafety, ShowsNoDataThatAreNoImage) {
   for (std::string const data : {"<svg xmlns='http://www.w3.org/2000/svg'><script/></svg>",
                                  "http://example.org/pixel.png", "GIF8", ""}) {
     MigratedView view = makeView();
-    addItem(*getAnnotation(view).m_svgRoot, std::make_shared<qv::svg::Image>()).m_data = data;
+    qvTest::addImage(view, data);
     XmlElement const page = qvTest::parsePage(view);
     EXPECT_TRUE(page.getAll("image").empty());
     expectHarmless(page);

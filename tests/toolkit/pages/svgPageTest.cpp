@@ -227,9 +227,7 @@ TEST(SvgPage, GivesEachFontOfALineASpan) {
 
 TEST(SvgPage, EmbedsAnImageInPlace) {
   MigratedView view = makeView();
-  auto& image = addItem(*getAnnotation(view).m_svgRoot, std::make_shared<qv::svg::Image>());
-  image.m_data = qvTest::makePng();
-  image.m_size = {12.7F, 6.35F};
+  qvTest::addImage(view, qvTest::makePng()).m_size = {12.7F, 6.35F};
   XmlElement const page = parsePage(view);
   ASSERT_EQ(page.getAll("image").size(), 1U);
   XmlElement const& element = *page.getAll("image").at(0);
@@ -241,11 +239,10 @@ TEST(SvgPage, EmbedsAnImageInPlace) {
 
 TEST(SvgPage, HoldsAnImageOnceHoweverOftenItIsShown) {
   MigratedView view = makeView();
-  for (int i = 0; i < 3; ++i) {
-    auto& image = addItem(*getAnnotation(view).m_svgRoot, std::make_shared<qv::svg::Image>());
-    image.m_data = qvTest::makePng();
-    image.m_size = {4, 4};
-  }
+  for (int i = 0; i < 2; ++i) qvTest::addImage(view, qvTest::makePng()).m_size = {4, 4};
+  auto& repeated = addItem(*getAnnotation(view).m_svgRoot, std::make_shared<qv::svg::Image>());
+  repeated.m_data = view.m_images.begin()->first;
+  repeated.m_size = {4, 4};
   XmlElement const page = parsePage(view);
   EXPECT_EQ(page.getAll("image").size(), 1U);
   ASSERT_EQ(page.getAll("use").size(), 3U);
@@ -265,12 +262,12 @@ TEST(SvgPage, ComesInPiecesAndStopsAtAFailingSink) {
   MigratedView view = makeView();
   for (int i = 0; i < 60000; ++i) addItem(*getAnnotation(view).m_svgRoot, makeRect(0, 0, 1, 1));
   qvTest::StringSink whole;
-  writeSvgPage(view, RasterFolder(""), whole);
+  writeSvgPage(view, whole);
   EXPECT_GT(whole.m_calls, 2U);
   EXPECT_LT(whole.m_longest, std::size_t{1} << 21);
   EXPECT_EQ(qvTest::parseXml(whole.m_text).getAll("rect").size(), 60001U);
   qvTest::StringSink failing(1);
-  writeSvgPage(view, RasterFolder(""), failing);
+  writeSvgPage(view, failing);
   EXPECT_LE(failing.m_calls, 3U);
 }
 

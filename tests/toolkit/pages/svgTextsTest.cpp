@@ -43,7 +43,7 @@ class SvgTexts : public testing::Test {
 
   XmlElement write(TextMode mode) const {
     qvTest::StringSink sink;
-    static_cast<void>(writeSvgPage(m_view, RasterFolder(""), sink, mode));
+    static_cast<void>(writeSvgPage(m_view, sink, mode));
     return qvTest::parseXml(sink.m_text);
   }
 

@@ -125,7 +125,7 @@ SamplePage::SamplePage() {
 
 std::string SamplePage::write(qvToolkit::TextMode mode) const {
   qvToolkit::TextSink sink;
-  static_cast<void>(writeSvgPage(m_view, qvToolkit::RasterFolder(""), sink, mode));
+  static_cast<void>(writeSvgPage(m_view, sink, mode));
   return sink.m_text;
 }
 

@@ -20,9 +20,8 @@ using qvTest::getAnnotation;
 /// The view's members with line breaks and indentation taken out.
 std::string formatView(MigratedView const& view) {
   JsonWriter json;
-  RasterFolder const rasters("");
   json.beginObject();
-  CadJson(json, view.m_marks, rasters).writeViewMembers(*view.m_view);
+  CadJson(json, view).writeViewMembers();
   json.endObject();
   std::string text;
   bool isIndent = false;
@@ -95,12 +94,10 @@ TEST(MigratedJson, HoldsTheContoursOfAPath) {
 
 TEST(MigratedJson, HoldsSizeAndHashOfAnImageInsteadOfItsBytes) {
   MigratedView view = qvTest::makeView();
-  auto& image = addItem(*getAnnotation(view).m_svgRoot, std::make_shared<qv::svg::Image>());
-  image.m_data = qvTest::makePng();
-  image.m_size = {2, 1};
+  qvTest::addImage(view, qvTest::makePng()).m_size = {2, 1};
   expectHolds(formatView(view),
               R"("position": [0, 0],"size": [2, 1],"mediaType": "image/png","byteCount": 70,)");
-  image.m_data = "a";
+  view.m_images.begin()->second = std::make_shared<Image const>("a");
   expectHolds(formatView(view), R"("mediaType": null,"byteCount": 1,"fnv1a64": "af63dc4c8601ec8c"})");
 }
 

@@ -24,7 +24,7 @@ std::string migrate(Document const& document) {
   for (MigratedView const& view : session.migrate(document)) {
     sink.m_text += "view " + view.m_name + '\n';
     for (std::string const& record : view.m_log) sink.m_text += record + '\n';
-    if (view.m_view != nullptr) writeSvgPage(view, session.getRasters(), sink);
+    if (view.m_view != nullptr) writeSvgPage(view, sink);
   }
   return sink.m_text;
 }

@@ -66,7 +66,7 @@ class HostileField : public StreamTest {
       for (Finding const& finding : view.m_findings) expectPlain(formatFinding("f", finding));
       if (view.m_view == nullptr) continue;
       qvTest::StringSink page;
-      static_cast<void>(writeSvgPage(view, session.getRasters(), page));
+      static_cast<void>(writeSvgPage(view, page));
       expectPageIsSound(page.m_text);
     }
     expectPlain(formatMigratedDocument(document, session, views, std::vector<std::string>(views.size()), {}));

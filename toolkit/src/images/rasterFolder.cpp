@@ -6,7 +6,8 @@
 
 #include <array>
 #include <cerrno>
-#include <charconv>
+#include <memory>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -19,9 +20,6 @@ namespace qvToolkit {
 namespace {
 
 constexpr std::array<char const*, 6> Extensions = {"", ".png", ".jpg", ".jpeg", ".gif", ".webp"};
-
-/// In front of the number of an image in what the callback delivers. No image format begins so.
-constexpr std::string_view TokenPrefix("\0raster ", 8);
 
 std::string describeError(int error) {
   return std::generic_category().message(error);
@@ -65,6 +63,10 @@ bool readAll(int file, std::string& bytes, std::uint64_t limit) {
   return false;
 }
 
+Raster refuse(std::string problem) {
+  return {nullptr, std::move(problem)};
+}
+
 }  // namespace
 
 RasterFolder::RasterFolder(std::string const& folder, std::uint64_t maxFileBytes)
@@ -78,74 +80,25 @@ RasterFolder::~RasterFolder() {
   if (m_folder >= 0) close(m_folder);
 }
 
-bool RasterFolder::deliver(std::string const& name, std::string& data, void* folder) noexcept {
-  auto& self = *static_cast<RasterFolder*>(folder);
-  try {
-    return self.fetch(name, data);
-  } catch (...) {
-    self.m_error = std::current_exception();
-    return false;
-  }
-}
-
-void RasterFolder::rethrowError() {
-  if (m_error) std::rethrow_exception(std::exchange(m_error, nullptr));
-}
-
-std::string_view RasterFolder::resolve(std::string_view data) const {
-  if (!data.starts_with(TokenPrefix)) return data;
-  std::size_t image = 0;
-  char const* const end = data.data() + data.size();
-  auto const result = std::from_chars(data.data() + TokenPrefix.size(), end, image);
-  bool const isToken = result.ec == std::errc() && result.ptr == end && image < m_images.size();
-  return isToken ? std::string_view(m_images[image]) : data;
-}
-
-bool RasterFolder::isTooLarge(std::string const& name) const {
-  auto const entry = m_entries.find(name);
-  return entry != m_entries.end() && entry->second.m_isTooLarge;
-}
-
-std::string const* RasterFolder::findProblem(std::string const& name) const {
-  auto const entry = m_entries.find(name);
-  return entry == m_entries.end() || entry->second.m_problem.empty() ? nullptr : &entry->second.m_problem;
-}
-
-bool RasterFolder::fetch(std::string const& name, std::string& data) {
-  auto entry = m_entries.find(name);
-  if (entry == m_entries.end()) entry = m_entries.emplace(name, look(name)).first;
-  if (!entry->second.m_problem.empty()) return false;
-  data = TokenPrefix;
-  data += std::to_string(entry->second.m_image);
-  return true;
-}
-
-RasterFolder::Entry RasterFolder::look(std::string const& name) {
-  if (m_folder < 0) return {0, "no folder of images was given"};
+Raster RasterFolder::find(std::string const& name) const {
+  if (m_folder < 0) return refuse("no folder of images was given");
   if (std::string_view const problem = findNameProblem(name); !problem.empty())
-    return {0, std::string(problem)};
+    return refuse(std::string(problem));
   FileDescriptor const file(openWithExtension(m_folder, name));
   if (file.isOpen()) return read(file.get());
-  return {0, errno == ELOOP ? "a symbolic link is not followed" : describeError(errno)};
+  return refuse(errno == ELOOP ? "a symbolic link is not followed" : describeError(errno));
 }
 
-RasterFolder::Entry RasterFolder::read(int file) {
+Raster RasterFolder::read(int file) const {
   struct stat status {};
-  if (fstat(file, &status) != 0) return {0, describeError(errno)};
-  if (!S_ISREG(status.st_mode)) return {0, "it is no regular file"};
+  if (fstat(file, &status) != 0) return refuse(describeError(errno));
+  if (!S_ISREG(status.st_mode)) return refuse("it is no regular file");
   std::string bytes;
   bool const isTooLarge = static_cast<std::uint64_t>(status.st_size) > m_maxFileBytes;
-  if (isTooLarge || !readAll(file, bytes, m_maxFileBytes)) {
-    if (isTooLarge || errno == EFBIG)
-      return {0, "it is larger than the limit of " + std::to_string(m_maxFileBytes) + " bytes", true};
-    return {0, describeError(errno)};
-  }
-  if (m_totalBytes + bytes.size() > MaxTotalBytes) {
-    return {0, "the images of one document may have 512 MiB together"};
-  }
-  m_totalBytes += bytes.size();
-  m_images.push_back(std::move(bytes));
-  return {m_images.size() - 1, {}};
+  if (!isTooLarge && readAll(file, bytes, m_maxFileBytes))
+    return {std::make_shared<Image const>(std::move(bytes)), {}};
+  if (!isTooLarge && errno != EFBIG) return refuse(describeError(errno));
+  return {nullptr, "it is larger than the limit of " + std::to_string(m_maxFileBytes) + " bytes", true};
 }
 
 }  // namespace qvToolkit

@@ -3,7 +3,6 @@
 #include <string>
 #include <utility>
 
-#include "images/imageFormat.h"
 #include "migration/fontFindings.h"
 #include "migration/itemWalk.h"
 #include "migration/migrationFindings.h"
@@ -44,12 +43,12 @@ void reportSize(qv::svg::Image const& image, std::string const& address, Finding
   }
 }
 
-void reportImage(qv::svg::Image const& image, std::string const& address, RasterFolder const& rasters,
+void reportImage(qv::svg::Image const& item, std::string const& address, MigratedView const& view,
                  FindingList& findings) {
-  reportSize(image, address, findings);
-  ImageHeader const header = readImageHeader(rasters.resolve(image.m_data));
-  if (isShowable(header)) return;
-  std::string_view const reason = header.m_mediaType.empty()
+  reportSize(item, address, findings);
+  Image const& image = findImage(view, item);
+  if (image.isShowable()) return;
+  std::string_view const reason = image.getMediaType().empty()
                                       ? "the data are no PNG, JPEG, GIF or WebP image"
                                       : "its header is broken or it has more than 64 million pixels";
   findings.add(FindingCode::RasterUnreadable,
@@ -65,24 +64,22 @@ struct ContentReport {
       for (auto const& span : static_cast<qv::svg::Text const&>(item).m_spans)
         reportSpan(span, m_pair.m_address, m_findings);
     } else if (item.getKind() == qv::svg::ItemKind::Image) {
-      reportImage(static_cast<qv::svg::Image const&>(item), m_pair.m_address, m_rasters, m_findings);
+      reportImage(static_cast<qv::svg::Image const&>(item), m_pair.m_address, m_view, m_findings);
     }
-    bool const isForeign = &item != m_pair.m_root && findMark(m_marks, &item) != nullptr;
+    bool const isForeign = &item != m_pair.m_root && findMark(m_view.m_marks, &item) != nullptr;
     return isForeign ? std::nullopt : std::optional<Nothing>(std::in_place);
   }
   void leave(qv::svg::ItemInterface const&) {}
 
   AnnotationPair const& m_pair;
-  AnnotationMarks const& m_marks;
-  RasterFolder const& m_rasters;
+  MigratedView const& m_view;
   FindingList& m_findings;
 };
 
 }  // namespace
 
-void reportContent(AnnotationPair const& pair, AnnotationMarks const& marks, RasterFolder const& rasters,
-                   FindingList& findings) {
-  ContentReport report{pair, marks, rasters, findings};
+void reportContent(AnnotationPair const& pair, MigratedView const& view, FindingList& findings) {
+  ContentReport report{pair, view, findings};
   if (pair.m_root != nullptr) walkItems(*pair.m_root, report, ContentReport::Nothing());
 }
 

@@ -90,15 +90,15 @@ void reportDepth(AnnotationPair const& pair, FindingList& findings) {
                pair.m_address);
 }
 
-void reportRaster(qvAnnotationRaster const& raster, std::string const& address, bool hasFolder,
-                  RasterFolder const& rasters, FindingList& findings) {
-  std::string const* const problem = rasters.findProblem(raster.m_rasterName);
-  if (problem == nullptr) return;
-  std::string text = "image '" + shortenText(raster.m_rasterName) + "' is not available: " + *problem;
-  if (!hasFolder) text += "; name the folder that holds it";
-  bool const isTooLarge = rasters.isTooLarge(raster.m_rasterName);
-  findings.add(isTooLarge ? FindingCode::LimitRaster : FindingCode::RasterUnavailable, std::move(text),
-               address);
+void reportRaster(qvAnnotationRaster const& raster, std::string const& address,
+                  DocumentRasters const& rasters, FindingList& findings) {
+  Raster const* const refusal = rasters.findRefusal(raster.m_rasterName);
+  if (refusal == nullptr) return;
+  std::string text =
+      "image '" + shortenText(raster.m_rasterName) + "' is not available: " + refusal->m_problem;
+  if (!rasters.hasSource()) text += "; name the folder that holds it";
+  findings.add(refusal->m_isTooLarge ? FindingCode::LimitRaster : FindingCode::RasterUnavailable,
+               std::move(text), address);
 }
 
 }  // namespace
@@ -153,11 +153,11 @@ void reportAnnotation(AnnotationPair const& pair, FindingList& findings) {
   reportRepair(pair.m_legacy->m_name, "name", pair.m_address, findings);
 }
 
-void reportRasters(qvLegacy::qvAnnotationView const& view, Address const& viewAddress, bool hasFolder,
-                   RasterFolder const& rasters, FindingList& findings) {
+void reportRasters(qvLegacy::qvAnnotationView const& view, Address const& viewAddress,
+                   DocumentRasters const& rasters, FindingList& findings) {
   walkAnnotations(view, viewAddress, [&](WalkedAnnotation const& walked) {
     auto const* const raster = dynamic_cast<qvAnnotationRaster const*>(walked.m_annotation);
-    if (raster != nullptr) reportRaster(*raster, walked.m_address.getText(), hasFolder, rasters, findings);
+    if (raster != nullptr) reportRaster(*raster, walked.m_address.getText(), rasters, findings);
   });
 }
 

@@ -7,10 +7,10 @@
 
 #include "annotationLegacy/qvAnnotationView.h"
 #include "findings/findingList.h"
+#include "images/documentRasters.h"
 #include "migration/annotationPairs.h"
 #include "qvToolkit/findings/address.h"
-#include "qvToolkit/images/rasterFolder.h"
-#include "qvToolkit/migration/migrationSession.h"
+#include "qvToolkit/migration/migratedView.h"
 
 namespace qvToolkit {
 
@@ -42,9 +42,8 @@ void reportText(AnnotationPair const& pair, FindingList& findings);
 void reportLeaders(AnnotationPair const& pair, FindingList& findings);
 
 /// Reports fonts and characters of the annotation's text items, and images that cannot be shown or
-/// have no size. What belongs to another annotation of `marks` is left to that one.
-void reportContent(AnnotationPair const& pair, AnnotationMarks const& marks, RasterFolder const& rasters,
-                   FindingList& findings);
+/// have no size. What belongs to another annotation of the view is left to that one.
+void reportContent(AnnotationPair const& pair, MigratedView const& view, FindingList& findings);
 
 /// Reports control characters and invalid UTF-8 in `bytes`; `what` is "name" or "font name".
 void reportRepair(std::string_view bytes, std::string_view what, std::string const& address,
@@ -54,8 +53,8 @@ void reportRepair(std::string_view bytes, std::string_view what, std::string con
 /// it, and the migrated model holds null.
 bool lacksDepth(Wm4::Vector3<float> const& point);
 
-/// Reports the rasters of a view, whether it was migrated or not, that the folder could not deliver.
-void reportRasters(qvLegacy::qvAnnotationView const& view, Address const& viewAddress, bool hasFolder,
-                   RasterFolder const& rasters, FindingList& findings);
+/// Reports the rasters of a view, whether it was migrated or not, that there is no image for.
+void reportRasters(qvLegacy::qvAnnotationView const& view, Address const& viewAddress,
+                   DocumentRasters const& rasters, FindingList& findings);
 
 }  // namespace qvToolkit

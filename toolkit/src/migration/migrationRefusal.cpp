@@ -158,7 +158,7 @@ void FailureSearch::check(qvAnnotationInterface const& annotation, Address const
         fail(annotation, address, {});
       return;
     case Cause::Raster:
-      if (raster != nullptr && m_refused.m_rasters.findProblem(raster->m_rasterName) != nullptr)
+      if (raster != nullptr && m_refused.m_rasters.findRefusal(raster->m_rasterName) != nullptr)
         fail(annotation, address, {});
       return;
     case Cause::EmptyFrame:

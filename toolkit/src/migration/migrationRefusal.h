@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "annotationLegacy/qvAnnotationView.h"
+#include "images/documentRasters.h"
 #include "qvToolkit/findings/address.h"
-#include "qvToolkit/images/rasterFolder.h"
 
 namespace qvToolkit {
 
@@ -15,7 +15,7 @@ struct RefusedMigration {
   Address const& m_viewAddress;
   std::vector<std::string> const& m_log;  ///< texts of the migration's records, in order
   int m_dropped;                          ///< bits of `qvLegacy::qvAnnotationMigration::Option`
-  RasterFolder const& m_rasters;
+  DocumentRasters const& m_rasters;
 };
 
 struct Refusal {

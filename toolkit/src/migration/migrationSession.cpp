@@ -1,9 +1,11 @@
 #include "qvToolkit/migration/migrationSession.h"
 
+#include <exception>
 #include <map>
 #include <string_view>
 #include <utility>
 
+#include "images/documentRasters.h"
 #include "migration/migrationFindings.h"
 #include "migration/migrationRefusal.h"
 #include "qvAnnotation/fontOptions.h"
@@ -26,6 +28,39 @@ class MigrationLog : public qv::qvLog {
 
  private:
   qv::qvLog* m_previous;
+};
+
+/// Answers the library's raster callback. What an image item gets as its data is the name of its raster.
+class ImageDelivery {
+ public:
+  ImageDelivery(DocumentRasters& rasters, MigratedImages& images) : m_rasters(rasters), m_images(images) {}
+
+  /// The callback must not throw: what is thrown inside is kept for `rethrowError`.
+  static bool deliver(std::string const& name, std::string& data, void* delivery) noexcept {
+    auto& self = *static_cast<ImageDelivery*>(delivery);
+    try {
+      return self.take(name, data);
+    } catch (...) {
+      self.m_error = std::current_exception();
+      return false;
+    }
+  }
+  void rethrowError() const {
+    if (m_error) std::rethrow_exception(m_error);
+  }
+
+ private:
+  bool take(std::string const& name, std::string& data) {
+    Raster const& raster = m_rasters.ask(name);
+    if (raster.m_image == nullptr) return false;
+    m_images.emplace(name, raster.m_image);
+    data = name;
+    return true;
+  }
+
+  DocumentRasters& m_rasters;
+  MigratedImages& m_images;
+  std::exception_ptr m_error;
 };
 
 void addLogRecords(MigratedView const& view, std::string const& address, FindingList& findings) {
@@ -71,8 +106,7 @@ void reportMissedFonts(std::string const& address, FindingList& findings) {
       address);
 }
 
-void addLosses(qvLegacy::qvAnnotationView const& legacy, RasterFolder const& rasters, MigratedView& view,
-               FindingList& findings) {
+void addLosses(qvLegacy::qvAnnotationView const& legacy, MigratedView& view, FindingList& findings) {
   Address const address = Address::ofView(view.m_index);
   auto const pairs = pairAnnotations(legacy, *view.m_view, address);
   for (AnnotationPair const& pair : pairs) {
@@ -84,24 +118,21 @@ void addLosses(qvLegacy::qvAnnotationView const& legacy, RasterFolder const& ras
     reportAnnotation(pair, findings);
     reportText(pair, findings);
     reportLeaders(pair, findings);
-    reportContent(pair, view.m_marks, rasters, findings);
+    reportContent(pair, view, findings);
   }
 }
 
 }  // namespace
 
-MigrationSession::MigrationSession(MigrationOptions options)
-    : m_options(std::move(options)), m_rasters(m_options.m_rasterFolder, m_options.m_maxRasterBytes) {
-}
-
 std::vector<MigratedView> MigrationSession::migrate(Document const& document) {
   std::vector<MigratedView> views;
+  DocumentRasters rasters(m_options.m_rasters);
   std::map<qvLegacy::qvAnnotationView const*, std::size_t> known;
   for (std::size_t i = 0; i < document.m_views.size(); ++i) {
     LoadedView const& loaded = document.m_views[i];
     auto const [first, isNew] = known.emplace(loaded.m_view.get(), i);
     if (loaded.m_view == nullptr || isNew) {
-      views.push_back(migrateView(loaded, i));
+      views.push_back(migrateView(loaded, i, rasters));
       continue;
     }
     MigratedView& repeated = views.emplace_back();
@@ -112,7 +143,8 @@ std::vector<MigratedView> MigrationSession::migrate(Document const& document) {
   return views;
 }
 
-MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t index) {
+MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t index,
+                                           DocumentRasters& rasters) {
   MigratedView view;
   view.m_index = index;
   view.m_name = loaded.m_name;
@@ -124,28 +156,30 @@ MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t
     failure.m_text = "view '" + shortenText(view.m_name) + "' is not migrated: " + refusal->m_text;
     findings.add(std::move(failure));
   } else {
-    migrateModel(loaded.m_view, view, findings);
+    migrateModel(loaded.m_view, view, rasters, findings);
   }
   view.m_findings = findings.takeFindings();
   return view;
 }
 
 void MigrationSession::migrateModel(qv::qvPointer<qvLegacy::qvAnnotationView> const& legacy,
-                                    MigratedView& view, FindingList& findings) {
+                                    MigratedView& view, DocumentRasters& rasters, FindingList& findings) {
   MigrationLog log;
-  qvLegacy::qvAnnotationMigration migration(m_options.m_dropped, &RasterFolder::deliver, &m_rasters,
+  ImageDelivery images(rasters, view.m_images);
+  qvLegacy::qvAnnotationMigration migration(m_options.m_dropped, &ImageDelivery::deliver, &images,
                                             m_options.m_headSize);
   static_cast<void>(migration.migrateAnnotationView(legacy, view.m_view));
   view.m_log = std::move(log.m_texts);
-  m_rasters.rethrowError();
+  images.rethrowError();
   Address const address = Address::ofView(view.m_index);
-  reportRasters(*legacy, address, !m_options.m_rasterFolder.empty(), m_rasters, findings);
+  reportRasters(*legacy, address, rasters, findings);
   addLogRecords(view, address.getText(), findings);
   if (view.m_view != nullptr) {
-    addLosses(*legacy, m_rasters, view, findings);
+    addLosses(*legacy, view, findings);
   } else {
+    view.m_images.clear();
     reportMissedFonts(address.getText(), findings);
-    addRefusal(view, explainRefusal({*legacy, address, view.m_log, m_options.m_dropped, m_rasters}),
+    addRefusal(view, explainRefusal({*legacy, address, view.m_log, m_options.m_dropped, rasters}),
                findMissingOptions(*legacy, m_options.m_dropped), findings);
   }
 }

@@ -2,30 +2,28 @@
 
 #include <cmath>
 
-#include "images/imageFormat.h"
 #include "migration/itemWalk.h"
 #include "pages/itemExtent.h"
 #include "text/countText.h"
 
 namespace qvToolkit {
 
-void PageImages::addUse(qv::svg::Image const& image) {
-  std::string_view const bytes = m_rasters.resolve(image.m_data);
-  auto known = m_byStorage.find(bytes.data());
-  if (known == m_byStorage.end()) known = m_byStorage.emplace(bytes.data(), add(bytes)).first;
+void PageImages::addUse(qv::svg::Image const& item) {
+  Image const& image = findImage(m_view, item);
+  auto known = m_indices.find(&image);
+  if (known == m_indices.end()) known = m_indices.emplace(&image, add(image)).first;
   if (known->second != npos) ++m_images[known->second].m_uses;
 }
 
-std::size_t PageImages::find(qv::svg::Image const& image) const {
-  auto const known = m_byStorage.find(m_rasters.resolve(image.m_data).data());
-  return known == m_byStorage.end() ? npos : known->second;
+std::size_t PageImages::find(qv::svg::Image const& item) const {
+  auto const known = m_indices.find(&findImage(m_view, item));
+  return known == m_indices.end() ? npos : known->second;
 }
 
-std::size_t PageImages::add(std::string_view bytes) {
-  ImageHeader const header = readImageHeader(bytes);
-  if (!isShowable(header)) return npos;
-  auto const [known, isNew] = m_byContent.emplace(bytes, m_images.size());
-  if (isNew) m_images.push_back({bytes, header.m_mediaType, 0});
+std::size_t PageImages::add(Image const& image) {
+  if (!image.isShowable()) return npos;
+  auto const [known, isNew] = m_byContent.emplace(image.getBytes(), m_images.size());
+  if (isNew) m_images.push_back({image, 0});
   return known->second;
 }
 
@@ -47,8 +45,8 @@ bool isDrawable(qv::qvCadAnnotation::LineSegment const& segment) {
   return isDrawable(project(segment.m_from)) && isDrawable(project(segment.m_to));
 }
 
-PageMeasure::PageMeasure(MigratedView const& view, RasterFolder const& rasters, bool hasOutlines)
-    : m_view(view), m_hasOutlines(hasOutlines), m_images(rasters) {
+PageMeasure::PageMeasure(MigratedView const& view, bool hasOutlines)
+    : m_view(view), m_hasOutlines(hasOutlines), m_images(view) {
   for (auto const& annotation : view.m_view->m_annotations) {
     if (annotation != nullptr) measureAnnotation(*annotation);
   }

@@ -16,36 +16,35 @@
 #include "qvAnnotation/qvCadAnnotationView.h"
 #include "qvSvg/image.h"
 #include "qvSvg/itemInterface.h"
-#include "qvToolkit/migration/migrationSession.h"
+#include "qvToolkit/migration/migratedView.h"
 
 namespace qvToolkit {
 
 /// An image that a page shows.
 struct PageImage {
-  std::string_view m_bytes;
-  std::string_view m_mediaType;
+  Image const& m_image;
   std::size_t m_uses = 0;
 };
 
 /// The images of a page, each content once, in the order met.
 class PageImages {
  public:
-  explicit PageImages(RasterFolder const& rasters) : m_rasters(rasters) {}
+  explicit PageImages(MigratedView const& view) : m_view(view) {}
 
   /// Counts one use; images that cannot be shown are not taken in.
-  void addUse(qv::svg::Image const& image);
-  /// The index of the image's content; `npos` when it cannot be shown.
-  std::size_t find(qv::svg::Image const& image) const;
+  void addUse(qv::svg::Image const& item);
+  /// The index of what the item shows; `npos` when it cannot be shown.
+  std::size_t find(qv::svg::Image const& item) const;
   std::vector<PageImage> const& getImages() const noexcept { return m_images; }
 
   static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
  private:
-  std::size_t add(std::string_view bytes);
+  std::size_t add(Image const& image);
 
-  RasterFolder const& m_rasters;
+  MigratedView const& m_view;
   std::vector<PageImage> m_images;
-  std::map<char const*, std::size_t> m_byStorage;
+  std::unordered_map<Image const*, std::size_t> m_indices;
   std::map<std::string_view, std::size_t> m_byContent;
 };
 
@@ -62,7 +61,7 @@ bool isDrawable(qv::qvCadAnnotation::LineSegment const& segment);
 class PageMeasure {
  public:
   /// Glyphs are collected only when `hasOutlines`.
-  PageMeasure(MigratedView const& view, RasterFolder const& rasters, bool hasOutlines);
+  PageMeasure(MigratedView const& view, bool hasOutlines);
 
   Extent const& getExtent() const noexcept { return m_extent; }
   PageImages const& getImages() const noexcept { return m_images; }

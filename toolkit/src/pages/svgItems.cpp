@@ -33,10 +33,10 @@ std::string nameSymbol(std::size_t image) {
   return "image" + std::to_string(image);
 }
 
-void writeData(Markup& markup, PageImage const& image) {
+void writeData(Markup& markup, Image const& image) {
   markup.rawAttribute("preserveAspectRatio", "none");
-  markup.rawAttribute("href",
-                      "data:" + std::string(image.m_mediaType) + ";base64," + encodeBase64(image.m_bytes));
+  markup.rawAttribute(
+      "href", "data:" + std::string(image.getMediaType()) + ";base64," + encodeBase64(image.getBytes()));
 }
 
 }  // namespace
@@ -58,7 +58,7 @@ void SvgItems::writeSymbol(std::size_t image) {
   m_markup.open("symbol").rawAttribute("id", nameSymbol(image));
   m_markup.rawAttribute("viewBox", "0 0 1 1").rawAttribute("preserveAspectRatio", "none");
   m_markup.open("image").rawAttribute("width", "1").rawAttribute("height", "1");
-  writeData(m_markup, m_measure.getImages().getImages()[image]);
+  writeData(m_markup, m_measure.getImages().getImages()[image].m_image);
   m_markup.close().close();
 }
 
@@ -167,7 +167,7 @@ void SvgItems::writeImage(qv::svg::Image const& image) {
   if (isShared) {
     m_markup.rawAttribute("href", "#" + nameSymbol(index));
   } else {
-    writeData(m_markup, data);
+    writeData(m_markup, data.m_image);
   }
   m_markup.close();
 }

@@ -7,6 +7,7 @@
 #include "pages/markup.h"
 #include "pages/pageMeasure.h"
 #include "pages/svgItems.h"
+#include "qvToolkit/findings/address.h"
 
 namespace qvToolkit {
 
@@ -83,9 +84,8 @@ class SvgPage {
 
 }  // namespace
 
-Findings writeSvgPage(MigratedView const& view, RasterFolder const& rasters, OutputSink& sink,
-                      TextMode mode) {
-  PageMeasure measure(view, rasters, mode != TextMode::Live);
+Findings writeSvgPage(MigratedView const& view, OutputSink& sink, TextMode mode) {
+  PageMeasure measure(view, mode != TextMode::Live);
   SvgPage page(view, measure, mode, sink);
   if (sink.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>")) static_cast<void>(page.write());
   return measure.listFindings();

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "images/imageFormat.h"
 #include "migration/fontMatchText.h"
 #include "migration/itemWalk.h"
 #include "qvSvg/image.h"
@@ -10,7 +9,6 @@
 #include "qvSvg/rect.h"
 #include "qvSvg/text.h"
 #include "text/colorText.h"
-#include "text/contentHash.h"
 
 namespace qvToolkit {
 
@@ -60,7 +58,8 @@ void writeSpan(JsonWriter& json, qv::svg::TextSpan const& span) {
 
 }  // namespace
 
-void CadJson::writeViewMembers(qv::qvCadAnnotationView const& view) {
+void CadJson::writeViewMembers() {
+  qv::qvCadAnnotationView const& view = *m_view.m_view;
   m_json.key("plane").beginObject();
   writePoint("origin", view.m_planeOrigin);
   writePoint("normal", view.m_planeNormal);
@@ -74,7 +73,7 @@ void CadJson::writeViewMembers(qv::qvCadAnnotationView const& view) {
 
 void CadJson::writeAnnotation(qv::qvCadAnnotation const& annotation) {
   m_json.beginObject();
-  if (AnnotationMark const* const mark = findMark(m_marks, annotation.m_svgRoot.get()))
+  if (AnnotationMark const* const mark = findMark(m_view.m_marks, annotation.m_svgRoot.get()))
     m_json.member("address", mark->m_address);
   m_json.member("name", annotation.GetName());
   writePoint("position", annotation.m_position);
@@ -131,7 +130,7 @@ void CadJson::writeItem(std::shared_ptr<qv::svg::Node> const& root) {
 
 std::optional<CadJson::Nothing> CadJson::enter(qv::svg::ItemInterface const& item, Nothing) {
   m_json.beginObject().member("kind", getText(KindTexts, item.getKind()));
-  if (AnnotationMark const* const mark = findMark(m_marks, &item))
+  if (AnnotationMark const* const mark = findMark(m_view.m_marks, &item))
     m_json.member("address", mark->m_address).member("name", mark->m_name);
   if (!item.m_class.empty()) m_json.member("class", item.m_class);
   writeColor("border", item.m_borderColor);
@@ -174,20 +173,17 @@ void CadJson::writeContent(qv::svg::ItemInterface const& item) {
 
 void CadJson::writeImage(qv::svg::ItemInterface const& item) {
   auto const& image = static_cast<qv::svg::Image const&>(item);
-  std::string_view const bytes = m_rasters.resolve(image.m_data);
-  ImageHeader const header = readImageHeader(bytes);
+  Image const& shown = findImage(m_view, image);
   writePoint("position", image.m_position);
   writePoint("size", image.m_size);
   m_json.key("mediaType");
-  if (header.m_mediaType.empty()) {
+  if (shown.getMediaType().empty()) {
     m_json.null();
   } else {
-    m_json.value(header.m_mediaType);
+    m_json.value(shown.getMediaType());
   }
-  m_json.member("byteCount", static_cast<std::uint64_t>(bytes.size()));
-  std::string& hash = m_hashes[bytes.data()];
-  if (hash.empty()) hash = hashContent(bytes);
-  m_json.member("fnv1a64", hash);
+  m_json.member("byteCount", static_cast<std::uint64_t>(shown.getBytes().size()));
+  m_json.member("fnv1a64", shown.getHash());
 }
 
 void CadJson::writePath(qv::svg::ItemInterface const& item) {

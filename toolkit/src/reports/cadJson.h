@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,18 +7,18 @@
 #include "qvAnnotation/qvCadAnnotationView.h"
 #include "qvSvg/itemInterface.h"
 #include "qvToolkit/json/jsonWriter.h"
-#include "qvToolkit/migration/migrationSession.h"
+#include "qvToolkit/migration/migratedView.h"
 
 namespace qvToolkit {
 
 /// Writes CAD annotations and their SVG trees as JSON values.
 class CadJson {
  public:
-  CadJson(JsonWriter& json, AnnotationMarks const& marks, RasterFolder const& rasters)
-      : m_json(json), m_marks(marks), m_rasters(rasters) {}
+  /// `view` must not be null.
+  CadJson(JsonWriter& json, MigratedView const& view) : m_json(json), m_view(view) {}
 
-  /// The members of a view's object that the migration made: plane and annotations.
-  void writeViewMembers(qv::qvCadAnnotationView const& view);
+  /// The members of the view's object that the migration made: plane and annotations.
+  void writeViewMembers();
 
   /// For `walkItems`: writes an item up to its children, and what stands behind them.
   struct Nothing {};
@@ -40,9 +39,7 @@ class CadJson {
   void writeColor(char const* key, std::optional<std::string> const& color);
 
   JsonWriter& m_json;
-  AnnotationMarks const& m_marks;
-  RasterFolder const& m_rasters;
-  std::map<char const*, std::string> m_hashes;  ///< by where the bytes lie: many items may show one image
+  MigratedView const& m_view;
 };
 
 }  // namespace qvToolkit

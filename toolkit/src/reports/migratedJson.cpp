@@ -43,8 +43,8 @@ void writeOptions(JsonWriter& json, MigrationOptions const& options) {
   json.endObject();
 }
 
-void writeView(JsonWriter& json, LoadedView const& loaded, MigratedView const& view, std::string const& page,
-               RasterFolder const& rasters) {
+void writeView(JsonWriter& json, LoadedView const& loaded, MigratedView const& view,
+               std::string const& page) {
   json.beginObject().member("address", Address::ofView(view.m_index).getText()).member("name", view.m_name);
   json.member("version", loaded.m_version.toString()).member("migrated", view.m_view != nullptr);
   if (view.m_sameAs) json.member("sameAs", Address::ofView(*view.m_sameAs).getText());
@@ -56,7 +56,7 @@ void writeView(JsonWriter& json, LoadedView const& loaded, MigratedView const& v
   }
   writeStrings(json, "readerMessages", loaded.m_messages);
   writeStrings(json, "log", view.m_log);
-  if (view.m_view != nullptr) CadJson(json, view.m_marks, rasters).writeViewMembers(*view.m_view);
+  if (view.m_view != nullptr) CadJson(json, view).writeViewMembers();
   json.endObject();
 }
 
@@ -72,7 +72,7 @@ bool writeMigratedDocument(OutputSink& sink, Document const& document, Migration
   writeOptions(json, session.getOptions());
   json.key("views").beginArray();
   for (std::size_t i = 0; i < views.size(); ++i) {
-    writeView(json, document.m_views[i], views[i], pageNames[i], session.getRasters());
+    writeView(json, document.m_views[i], views[i], pageNames[i]);
   }
   json.endArray();
   writeFontReport(json, reportFonts(views));

@@ -43,7 +43,7 @@ enum class OptionKey : std::uint8_t {
   DropKnownMetadata,    ///< `qvLegacy::qvAnnotationMigration::DropKnownMetadata`
   DropUnknownMetadata,  ///< `qvLegacy::qvAnnotationMigration::DropUnknownMetadata`
   // where things are
-  Rasters,          ///< the folder that answers for images, `MigrationOptions::m_rasterFolder`
+  Rasters,          ///< the folder that answers for images, see `RasterFolder`
   FontFolder,       ///< one of `FontOptions::m_directories`
   FontReplacement,  ///< one of `FontOptions::m_replacements`
   Offset,           ///< the byte that a dump shows
@@ -59,7 +59,7 @@ enum class OptionKey : std::uint8_t {
   MaxNodes,        ///< annotations, `TreeLimits::m_maxNodes`
   MaxOutput,       ///< bytes of all results of one input
   MaxOutputFile,   ///< bytes of one result
-  MaxRaster,       ///< bytes of one image, `MigrationOptions::m_maxRasterBytes`
+  MaxRaster,       ///< bytes of one image, see `RasterFolder`
   MaxViews,        ///< views of one document that are written as pages
 };
 

@@ -3,7 +3,7 @@
 #include "qvToolkit/export.h"
 #include "qvToolkit/files/outputSink.h"
 #include "qvToolkit/findings/finding.h"
-#include "qvToolkit/migration/migrationSession.h"
+#include "qvToolkit/migration/migratedView.h"
 #include "qvToolkit/outcome/request.h"
 
 namespace qvToolkit {
@@ -14,7 +14,7 @@ namespace qvToolkit {
 /// OutputSet pages("pages", /*force*/ false);
 /// for (MigratedView const& view : session.migrate(openDocument("bracket.json"))) {
 ///   if (view.m_view == nullptr || !pages.open(getPageName("bracket", view.m_index))) continue;
-///   writeSvgPage(view, session.getRasters(), pages, TextMode::Both);
+///   writeSvgPage(view, pages, TextMode::Both);
 /// }
 /// if (!pages.commit()) std::cerr << pages.getProblem().m_text << '\n';
 /// @endcode
@@ -32,7 +32,6 @@ namespace qvToolkit {
 ///
 /// Returns a finding for each annotation with an item that is left out, because one of its numbers is not
 /// finite or beyond 10^9. A sink that fails ends the page early; it knows why itself.
-QVT_EXPORT Findings writeSvgPage(MigratedView const& view, RasterFolder const& rasters, OutputSink& sink,
-                                 TextMode mode = TextMode::Live);
+QVT_EXPORT Findings writeSvgPage(MigratedView const& view, OutputSink& sink, TextMode mode = TextMode::Live);
 
 }  // namespace qvToolkit
