@@ -1,6 +1,7 @@
 # What `cmake --install` puts where. Each component is a part that can be installed alone:
 #   platform, platform_development   the bundled platform: libraries; headers and the package `qvPlatform`
 #   library, library_development     the library; headers and the package `qvAnnotationLegacy`
+#   toolkit, toolkit_development     the toolkit: library; headers and the package `qvAnnotationToolkit`
 #   tool                             qvannot, its manual page and its completion
 # Everything finds everything by its place relative to itself, so an installed tree may be moved.
 
@@ -9,10 +10,15 @@ include(CMakePackageConfigHelpers)
 set(QVA_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake)
 set(QVA_PKGCONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-# qva_install_libraries(<package> COMPONENT <component> NAMESPACE <namespace> [WITH_HEADER_SET] TARGETS ...)
-# Installs the targets, and exports them as the package <package> for CMake and for pkg-config.
+# qva_install_libraries(<package> COMPONENT <component> NAMESPACE <namespace> [COMPATIBILITY <mode>] [WITH_HEADER_SET]
+#                       TARGETS ...)
+# Installs the targets, and exports them as the package <package> for CMake and for pkg-config. A version of the package
+# will do for those that ask for another one of the same major number, unless a mode says otherwise.
 function(qva_install_libraries package)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "WITH_HEADER_SET" "COMPONENT;NAMESPACE" "TARGETS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "WITH_HEADER_SET" "COMPONENT;NAMESPACE;COMPATIBILITY" "TARGETS")
+  if(NOT arg_COMPATIBILITY)
+    set(arg_COMPATIBILITY SameMajorVersion)
+  endif()
   set(development ${arg_COMPONENT}_development)
   set(config_dir ${QVA_CMAKE_DIR}/${package})
   set(header_set "")
@@ -31,7 +37,7 @@ function(qva_install_libraries package)
   set(generated ${PROJECT_BINARY_DIR}/package)
   configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/${package}Config.cmake.in
                                 ${generated}/${package}Config.cmake INSTALL_DESTINATION ${config_dir})
-  write_basic_package_version_file(${generated}/${package}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+  write_basic_package_version_file(${generated}/${package}ConfigVersion.cmake COMPATIBILITY ${arg_COMPATIBILITY})
   install(FILES ${generated}/${package}Config.cmake ${generated}/${package}ConfigVersion.cmake
           DESTINATION ${config_dir} COMPONENT ${development})
 
@@ -56,6 +62,16 @@ qva_install_libraries(
   TARGETS qvAnnotationLegacy)
 
 if(QVA_BUILD_TOOL)
+  # Not the next version's: the toolkit's interface is not fixed.
+  qva_install_libraries(
+    qvAnnotationToolkit
+    COMPONENT toolkit
+    NAMESPACE qvAnnotationLegacy::
+    COMPATIBILITY SameMinorVersion
+    TARGETS qvAnnotationToolkit)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/toolkit/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+          COMPONENT toolkit_development)
+
   file(RELATIVE_PATH libraries_from_tool /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(qvannot PROPERTIES INSTALL_RPATH $ORIGIN/${libraries_from_tool})
   install(TARGETS qvannot RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)

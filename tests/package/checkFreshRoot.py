@@ -12,7 +12,7 @@ import subprocess
 import sys
 import tempfile
 
-NAMES = ["libqvannotationlegacy3", "libqvannotationlegacy-dev", "qvannot"]
+NAMES = ["libqvannotationlegacy3", "libqvannotationtoolkit0", "libqvannotationlegacy-dev", "qvannot"]
 
 
 def run(*command, **options):

@@ -53,7 +53,7 @@ def main(tree):
     problems = [f"{path.name} {problem}" for path in binaries
                 for problem in layout_problems(path, path == tool) + code_problems(path, path == tool)]
     print("\n".join(problems) or f"{len(binaries)} binaries are hardened")
-    return 1 if problems or len(binaries) < 7 else 0
+    return 1 if problems or len(binaries) < 8 else 0
 
 
 if __name__ == "__main__":

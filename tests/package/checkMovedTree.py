@@ -1,4 +1,5 @@
-"""Moves a copy of an installed tree elsewhere and runs its tool: every library must come from there.
+"""Moves a copy of an installed tree elsewhere and runs its tool: every library must come from there, and so must those
+that the toolkit for hosts loads.
 
 Usage: checkMovedTree.py TREE DOCUMENT
 """
@@ -23,7 +24,9 @@ def main(tree, document):
         moved = pathlib.Path(folder).resolve() / "elsewhere"
         shutil.copytree(tree, moved, symlinks=True)
         tool = moved / "bin/qvannot"
-        own = [line.strip() for line in run("ldd", tool).splitlines() if line.strip().startswith(OWN)]
+        toolkit = next(moved.glob("lib/**/libqvAnnotationToolkit.so.0"))
+        loaded = run("ldd", tool).splitlines() + run("ldd", toolkit).splitlines()
+        own = [line.strip() for line in loaded if line.strip().startswith(OWN)]
         strangers = [line for line in own if f"=> {moved}/" not in line.replace("bin/../", "")]
         output = run(tool, "inspect", document)
     print("\n".join(strangers) or output)

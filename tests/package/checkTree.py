@@ -4,19 +4,23 @@ Usage: checkTree.py TREE SOURCE_FOLDER
 """
 
 import pathlib
+import re
 import sys
 
 WANTED = ["bin/qvannot", "share/man/man1/qvannot.1.gz", "share/bash-completion/completions/qvannot"]
 WANTED_IN_LIBRARIES = [
-    "libqvAnnotationLegacy.so", "libqvAnnotationLegacy.so.3", "libqvAnnotation.so.3", "libqvSvg.so.3",
+    "libqvAnnotationLegacy.so", "libqvAnnotationLegacy.so.3", "libqvAnnotationToolkit.so", "libqvAnnotationToolkit.so.0",
+    "libqvAnnotation.so.3", "libqvSvg.so.3",
     "libqvSceneGraph.so.3", "libqvSystem.so.3", "libWm4Foundation.so.3",
     "cmake/qvAnnotationLegacy/qvAnnotationLegacyConfig.cmake",
     "cmake/qvAnnotationLegacy/qvAnnotationLegacyConfigVersion.cmake", "cmake/qvPlatform/qvPlatformConfig.cmake",
-    "pkgconfig/qvAnnotationLegacy.pc", "pkgconfig/qvPlatform.pc"]
+    "cmake/qvAnnotationToolkit/qvAnnotationToolkitConfig.cmake",
+    "cmake/qvAnnotationToolkit/qvAnnotationToolkitConfigVersion.cmake",
+    "pkgconfig/qvAnnotationLegacy.pc", "pkgconfig/qvAnnotationToolkit.pc", "pkgconfig/qvPlatform.pc"]
 
 
 def public_headers(source):
-    for folder in [source / "include", *sorted((source / "platform").glob("*/include"))]:
+    for folder in [source / "include", source / "toolkit/include", *sorted((source / "platform").glob("*/include"))]:
         for header in sorted(folder.rglob("*.h")):
             yield f"include/{header.relative_to(folder).as_posix()}"
 
@@ -28,8 +32,9 @@ def main(tree, source):
     problems = [f"missing: {name}" for name in sorted(wanted) if not (tree / name).exists()]
     installed = {path.relative_to(tree).as_posix() for path in (tree / "include").rglob("*") if path.is_file()}
     problems += [f"no public header: {name}" for name in sorted(installed - headers)]
+    sources = re.compile(re.escape(str(source)) + r"(?!\w)")
     for path in tree.rglob("*"):
-        if path.suffix in (".cmake", ".pc") and str(source) in path.read_text(encoding="utf-8"):
+        if path.suffix in (".cmake", ".pc") and sources.search(path.read_text(encoding="utf-8")):
             problems.append(f"names the source folder: {path}")
     print("\n".join(problems) or f"{len(wanted)} files are there")
     return 1 if problems else 0

@@ -1,4 +1,4 @@
-"""Makes the Debian packages twice: there are three, and the second ones, made by somebody who keeps new files to
+"""Makes the Debian packages twice: there are four, and the second ones, made by somebody who keeps new files to
 himself, hold the same bytes. Everybody may enter their folders and read their files.
 
 Usage: makePackages.py CPACK BUILD_FOLDER OUTPUT_FOLDER
@@ -11,7 +11,7 @@ import subprocess
 import sys
 import time
 
-WANTED = {"libqvannotationlegacy3", "libqvannotationlegacy-dev", "qvannot"}
+WANTED = {"libqvannotationlegacy3", "libqvannotationtoolkit0", "libqvannotationlegacy-dev", "qvannot"}
 
 
 def make(cpack, build, folder, mask):

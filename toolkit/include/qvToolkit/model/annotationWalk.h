@@ -7,6 +7,7 @@
 
 #include "annotationLegacy/qvAnnotationView.h"
 #include "qvToolkit/findings/address.h"
+#include "qvToolkit/model/document.h"
 
 namespace qvToolkit {
 
@@ -26,7 +27,8 @@ struct WalkedAnnotation {
 ///   if (place.m_annotation == nullptr) return;  // an empty entry
 ///   std::cout << place.m_address.getText() << ": " << place.m_annotation->GetName() << '\n';
 /// };
-/// walkAnnotations(*document.m_views[0].m_view, Address::ofView(0), show);
+/// walkAnnotations(document, show);
+/// walkAnnotations(*document.m_views[0].m_view, Address::ofView(0), show);  // of one view only
 /// @endcode
 /// An annotation that several share is visited at each place. Depth costs no call stack; what `visit` throws
 /// ends the walk and propagates.
@@ -61,6 +63,15 @@ void walkAnnotations(qvLegacy::qvAnnotationView const& view, Address const& view
       qvAnnotationInterface::SubAnnot const& node = *level.m_next++;
       enter(node.m_annot.get(), node.m_anchor, level.m_index++);
     }
+  }
+}
+
+/// The same for all views of a document, in order; those that the reader refused are passed over.
+template <class Visit>
+void walkAnnotations(Document const& document, Visit visit) {
+  for (std::size_t i = 0; i < document.m_views.size(); ++i) {
+    auto const& view = document.m_views[i].m_view;
+    if (view != nullptr) walkAnnotations(*view, Address::ofView(i), visit);
   }
 }
 
