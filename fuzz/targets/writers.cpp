@@ -56,20 +56,22 @@ void runTarget(InputCursor& input) {
   options.m_headSize = input.takeReal();
   qvToolkit::Document const document = makeDocument(takeView(input));
   requireReports(document);
-  MigrationSession session(options);
+  qvToolkit::Findings findings;
+  MigrationSession session(
+      options, [&findings](qvToolkit::Finding finding) { findings.push_back(std::move(finding)); });
   auto const views = [&] {
     FaultPause const pause;  // a log record that cannot be written ends the process
     return session.migrate(document);
   }();
   std::vector<std::string> const names(views.size());
   for (MigratedView const& view : views) {
-    require(view.m_view != nullptr || !view.m_findings.empty(), "what is not migrated has a reason");
+    require(view.m_view != nullptr || !findings.empty(), "what is not migrated has a reason");
     if (view.m_view != nullptr) checkPages(view, mode);
-    for (qvToolkit::Finding const& finding : view.m_findings) {
-      requirePrintable(qvToolkit::formatFinding("input", finding));
-    }
   }
-  requireJson(qvToolkit::formatMigratedDocument(document, session, views, names, views.front().m_findings));
+  for (qvToolkit::Finding const& finding : findings) {
+    requirePrintable(qvToolkit::formatFinding("input", finding));
+  }
+  requireJson(qvToolkit::formatMigratedDocument(document, session, views, names, findings));
 }
 
 }  // namespace qvFuzz

@@ -35,7 +35,8 @@ struct Migrated {
   Migrated(Document const& document, std::string const& rasterFolder)
       : m_document(document),
         m_rasters(rasterFolder),
-        m_session(makeOptions()),
+        m_session(makeOptions(),
+                  [this](qvToolkit::Finding finding) { m_findings.push_back(std::move(finding)); }),
         m_views(m_session.migrate(document)) {}
 
   qvToolkit::MigrationOptions makeOptions() const {
@@ -45,18 +46,12 @@ struct Migrated {
   }
   std::string format() const {
     return qvToolkit::formatMigratedDocument(m_document, m_session, m_views,
-                                             std::vector<std::string>(m_views.size()), listFindings());
-  }
-  qvToolkit::Findings listFindings() const {
-    qvToolkit::Findings findings;
-    for (MigratedView const& view : m_views) {
-      findings.insert(findings.end(), view.m_findings.begin(), view.m_findings.end());
-    }
-    return findings;
+                                             std::vector<std::string>(m_views.size()), m_findings);
   }
 
   Document const& m_document;
   qvToolkit::RasterFolder m_rasters;
+  qvToolkit::Findings m_findings;
   MigrationSession m_session;
   std::vector<MigratedView> m_views;
 };

@@ -82,9 +82,17 @@ qvToolkit::Document makeDocument(qv::qvPointer<qvLegacy::qvAnnotationView> const
   return document;
 }
 
-qvToolkit::MigratedView migrate(qv::qvPointer<qvLegacy::qvAnnotationView> const& view,
-                                qvToolkit::MigrationOptions const& options) {
-  return std::move(qvToolkit::MigrationSession(options).migrate(makeDocument(view)).front());
+Migrated migrate(qvToolkit::Document const& document, qvToolkit::MigrationOptions const& options) {
+  Migrated migrated;
+  auto const tell = [&](qvToolkit::Finding finding) { migrated.m_findings.push_back(std::move(finding)); };
+  qvToolkit::MigrationSession session(options, tell);
+  static_cast<qvToolkit::MigratedView&>(migrated) = std::move(session.migrate(document).front());
+  return migrated;
+}
+
+Migrated migrate(qv::qvPointer<qvLegacy::qvAnnotationView> const& view,
+                 qvToolkit::MigrationOptions const& options) {
+  return migrate(makeDocument(view), options);
 }
 
 qvToolkit::Findings select(qvToolkit::Findings const& findings, qvToolkit::FindingCode code) {

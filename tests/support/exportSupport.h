@@ -46,9 +46,15 @@ XmlElement parsePage(qvToolkit::MigratedView const& view, qvToolkit::Findings* f
 qv::qvPointer<qvLegacy::qvAnnotationView> makeLegacyView();
 qv::qvPointer<qvLegacy::qvAnnotationText> makeLegacyText(std::string const& text);
 qvToolkit::Document makeDocument(qv::qvPointer<qvLegacy::qvAnnotationView> const& view);
+/// A migrated view, and what was told of it.
+struct Migrated : qvToolkit::MigratedView {
+  qvToolkit::Findings m_findings;
+};
+/// Migrates the first view of a document, and those behind it.
+Migrated migrate(qvToolkit::Document const& document, qvToolkit::MigrationOptions const& options = {});
 /// Migrates the view as the only one of a document.
-qvToolkit::MigratedView migrate(qv::qvPointer<qvLegacy::qvAnnotationView> const& view,
-                                qvToolkit::MigrationOptions const& options = {});
+Migrated migrate(qv::qvPointer<qvLegacy::qvAnnotationView> const& view,
+                 qvToolkit::MigrationOptions const& options = {});
 
 /// The findings of one code.
 qvToolkit::Findings select(qvToolkit::Findings const& findings, qvToolkit::FindingCode code);

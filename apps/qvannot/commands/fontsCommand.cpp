@@ -46,10 +46,12 @@ qvToolkit::MigrationOptions makeOptions(FontsCommand const& command) {
 std::string makeReport(FontsCommand const& command, std::string const& path, Reporter& reporter) {
   qvToolkit::Document const document = openInput(path, command.m_limits, reporter);
   reporter.reportOpened(document);
-  qvToolkit::MigrationSession session(makeOptions(command));
+  qvToolkit::Findings found;
+  auto const tell = [&found](qvToolkit::Finding finding) { found.push_back(std::move(finding)); };
+  qvToolkit::MigrationSession session(makeOptions(command), tell);
   std::vector<qvToolkit::MigratedView> const views = session.migrate(document);
   qvToolkit::FontReport const report = qvToolkit::reportFonts(views);
-  qvToolkit::Findings const findings = qvToolkit::selectFontFindings(views);
+  qvToolkit::Findings const findings = qvToolkit::selectFontFindings(found);
   reporter.report(document.m_path, findings);
   if (!command.m_asJson)
     return getFailure(document) == qvToolkit::ExitDone ? formatFontReport(document, report) : std::string();

@@ -142,31 +142,27 @@ struct InputNames {
 /// Writes the outputs of one document.
 class DocumentWriter {
  public:
-  DocumentWriter(MigrateCommand const& command, qvToolkit::MigrationSession const& session,
+  DocumentWriter(MigrateCommand const& command, std::string const& stem,
                  qvToolkit::FileIdentities const& inputs, std::uint64_t outputBudget)
       : m_command(command),
-        m_session(session),
+        m_stem(stem),
         m_outputs(command.m_outputFolder, command.m_force, getInterruption()),
         m_converter(getConversion(command), command.m_options.m_fonts) {
     m_outputs.limit(outputBudget, command.m_limits.get(qvToolkit::Limit::OutputFile));
     m_outputs.protect(inputs);
   }
 
-  [[nodiscard]] bool write(qvToolkit::Document const& document,
-                           std::vector<qvToolkit::MigratedView> const& views, std::string const& stem) {
-    std::vector<std::string> pages(views.size());
-    for (std::size_t i = 0; i < views.size(); ++i) {
-      append(m_findings, views[i].m_findings);
-      if (views[i].m_view == nullptr) continue;
-      pages[i] =
-          qvToolkit::getPageName(stem, views[i].m_index, getFormatText(m_command.m_conversion.m_format));
-      if (!m_outputs.open(pages[i]) || !writePage(views[i])) return fail();
-    }
-    if (!m_outputs.open(qvToolkit::getModelName(stem))) return fail();
+  void addFinding(qvToolkit::Finding finding) { m_findings.push_back(std::move(finding)); }
+  [[nodiscard]] bool addView(qvToolkit::MigratedView&& view) {
+    m_views.push_back(std::move(view));
+    return m_views.back().m_view == nullptr ? m_pages.emplace_back().empty() : writePage(m_views.back());
+  }
+  [[nodiscard]] bool finish(qvToolkit::Document const& document, qvToolkit::MigrationSession const& session) {
+    if (m_hasFailed || !m_outputs.open(qvToolkit::getModelName(m_stem))) return fail();
     Findings all = document.m_findings;
     append(all, m_findings);
     bool const isWritten =
-        writeMigratedDocument(m_outputs, document, m_session, views, pages, all, spellOption);
+        writeMigratedDocument(m_outputs, document, session, m_views, m_pages, all, spellOption);
     return (isWritten && m_outputs.commit()) || fail();
   }
 
@@ -176,10 +172,19 @@ class DocumentWriter {
 
  private:
   bool writePage(qvToolkit::MigratedView const& view) {
-    if (m_command.m_conversion.m_format == PageFormat::Svg) {
-      append(m_findings, writeSvgPage(view, m_outputs, m_command.m_textMode));
-      return true;
-    }
+    PageFormat const format = m_command.m_conversion.m_format;
+    std::string const& name =
+        m_pages.emplace_back(qvToolkit::getPageName(m_stem, view.m_index, getFormatText(format)));
+    m_hasFailed = !m_outputs.open(name) || !(format == PageFormat::Svg ? draw(view) : convert(view));
+    return !m_hasFailed;
+  }
+
+  bool draw(qvToolkit::MigratedView const& view) {
+    append(m_findings, writeSvgPage(view, m_outputs, m_command.m_textMode));
+    return true;
+  }
+
+  bool convert(qvToolkit::MigratedView const& view) {
     qvToolkit::TextSink page;
     append(m_findings, writeSvgPage(view, page, m_command.m_textMode));
     return m_converter.convert(page.m_text, m_outputs);
@@ -191,10 +196,13 @@ class DocumentWriter {
   }
 
   MigrateCommand const& m_command;
-  qvToolkit::MigrationSession const& m_session;
+  std::string const& m_stem;
   qvToolkit::OutputSet m_outputs;
   qvToolkit::PageConverter m_converter;
+  std::vector<qvToolkit::MigratedView> m_views;
+  std::vector<std::string> m_pages;  ///< names, one for each view; empty where it has none
   Findings m_findings;
+  bool m_hasFailed = false;
 };
 
 qvToolkit::MigrationOptions getOptions(MigrateCommand const& command,
@@ -223,10 +231,13 @@ void migrateFile(MigrateCommand const& command, std::size_t index, InputNames co
                  qvToolkit::RasterFolder const& rasters, Reporter& reporter) {
   qvToolkit::Document const document = openInput(command.m_files[index], command.m_limits, reporter);
   if (!reporter.reportOpened(document) || !checkViews(command, document, reporter)) return;
-  qvToolkit::MigrationSession session(getOptions(command, rasters));
-  std::vector<qvToolkit::MigratedView> const views = session.migrate(document);
-  DocumentWriter writer(command, session, inputs.m_files, reporter.getOutputBudget());
-  bool const isWritten = writer.write(document, views, inputs.m_stems[index]);
+  DocumentWriter writer(command, inputs.m_stems[index], inputs.m_files, reporter.getOutputBudget());
+  qvToolkit::MigrationSession session(getOptions(command, rasters), [&writer](qvToolkit::Finding finding) {
+    writer.addFinding(std::move(finding));
+  });
+  session.migrate(document,
+                  [&writer](qvToolkit::MigratedView&& view) { return writer.addView(std::move(view)); });
+  bool const isWritten = writer.finish(document, session);
   reporter.report(document.m_path, writer.getFindings());
   if (!isWritten) return;
   for (std::string const& path : writer.getPaths()) reporter.print(path + '\n');

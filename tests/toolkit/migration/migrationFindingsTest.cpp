@@ -27,7 +27,7 @@ View makeViewOf(qvAnnotationInterface* annotation) {
 }
 
 /// The only finding of the code.
-Finding getOnly(MigratedView const& view, FindingCode code) {
+Finding getOnly(Migrated const& view, FindingCode code) {
   Findings const found = select(view.m_findings, code);
   EXPECT_EQ(found.size(), 1U);
   return found.empty() ? Finding() : found.front();
@@ -52,12 +52,50 @@ TEST(MigrationSession, MigratesARepeatedViewObjectOnce) {
   View const view = makeViewOf(makeLegacyText("a").get());
   Document document = qvTest::makeDocument(view);
   document.m_views.resize(1000, document.m_views.front());
-  std::vector<MigratedView> const views = MigrationSession({}).migrate(document);
+  std::size_t told = 0;
+  MigrationSession session(
+      {}, [&told](Finding const& finding) { told += finding.m_address != "view/0/annot/0"; });
+  std::vector<MigratedView> const views = session.migrate(document);
+  EXPECT_EQ(told, 0U);
   ASSERT_EQ(views.size(), 1000U);
   EXPECT_NE(views[0].m_view, nullptr);
   EXPECT_EQ(views[999].m_view, nullptr);
   EXPECT_EQ(views[999].m_sameAs, 0U);
-  EXPECT_TRUE(views[999].m_findings.empty());
+}
+
+TEST(MigrationSession, TellsOfAViewBeforeItHandsItOver) {
+  Text const text = makeLegacyText("a");
+  text->m_name = "bad \x01";
+  Document document = qvTest::makeDocument(makeViewOf(text.get()));
+  document.m_views.push_back(qvTest::makeDocument(nullptr).m_views.front());
+  std::vector<std::string> events;
+  MigrationSession session({}, [&](Finding const& finding) { events.push_back(finding.m_address); });
+  session.migrate(document, [&](MigratedView const& view) {
+    events.push_back("view " + std::to_string(view.m_index));
+    return true;
+  });
+  std::erase(events, "view/0/annot/0");
+  EXPECT_EQ(events, (std::vector<std::string>{"view 0", "view/1", "view 1"}));
+}
+
+TEST(MigrationSession, HoldsOneViewAtATime) {
+  Document document = qvTest::makeDocument(makeViewOf(makeLegacyText("a").get()));
+  document.m_views.push_back(qvTest::makeDocument(makeViewOf(makeLegacyText("b").get())).m_views.front());
+  std::weak_ptr<qv::svg::Node> last;
+  MigrationSession({}).migrate(document, [&](MigratedView const& view) {
+    EXPECT_TRUE(last.expired());
+    last = view.m_view->m_annotations.front()->m_svgRoot;
+    return true;
+  });
+  EXPECT_TRUE(last.expired());
+}
+
+TEST(MigrationSession, EndsWhenNoMoreIsWanted) {
+  Document document = qvTest::makeDocument(makeViewOf(makeLegacyText("a").get()));
+  document.m_views.resize(5, document.m_views.front());
+  std::size_t taken = 0;
+  MigrationSession({}).migrate(document, [&](MigratedView const&) { return ++taken < 3; });
+  EXPECT_EQ(taken, 3U);
 }
 
 TEST(MigrationSession, MarksEachAnnotationWithItsAddress) {
@@ -68,7 +106,7 @@ TEST(MigrationSession, MarksEachAnnotationWithItsAddress) {
   addChild(*parent, child.get(), 1);
   View const view = makeLegacyView();
   view->m_annotations = {nullptr, parent.get()};
-  MigratedView const migrated = migrate(view);
+  Migrated const migrated = migrate(view);
   ASSERT_EQ(migrated.m_marks.size(), 2U);
   auto const& root = migrated.m_view->m_annotations.at(0)->m_svgRoot;
   EXPECT_EQ(migrated.m_marks.at(root.get()).m_address, "view/0/annot/1");
@@ -90,7 +128,7 @@ Text makeDeepText(std::size_t depth) {
 
 TEST(MigrationSession, MigratesUpTo200LevelsOfSubAnnotations) {
   EXPECT_NE(migrate(makeViewOf(makeDeepText(200).get())).m_view, nullptr);
-  MigratedView const view = migrate(makeViewOf(makeDeepText(201).get()));
+  Migrated const view = migrate(makeViewOf(makeDeepText(201).get()));
   EXPECT_EQ(view.m_view, nullptr);
   Finding const finding = getOnly(view, FindingCode::LimitDepth);
   EXPECT_EQ(finding.m_text,
@@ -128,7 +166,7 @@ TEST(MigrationFindings, RepeatTheMigrationsRecordsExactly) {
 TEST(MigrationFindings, TellOfAViewThatTheReaderRefused) {
   Document document = qvTest::makeDocument(nullptr);
   document.m_views[0].m_messages = {"missing 'annotations' field"};
-  MigratedView const view = std::move(MigrationSession({}).migrate(document).front());
+  Migrated const view = migrate(document);
   EXPECT_EQ(getOnly(view, FindingCode::ViewNotMigrated).m_text,
             "view 'gone' is not migrated: the reader refused it: missing 'annotations' field");
 }
@@ -156,7 +194,7 @@ TEST(MigrationFindings, CountBlankLinesThatAreLeftOut) {
 }
 
 TEST(MigrationFindings, KeepQuietAboutATextThatIsOneBlankLine) {
-  MigratedView const view = migrate(makeViewOf(makeLegacyText("   ").get()));
+  Migrated const view = migrate(makeViewOf(makeLegacyText("   ").get()));
   EXPECT_TRUE(select(view.m_findings, FindingCode::BlankLineSkipped).empty());
 }
 
@@ -164,7 +202,7 @@ TEST(MigrationFindings, NameShapesThatAreDrawnAsRectangles) {
   for (int shape = 0; shape < 15; ++shape) {
     Text const text = makeLegacyText("a");
     text->m_style = static_cast<std::uint8_t>(0xE0 | shape);
-    MigratedView const view = migrate(makeViewOf(text.get()));
+    Migrated const view = migrate(makeViewOf(text.get()));
     bool const hasOwnGeometry = shape <= 2 || (shape >= 5 && shape <= 8);
     EXPECT_EQ(select(view.m_findings, FindingCode::ShapeAsRectangle).size(), hasOwnGeometry ? 0U : 1U)
         << shape;
@@ -177,7 +215,7 @@ TEST(MigrationFindings, NameShapesThatAreDrawnAsRectangles) {
 TEST(MigrationFindings, NameUnknownHeadsOnce) {
   Text const text = makeLegacyText("a");
   for (int i = 0; i < 3; ++i) text->m_leaders.emplace_back(Wm4::Vector3<float>(9, 9, 0)).m_head = 200;
-  MigratedView const view = migrate(makeViewOf(text.get()));
+  Migrated const view = migrate(makeViewOf(text.get()));
   EXPECT_EQ(getOnly(view, FindingCode::LeaderHeadUnknown).m_text, "leader head 200 is unknown and not drawn");
   EXPECT_EQ(view.m_log.size(), 3U);
   EXPECT_EQ(getOnly(view, FindingCode::MigrationMessage).m_severity, Severity::Warning);
@@ -189,7 +227,7 @@ TEST(MigrationFindings, NameDirectedHeadsWithoutDirection) {
     text->m_position = {3, 4, 5};
     text->m_leaders.emplace_back(Wm4::Vector3<float>(3, 4, 99)).m_head = head;
     bool const isDirected = head == 1 || head == 3 || head == 6;
-    MigratedView const view = migrate(makeViewOf(text.get()));
+    Migrated const view = migrate(makeViewOf(text.get()));
     EXPECT_EQ(select(view.m_findings, FindingCode::LeaderHeadCollapsed).size(), isDirected ? 1U : 0U)
         << static_cast<int>(head);
   }
@@ -198,7 +236,7 @@ TEST(MigrationFindings, NameDirectedHeadsWithoutDirection) {
 TEST(MigrationFindings, CountALeaderOfEndlessLengthAsOneWithoutDirection) {
   Text const text = makeLegacyText("a");
   text->m_leaders.emplace_back(Wm4::Vector3<float>(1e30F, 4, 0)).m_head = qvAnnotationInterface::ArrowHead;
-  MigratedView const view = migrate(makeViewOf(text.get()));
+  Migrated const view = migrate(makeViewOf(text.get()));
   EXPECT_EQ(getOnly(view, FindingCode::LeaderHeadCollapsed).m_address, "view/0/annot/0");
 }
 
@@ -238,7 +276,7 @@ TEST(MigrationFindings, TellOfMeasureLeadersOfASubAnnotationThatFail) {
   child->m_measures[0].m_pointB = {10, 0, 0};
   child->m_measures[1].m_offset = {0, 0, 5};
   addChild(*parent, child.get(), 1);
-  MigratedView const view = migrate(makeViewOf(parent.get()));
+  Migrated const view = migrate(makeViewOf(parent.get()));
   EXPECT_NE(view.m_view, nullptr);
   Finding const finding = getOnly(view, FindingCode::LeaderLost);
   EXPECT_EQ(finding.m_address, "view/0/annot/0/sub/0");
@@ -263,7 +301,7 @@ TEST(MigrationFindings, NameArrowDirectionsThatDoNotExist) {
 
 TEST(MigrationFindings, NameFontsThatStandInOnce) {
   Text const text = makeLegacyText("a b\nc");
-  MigratedView const view = migrate(makeViewOf(text.get()));
+  Migrated const view = migrate(makeViewOf(text.get()));
   EXPECT_LE(select(view.m_findings, FindingCode::FontMetricCompatible).size(), 1U);
   text->m_defaultTextProperties.m_fontName = "No Such Font At All";
   Finding const finding = getOnly(migrate(makeViewOf(text.get())), FindingCode::FontSubstituted);
@@ -274,7 +312,7 @@ TEST(MigrationFindings, NameFontsThatStandInOnce) {
 }
 
 TEST(MigrationFindings, NameTheCharacterThatNoFontHas) {
-  MigratedView const view = migrate(makeViewOf(makeLegacyText("a\U000F1234\U000F1234").get()));
+  Migrated const view = migrate(makeViewOf(makeLegacyText("a\U000F1234\U000F1234").get()));
   Finding const finding = getOnly(view, FindingCode::GlyphMissing);
   EXPECT_EQ(finding.m_severity, Severity::Error);
   EXPECT_NE(finding.m_text.find("U+F1234"), std::string::npos);
@@ -298,7 +336,7 @@ qv::qvPointer<qvAnnotationRaster> makeRaster(std::string const& name) {
 }
 
 TEST(MigrationFindings, TellOfAnImageThatIsNotAvailable) {
-  MigratedView const view = migrate(makeViewOf(makeRaster("logo").get()));
+  Migrated const view = migrate(makeViewOf(makeRaster("logo").get()));
   EXPECT_EQ(view.m_view, nullptr);
   Finding const finding = getOnly(view, FindingCode::RasterUnavailable);
   EXPECT_EQ(finding.m_options, std::vector{OptionKey::Rasters});
@@ -314,7 +352,7 @@ TEST(MigrationSession, HoldsAnImageOnceHoweverOftenItIsShown) {
   };
   View const view = makeLegacyView();
   for (int i = 0; i < 100; ++i) view->m_annotations.push_back(makeRaster(i % 2 == 0 ? "a" : "b").get());
-  MigratedView const migrated = migrate(view, options);
+  Migrated const migrated = migrate(view, options);
   ASSERT_EQ(migrated.m_images.size(), 2U);
   qv::svg::Image item;
   item.m_data = "b";
@@ -338,7 +376,7 @@ TEST(MigrationFindings, TellOfAnImageOfAnUnknownFormat) {
   options.m_rasters = [&rasters](std::string const& name) { return rasters.find(name); };
   View const view = makeLegacyView();
   view->m_annotations = {makeRaster("good").get(), makeRaster("logo").get()};
-  MigratedView const migrated = migrate(view, options);
+  Migrated const migrated = migrate(view, options);
   EXPECT_NE(migrated.m_view, nullptr);
   EXPECT_EQ(getOnly(migrated, FindingCode::RasterUnreadable).m_address, "view/0/annot/1");
   EXPECT_EQ(getOnly(migrated, FindingCode::RasterUnreadable).m_severity, Severity::Error);
@@ -353,7 +391,7 @@ Findings findSizeProblems(Wm4::Vector2<float> const& size) {
   options.m_rasters = [&rasters](std::string const& name) { return rasters.find(name); };
   auto const raster = makeRaster("logo");
   raster->m_size = size;
-  MigratedView const view = migrate(makeViewOf(raster.get()), options);
+  Migrated const view = migrate(makeViewOf(raster.get()), options);
   EXPECT_NE(view.m_view, nullptr);
   return select(view.m_findings, FindingCode::RasterSize);
 }
@@ -389,7 +427,7 @@ TEST(MigrationFindings, TellOfAPlaneThatIsNotFinite) {
     for (Vector const& bad : {Vector(Infinity, 0, 0), Vector(0, NaN, 0), Vector(0, 0, -Infinity)}) {
       View const view = makeViewOf(makeLegacyText("a").get());
       (*view).*part = bad;
-      MigratedView const migrated = migrate(view);
+      Migrated const migrated = migrate(view);
       EXPECT_NE(migrated.m_view, nullptr);
       Finding const finding = getOnly(migrated, FindingCode::NumberNotFinite);
       EXPECT_EQ(finding.m_severity, Severity::Error);

@@ -59,7 +59,7 @@ View makeViewOf(std::vector<Text> const& annotations) {
 
 /// Why the view is not migrated.
 std::string getReason(View const& view, MigrationOptions const& options = {}) {
-  MigratedView const migrated = qvTest::migrate(view, options);
+  qvTest::Migrated const migrated = qvTest::migrate(view, options);
   EXPECT_EQ(migrated.m_view, nullptr);
   Findings const found = select(migrated.m_findings, FindingCode::ViewNotMigrated);
   if (found.size() != 1U) return {};

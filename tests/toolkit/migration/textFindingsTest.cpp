@@ -23,7 +23,7 @@ Text makeLine(std::vector<std::string> const& runs) {
 Findings find(Text const& text, FindingCode code) {
   auto const view = qvTest::makeLegacyView();
   view->m_annotations.push_back(text.get());
-  MigratedView const migrated = qvTest::migrate(view);
+  qvTest::Migrated const migrated = qvTest::migrate(view);
   EXPECT_NE(migrated.m_view, nullptr);
   return select(migrated.m_findings, code);
 }

@@ -142,9 +142,10 @@ TEST(MigratedJson, SaysWhyAViewIsNotMigrated) {
   auto const legacy = qvTest::makeLegacyView();
   legacy->m_metadata["k"] = 1;
   Document const document = qvTest::makeDocument(legacy);
-  MigrationSession session({});
+  Findings findings;
+  MigrationSession session({}, [&findings](Finding finding) { findings.push_back(std::move(finding)); });
   std::vector<MigratedView> const views = session.migrate(document);
-  std::string const text = formatMigratedDocument(document, session, views, {""}, views[0].m_findings,
+  std::string const text = formatMigratedDocument(document, session, views, {""}, findings,
                                                   [](OptionKey) -> std::string_view { return "--drop"; });
   expectHolds(text, "\"format\": \"qvannot.migrated\"");
   expectHolds(text, "\"version\": \"6.27\"");

@@ -122,24 +122,33 @@ void addLosses(qvLegacy::qvAnnotationView const& legacy, MigratedView& view, Fin
   }
 }
 
+MigratedView repeatView(LoadedView const& loaded, std::size_t index, std::size_t first) {
+  MigratedView view;
+  view.m_index = index;
+  view.m_name = loaded.m_name;
+  view.m_sameAs = first;
+  return view;
+}
+
 }  // namespace
 
-std::vector<MigratedView> MigrationSession::migrate(Document const& document) {
-  std::vector<MigratedView> views;
+void MigrationSession::migrate(Document const& document, ViewTaker const& take) {
   DocumentRasters rasters(m_options.m_rasters);
   std::map<qvLegacy::qvAnnotationView const*, std::size_t> known;
   for (std::size_t i = 0; i < document.m_views.size(); ++i) {
     LoadedView const& loaded = document.m_views[i];
     auto const [first, isNew] = known.emplace(loaded.m_view.get(), i);
-    if (loaded.m_view == nullptr || isNew) {
-      views.push_back(migrateView(loaded, i, rasters));
-      continue;
-    }
-    MigratedView& repeated = views.emplace_back();
-    repeated.m_index = i;
-    repeated.m_name = loaded.m_name;
-    repeated.m_sameAs = first->second;
+    bool const isRepeated = loaded.m_view != nullptr && !isNew;
+    if (!take(isRepeated ? repeatView(loaded, i, first->second) : migrateView(loaded, i, rasters))) return;
   }
+}
+
+std::vector<MigratedView> MigrationSession::migrate(Document const& document) {
+  std::vector<MigratedView> views;
+  migrate(document, [&views](MigratedView&& view) {
+    views.push_back(std::move(view));
+    return true;
+  });
   return views;
 }
 
@@ -158,7 +167,9 @@ MigratedView MigrationSession::migrateView(LoadedView const& loaded, std::size_t
   } else {
     migrateModel(loaded.m_view, view, rasters, findings);
   }
-  view.m_findings = findings.takeFindings();
+  if (m_tell) {
+    for (Finding& finding : findings.takeFindings()) m_tell(std::move(finding));
+  }
   return view;
 }
 

@@ -140,11 +140,9 @@ std::vector<std::string> listPackages(FontReport const& report) {
   return {packages.begin(), packages.end()};
 }
 
-Findings selectFontFindings(std::vector<MigratedView> const& views) {
+Findings selectFontFindings(Findings const& findings) {
   Findings selected;
-  for (MigratedView const& view : views) {
-    std::ranges::copy_if(view.m_findings, std::back_inserter(selected), isAboutFonts, &Finding::m_code);
-  }
+  std::ranges::copy_if(findings, std::back_inserter(selected), isAboutFonts, &Finding::m_code);
   return selected;
 }
 

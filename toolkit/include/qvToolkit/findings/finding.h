@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -37,6 +38,8 @@ struct Finding {
 
 /// In the order met, unless said otherwise.
 using Findings = std::vector<Finding>;
+/// Takes findings one by one, in the order met; what it throws ends the work and propagates.
+using FindingSink = std::function<void(Finding)>;
 
 /// A finding with the severity and the option of its row. The text says what was found, what was expected and
 /// what to do; it spells no option.

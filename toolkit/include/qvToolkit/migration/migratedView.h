@@ -12,7 +12,6 @@
 #include "qvSvg/image.h"
 #include "qvSvg/node.h"
 #include "qvToolkit/export.h"
-#include "qvToolkit/findings/finding.h"
 #include "qvToolkit/images/image.h"
 
 namespace qvToolkit {
@@ -45,7 +44,6 @@ struct MigratedView {
   /// then.
   std::optional<std::size_t> m_sameAs;
   std::vector<std::string> m_log;  ///< texts of the migration's log records, in order
-  Findings m_findings;             ///< why it was not migrated, or what was changed or lost on the way
   AnnotationMarks m_marks;         ///< empty when the view was not migrated
   MigratedImages m_images;         ///< likewise
 };

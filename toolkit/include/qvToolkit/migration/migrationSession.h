@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <utility>
 #include <vector>
 
 #include "annotationLegacy/qvAnnotationMigration.h"
 #include "annotationLegacy/qvAnnotationView.h"
 #include "qvToolkit/export.h"
+#include "qvToolkit/findings/finding.h"
 #include "qvToolkit/images/rasterSource.h"
 #include "qvToolkit/migration/fontSettings.h"
 #include "qvToolkit/migration/migratedView.h"
@@ -27,31 +29,43 @@ struct MigrationOptions {
   FontOptions m_fonts;                 ///< to be applied to the process before; kept for the record
 };
 
+/// Takes the next migrated view, which it may keep; false ends the migration. What it throws propagates.
+using ViewTaker = std::function<bool(MigratedView&& view)>;
+
 class DocumentRasters;
 class FindingList;
 
 /// Migrates the views of one document.
 /// @code
 /// Document const document = openDocument("image_sheet.json");
-/// MigrationOptions options;
 /// RasterFolder const rasters("rasters");
+/// MigrationOptions options;
 /// options.m_rasters = [&rasters](std::string const& name) { return rasters.find(name); };
-/// MigrationSession session(options);
-/// for (MigratedView const& view : session.migrate(document))
-///   for (Finding const& finding : view.m_findings)
-///     std::cerr << formatFinding(document.m_path, finding) << '\n';
+/// MigrationSession migration(options, [&document](Finding const& finding) {
+///   std::cerr << formatFinding(document.m_path, finding) << '\n';
+/// });
+/// migration.migrate(document, [](MigratedView const& view) {
+///   std::cout << view.m_name << ": " << view.m_images.size() << " images\n";
+///   return true;
+/// });
 /// @endcode
-/// For the time of a migration it stands in for the process log, so that no record goes elsewhere; so one
-/// session migrates at a time. The library must be initialised for as long as the session and what it
-/// returned live.
+/// While it migrates a view it stands in for the process log, so that no record goes elsewhere; so one
+/// migration runs at a time. The library must be initialised for as long as its views live.
 class QVT_EXPORT MigrationSession {
  public:
-  explicit MigrationSession(MigrationOptions options) : m_options(std::move(options)) {}
+  /// `tell` takes what is to be said of each view, with the address of the view or annotation that it is
+  /// about: why it was not migrated, or what was changed or lost on the way. It may be empty.
+  explicit MigrationSession(MigrationOptions options, FindingSink tell = {})
+      : m_options(std::move(options)), m_tell(std::move(tell)) {}
 
-  /// One result for each view of the document, in order, also for those that the reader refused. A view
-  /// object that stands in the document more than once is migrated once. Throws `std::bad_alloc` and what the
-  /// source of images throws, nothing else. The document is not changed. Time and memory grow with
-  /// annotations and texts; the first text looks for fonts.
+  /// Hands over one result for each view of the document, in order, also for those that the reader refused;
+  /// its findings are told before. One view at a time is in memory, unless `take` keeps them. A view object
+  /// that stands in the document more than once is migrated once.
+  ///
+  /// Throws `std::bad_alloc` and what `take`, `tell` and the source of images throw, nothing else. The
+  /// document is not changed. Time grows with annotations and texts; the first text looks for fonts.
+  void migrate(Document const& document, ViewTaker const& take);
+  /// All of them at once, in memory together.
   std::vector<MigratedView> migrate(Document const& document);
 
   MigrationOptions const& getOptions() const noexcept { return m_options; }  ///< as they were given
@@ -62,6 +76,7 @@ class QVT_EXPORT MigrationSession {
                     DocumentRasters& rasters, FindingList& findings);
 
   MigrationOptions m_options;
+  FindingSink m_tell;
 };
 
 }  // namespace qvToolkit

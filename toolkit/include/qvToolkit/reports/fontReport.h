@@ -54,8 +54,8 @@ QVT_EXPORT FontReport reportFonts(std::vector<MigratedView> const& views);
 /// The Debian packages to install, sorted.
 QVT_EXPORT std::vector<std::string> listPackages(FontReport const& report);
 
-/// Of all findings those that tell about fonts and characters, or why a view has no text here.
-QVT_EXPORT Findings selectFontFindings(std::vector<MigratedView> const& views);
+/// Of the findings of views those that tell about fonts and characters, or why a view has no text here.
+QVT_EXPORT Findings selectFontFindings(Findings const& findings);
 
 /// The report of one document as text for people, safe for a terminal; "PATH: not read" when it could not be
 /// opened.
