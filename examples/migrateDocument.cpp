@@ -19,12 +19,8 @@
 using namespace qvToolkit;
 
 /// A page goes where the host wants it; here into a file.
-class FileSink : public OutputSink {
- public:
-  explicit FileSink(std::string const& path) : m_file(path, std::ios::binary) {}
+struct FileSink : OutputSink {
   bool write(std::string_view bytes) override { return !!(m_file << bytes); }
-
- private:
   std::ofstream m_file;
 };
 
@@ -55,7 +51,8 @@ int main(int argc, char** argv) {
     show(argv[1], view.m_findings);
     if (view.m_view == nullptr) continue;  // the findings say why
     std::string const name = std::to_string(view.m_index) + ".svg";
-    FileSink page(std::string(argv[3]) + "/" + name);
+    FileSink page;
+    page.m_file.open(std::string(argv[3]) + "/" + name, std::ios::binary);
     show(argv[1], writeSvgPage(view, page));
     std::cout << (page.write("") ? "written: " : "not written: ") << name << '\n';
   }

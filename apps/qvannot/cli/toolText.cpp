@@ -1,6 +1,7 @@
 #include "qvannot/cli/toolText.h"
 
 #include "annotationLegacy/version.h"
+#include "qvannot/cli/buildText.h"
 #include "qvannot/optionNames.h"
 
 namespace qvannot {
@@ -28,7 +29,7 @@ std::vector<std::string_view> listNames(CommandRows commands) {
 
 std::string formatVersion() {
   return std::string(ToolName) + ' ' + qvAnnotationLegacy::Version::GetDescStringMajorMinorRelease(false) +
-         '\n';
+         '\n' + formatBuild();
 }
 
 }  // namespace qvannot
