@@ -55,7 +55,7 @@ struct FontIdentity {
 /// Outcome outcome;
 /// outcome.m_source = document.m_source;
 /// outcome.m_findings = document.m_findings;
-/// outcome.m_conclusion = conclude(document.m_failure, outcome.m_findings, Severity::Error);
+/// outcome.m_conclusion = conclude(getFailure(document), outcome.m_findings, Severity::Error);
 /// assert(getConclusionText(outcome.m_conclusion) == "done");
 /// @endcode
 struct Outcome {
