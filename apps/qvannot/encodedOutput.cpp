@@ -18,13 +18,17 @@ std::string readFileName(std::string const& path, std::string& name) {
   return path.empty() || path.ends_with('/') ? "'" + path + "' names no file" : std::string();
 }
 
+std::string formatVersion(std::uint32_t packed) {
+  return qv::qvStreamVersion(packed).toString();
+}
+
 /// Spelled as versions are, so that nobody takes 6.022 for an older one.
 std::string readStreamVersion(std::string const& text, std::uint32_t& packed) {
   qv::qvStreamVersion const version(text);
-  constexpr NumberRange<std::uint32_t> Writable{qvToolkit::OldestWritableVersion,
-                                                qvToolkit::NewestWritableVersion};
-  if (!Writable.holds(version.GetPacked()) || version.toString() != text)
-    return refuseNumber(text, "version", "6.13", "6.27");
+  NumberRange<std::uint32_t> const writable{qvToolkit::getOldestWritableVersion(),
+                                            qvToolkit::getNewestWritableVersion()};
+  if (!writable.holds(version.GetPacked()) || version.toString() != text)
+    return refuseNumber(text, "version", formatVersion(writable.m_least), formatVersion(writable.m_most));
   packed = version.GetPacked();
   return {};
 }
@@ -58,7 +62,9 @@ Options makeEncodedOutputOptions(EncodedOutput& settings) {
 Option makeStreamVersionOption(qvToolkit::EncodingOptions& options) {
   return {.m_names = option::StreamVersion,
           .m_value = {.m_word = "X.Y"},
-          .m_help = "Version of the object stream, from 6.13 to 6.27",
+          .m_help = "Version of the object stream, from " +
+                    formatVersion(qvToolkit::getOldestWritableVersion()) + " to " +
+                    formatVersion(qvToolkit::getNewestWritableVersion()),
           .m_read = [&options](auto const& words) { return readStreamVersion(words[0], options.m_version); }};
 }
 

@@ -59,8 +59,8 @@ void addExample(SeedWriter const& seeds, fs::path const& path) {
   bool const isJson = path.extension() == ".json";
   seeds.add(isJson ? "variantView" : "objectStream", name, content);
   qvToolkit::Document const document = qvToolkit::readDocument(content, name);
-  for (std::uint32_t version = qvToolkit::OldestWritableVersion; version <= qvToolkit::NewestWritableVersion;
-       ++version) {
+  for (std::uint32_t version = qvToolkit::getOldestWritableVersion();
+       version <= qvToolkit::getNewestWritableVersion(); ++version) {
     std::string const bytes = qvToolkit::encodeDocument(document, {version, false}).m_bytes;
     std::string const place = name + "_" + std::to_string(version & 0xFFU);
     if (isJson) seeds.add("objectStream", place, bytes);

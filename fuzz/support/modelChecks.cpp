@@ -53,8 +53,8 @@ bool isChangedByCopying(qvAnnotationView const& view) {
 }
 
 bool isWritable(qvToolkit::Document const& document, std::uint32_t version) {
-  return version >= qvToolkit::OldestWritableVersion && version <= qvToolkit::NewestWritableVersion &&
-         !qvToolkit::checkTrees(document, {}).has_value();
+  return version >= qvToolkit::getOldestWritableVersion() &&
+         version <= qvToolkit::getNewestWritableVersion() && !qvToolkit::checkTrees(document, {}).has_value();
 }
 
 std::string describeFirst(qvToolkit::Findings const& findings) {

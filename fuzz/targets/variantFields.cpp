@@ -87,7 +87,7 @@ void runTarget(InputCursor& input) {
           "equal maps give equal answers");
   requireNone(qvStreamTest::findDifference(*again.m_view, *loaded.m_view), "equal maps give equal objects");
   requireEqualCopies(*loaded.m_view);
-  requireRoundTrip(makeDocument(loaded.m_view), qvToolkit::NewestWritableVersion, false);
+  requireRoundTrip(makeDocument(loaded.m_view), qvToolkit::getNewestWritableVersion(), false);
 }
 
 }  // namespace qvFuzz

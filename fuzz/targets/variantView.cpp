@@ -21,7 +21,7 @@ void runTarget(InputCursor& input) {
     if (loaded.m_view == nullptr) return;
     requireEqualCopies(*loaded.m_view);
   }
-  requireRoundTrip(document, qvToolkit::NewestWritableVersion, false);
+  requireRoundTrip(document, qvToolkit::getNewestWritableVersion(), false);
 }
 
 }  // namespace qvFuzz

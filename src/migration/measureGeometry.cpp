@@ -1,7 +1,5 @@
 #include "migration/measureGeometry.h"
 
-#include <array>
-
 #include "migration/planeVector.h"
 
 namespace qvLegacy::migration {
@@ -10,22 +8,8 @@ namespace {
 
 using Point = Wm4::Vector2<float>;
 
-/// Which way the barbs lie from the feet, along the dimension line's direction: 1 with it, -1 against it.
-struct BarbSigns {
-  float atA;
-  float atB;
-};
-
-/// In the order of `MeasureArrowDirection`. KEEP: "none" has arrows, too.
-constexpr std::array<BarbSigns, 4> barbSigns{{{-1.0F, 1.0F}, {1.0F, -1.0F}, {-1.0F, -1.0F}, {1.0F, 1.0F}}};
-constexpr BarbSigns otherBarbSigns{1.0F, 1.0F};
-
 /// Tangent of the 15 degrees between a barb and the dimension line.
 constexpr float barbSlope = 0.2679F;
-
-BarbSigns signsOf(std::uint8_t arrowDirection) {
-  return arrowDirection < barbSigns.size() ? barbSigns[arrowDirection] : otherBarbSigns;
-}
 
 /// Turned by a right angle, counter-clockwise where y is up.
 Point leftOf(Point const& v) {
@@ -99,12 +83,11 @@ std::optional<std::vector<Segment>> measureSegments(Measure const& measure) {
   auto const feet = findFeet(measure, across);
   if (!feet) return std::nullopt;
   Point const along = leftOf(across);
-  BarbSigns const signs = signsOf(measure.arrowDirection);
   std::vector<Segment> segments;
   segments.reserve(8);
   appendDimensionLine(measure, *feet, segments);
-  appendArrow(measure, feet->atA, signs.atA * along, across, segments);
-  appendArrow(measure, feet->atB, signs.atB * along, across, segments);
+  appendArrow(measure, feet->atA, measure.arrows.atA * along, across, segments);
+  appendArrow(measure, feet->atB, measure.arrows.atB * along, across, segments);
   appendExtensionLine(measure, measure.pointA, feet->atA, segments);
   appendExtensionLine(measure, measure.pointB, feet->atB, segments);
   return segments;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "ports/geometry.h"
+#include "rules/arrows.h"
 
 namespace qvLegacy::migration {
 
@@ -16,12 +17,12 @@ struct Segment {
 
 /// What a dimension drawing depends on, in view-plane coordinates.
 struct Measure {
-  Wm4::Vector3<float> pointA;   ///< first measured point
-  Wm4::Vector3<float> pointB;   ///< second measured point
-  Wm4::Vector3<float> offset;   ///< from the measured points to the dimension line
-  std::uint8_t arrowDirection;  ///< `MeasureArrowDirection`, or any other value
-  Wm4::Vector3<float> origin;   ///< a point of the dimension line
-  float headSize;               ///< length of the barbs' projection on the dimension line
+  Wm4::Vector3<float> pointA;  ///< first measured point
+  Wm4::Vector3<float> pointB;  ///< second measured point
+  Wm4::Vector3<float> offset;  ///< from the measured points to the dimension line
+  rules::ArrowRule arrows;     ///< at the feet
+  Wm4::Vector3<float> origin;  ///< a point of the dimension line
+  float headSize;              ///< length of the barbs' projection on the dimension line
 };
 
 /// The direction of the extension lines: the offset's, else across the measured distance, else (-0, 0).

@@ -1,10 +1,12 @@
 #include "annotationLegacy/qvAnnotationInterface.h"
 
 #include <cmath>
+#include <tuple>
 
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
 #include "model/keepAlive.h"
+#include "rules/fields.h"
 
 namespace qvLegacy {
 
@@ -42,12 +44,8 @@ qvAnnotationInterface::qvAnnotationInterface(qvAnnotationInterface const& other)
 qvAnnotationInterface& qvAnnotationInterface::operator=(qvAnnotationInterface const& other) {
   if (this == &other) return *this;
   auto const source = keepAlive(other, *this);
-  m_name = other.m_name;
-  m_leaders = other.m_leaders;
-  m_measures = other.m_measures;
-  m_position = other.m_position;
-  m_color = other.m_color;
-  m_style = other.m_style;
+  auto const copy = [&](auto const&... member) { ((this->*member.member = other.*member.member), ...); };
+  std::apply(copy, rules::members::head<qvAnnotationInterface>);
   // KEEP: m_type is not copied, a text that is assigned a raster stays a text.
   m_metadata = other.m_metadata;
   removeSubAnnots();

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <tuple>
 
 #include "rules/gates.h"
 #include "rules/messages.h"
@@ -51,6 +52,8 @@ struct Field {
   /// Of the reader about a value of another form, where an absent one is none.
   Message const* message = nullptr;
   std::string_view absent{};  ///< what is taken for a value of another form, where it is not neutral
+  std::string_view noun{};    ///< one value of it in a sentence, where an older stream leaves values out
+  bool isMissed = false;      ///< where an older variant map has the key, which its readers do not look at
 
   /// Whether a variant map of the packed `version` has the field.
   constexpr bool isInVariants(std::uint32_t version) const noexcept {
@@ -239,7 +242,8 @@ inline constexpr Field head{.name = "head",
                             .form = Form::Named,
                             .inStreams = Since::heads,
                             .inVariants = Since::heads,
-                            .names = &leaderHeads};
+                            .names = &leaderHeads,
+                            .noun = "leader head"};
 
 inline constexpr std::array fields{&position, &head};
 }  // namespace leader
@@ -253,7 +257,9 @@ inline constexpr Field arrowDirection{.name = "arrowDirection",
                                       .form = Form::Named,
                                       .inStreams = Since::arrowDirections,
                                       .inVariants = Since::arrowDirections,
-                                      .names = &arrowDirections};
+                                      .names = &arrowDirections,
+                                      .noun = "arrow direction",
+                                      .isMissed = true};
 
 inline constexpr std::array fields{&pointA, &pointB, &offset, &arrowDirection};
 }  // namespace measure
@@ -301,5 +307,60 @@ inline constexpr Record const& runs = all[4];
 inline constexpr Record const& leaders = all[5];
 inline constexpr Record const& measures = all[6];
 }  // namespace records
+
+/// Where a model keeps the fields of the records, in the order of the stream. Told for every model whose
+/// members have these names, so that the rules know none.
+namespace members {
+/// A field and the member that holds it.
+template <class Record, class Value>
+struct Member {
+  Field const& field;
+  Value Record::*member;
+};
+
+template <class Leader>
+inline constexpr std::tuple leader{
+    Member{rules::leader::position, &Leader::m_position},
+    Member{rules::leader::head, &Leader::m_head},
+};
+
+template <class Measure>
+inline constexpr std::tuple measure{
+    Member{rules::measure::pointA, &Measure::m_pointA},
+    Member{rules::measure::pointB, &Measure::m_pointB},
+    Member{rules::measure::offset, &Measure::m_offset},
+    Member{rules::measure::arrowDirection, &Measure::m_arrowDir},
+};
+
+/// What stands in front of an annotation's children.
+template <class Annotation>
+inline constexpr std::tuple head{
+    Member{annotation::name, &Annotation::m_name},
+    Member{annotation::leaders, &Annotation::m_leaders},
+    Member{annotation::measures, &Annotation::m_measures},
+    Member{annotation::position, &Annotation::m_position},
+    Member{annotation::color, &Annotation::m_color},
+    Member{annotation::style, &Annotation::m_style},
+};
+
+template <class Properties>
+inline constexpr std::tuple properties{
+    Member{rules::properties::font, &Properties::m_fontName},
+    Member{rules::properties::height, &Properties::m_height},
+    Member{rules::properties::styleFlags, &Properties::m_styleFlags},
+};
+
+template <class Text>
+inline constexpr std::tuple text{
+    Member{rules::text::defaultProperties, &Text::m_defaultTextProperties},
+    Member{rules::text::lines, &Text::m_lines},
+};
+
+template <class Raster>
+inline constexpr std::tuple raster{
+    Member{rules::raster::name, &Raster::m_rasterName},
+    Member{rules::raster::size, &Raster::m_size},
+};
+}  // namespace members
 
 }  // namespace qvLegacy::rules

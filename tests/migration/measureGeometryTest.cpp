@@ -19,7 +19,7 @@ Measure dimension() {
   return {.pointA = {0, 0, 0},
           .pointB = {10, 0, 0},
           .offset = {0, 5, 0},
-          .arrowDirection = 1,
+          .arrows = rules::arrowRuleOf(1),
           .origin = {5, 5, 0},
           .headSize = 1};
 }
@@ -72,7 +72,7 @@ TEST(MeasureGeometry, EachArrowDirectionPlacesTheBarbs) {
                          Row{9, -1, 9}, Row{255, -1, 9}}) {
     SCOPED_TRACE(int{row.direction});
     Measure measure = dimension();
-    measure.arrowDirection = row.direction;
+    measure.arrows = rules::arrowRuleOf(row.direction);
     auto const segments = measureSegments(measure);
     ASSERT_TRUE(segments.has_value());
     for (std::size_t const barb : {2U, 3U}) EXPECT_EQ((*segments)[barb].from.X(), row.barbAtA);

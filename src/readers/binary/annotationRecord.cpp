@@ -39,30 +39,17 @@ bool readChildren(RecordReader& in, qv::qvBaseStream& stream, qvAnnotationInterf
 }  // namespace
 
 void qvAnnotationInterface::Leader::load(qv::qvBaseStream& stream) {
-  RecordReader in(stream);
-  in.vector(m_position);
-  if (in.has(rules::leader::head)) in.byte(m_head);
+  RecordReader(stream).fields(*this, rules::members::leader<Leader>);
 }
 
 void qvAnnotationInterface::MeasureLeader::load(qv::qvBaseStream& stream) {
-  RecordReader in(stream);
-  in.vector(m_pointA);
-  in.vector(m_pointB);
-  in.vector(m_offset);
-  if (in.has(rules::measure::arrowDirection)) in.byte(m_arrowDir);
+  RecordReader(stream).fields(*this, rules::members::measure<MeasureLeader>);
 }
 
 void qvAnnotationInterface::load(qv::qvBaseStream& stream) {
   RecordReader in(stream);
   if (!in.has(Since::sharedRecord)) return;
-  in.text(m_name);
-  in.records(m_leaders);
-  if (in.has(rules::annotation::measures)) in.records(m_measures);
-  in.vector(m_position);
-  in.byte(m_color.X());
-  in.byte(m_color.Y());
-  in.byte(m_color.Z());
-  in.byte(m_style);
+  in.fields(*this, rules::members::head<qvAnnotationInterface>);
   // KEEP: an unknown child kind ends this record alone. A text or raster goes on with its own fields at the
   // next byte.
   if (in.has(rules::annotation::children) && !readChildren(in, stream, *this)) return;

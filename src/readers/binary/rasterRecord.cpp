@@ -7,8 +7,7 @@ void qvAnnotationRaster::load(qv::qvBaseStream& stream) {
   readers::RecordReader in(stream);
   if (!in.has(rules::Since::rasters)) return in.fail();
   qvAnnotationInterface::load(stream);
-  in.text(m_rasterName);
-  in.vector(m_size);
+  in.fields(*this, rules::members::raster<qvAnnotationRaster>);
 }
 
 }  // namespace qvLegacy

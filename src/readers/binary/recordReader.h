@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "annotationLegacy/platform.h"
 #include "ports/stream.h"
@@ -49,6 +51,12 @@ class RecordReader {
   /// A variant map in the platform's encoding.
   void metadata(qv::qvVariant::qvVariantMapImpl& map);
 
+  /// Reads the fields of a record that the version has, in order, into the members that hold them.
+  template <class Record, class... Members>
+  void fields(Record& record, std::tuple<Members...> const& members) {
+    std::apply([&](Members const&... member) { (field(record, member), ...); }, members);
+  }
+
   /// Reads a count, resizes the sequence to it and lets each element load itself: elements that are there
   /// already are kept and overwritten.
   template <class Sequence>
@@ -58,6 +66,22 @@ class RecordReader {
   }
 
  private:
+  template <class Record, class Member>
+  void field(Record& record, Member const& member) {
+    if (has(member.field)) read(record.*member.member);
+  }
+  void read(std::uint8_t& value) { byte(value); }
+  void read(std::string& value) { text(value); }
+  void read(Wm4::Vector2<float>& value) { vector(value); }
+  void read(Wm4::Vector3<float>& value) { vector(value); }
+  void read(Wm4::Vector3<unsigned char>& color) {
+    for (std::size_t i = 0; i < 3; ++i) byte(color[i]);
+  }
+  template <class Element>
+  void read(std::vector<Element>& elements) {
+    records(elements);
+  }
+
   qv::qvBaseStream& m_stream;
 };
 

@@ -91,7 +91,7 @@ constexpr auto OpeningRows = std::to_array<CatalogueRow>({
      "The stream version is not known",
      "The document is newer than every known version and was read as the newest one; or the version that was "
      "asked for cannot be written.",
-     "Compare the result with another export; ask for a version from 6.13 to 6.27."},
+     "Compare the result with another export; ask for a version that can be written."},
     {FindingCode::StreamMore, "stream.more", FindingClass::Lost, Severity::Error, OptionKey::None,
      "More problems of the stream are not listed",
      "A stream may have as many problems as it has bytes; the first ones are listed, the rest is counted.",

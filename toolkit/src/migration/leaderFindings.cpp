@@ -2,9 +2,9 @@
 #include <cmath>
 
 #include "migration/migrationFindings.h"
+#include "rules/arrows.h"
 #include "rules/directions.h"
 #include "rules/heads.h"
-#include "rules/valueNames.h"
 #include "text/countText.h"
 
 namespace qvToolkit {
@@ -90,10 +90,11 @@ void reportFailedMeasures(AnnotationPair const& pair, FindingList& findings) {
 
 void reportArrows(AnnotationPair const& pair, FindingList& findings) {
   for (MeasureLeader const& measure : pair.m_legacy->m_measures) {
-    if (!rules::arrowDirections.nameOf(measure.m_arrowDir).empty()) continue;
+    if (measure.m_arrowDir < rules::arrowRules.size()) continue;
     findings.add(FindingCode::ValueUnknown,
-                 "arrow direction " + std::to_string(measure.m_arrowDir) +
-                     " is unknown, expected 0 to 3; the arrows are drawn as for 3",
+                 "arrow direction " + std::to_string(measure.m_arrowDir) + " is unknown, expected 0 to " +
+                     std::to_string(rules::arrowRules.size() - 1) + "; the arrows are drawn as for " +
+                     std::to_string(rules::otherArrowDirection),
                  pair.m_address);
   }
 }

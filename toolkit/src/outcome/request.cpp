@@ -2,7 +2,17 @@
 
 #include "outcome/requestWords.h"
 
+#include "rules/gates.h"
+
 namespace qvToolkit {
+
+std::uint32_t getOldestWritableVersion() noexcept {
+  return rules::oldestVersion;
+}
+
+std::uint32_t getNewestWritableVersion() noexcept {
+  return rules::newestVersion;
+}
 
 std::string_view getActionText(Action action) {
   return getWord(ActionWords, action);

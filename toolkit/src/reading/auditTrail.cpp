@@ -25,7 +25,7 @@ Severity getSeverity(rules::Cost cost) {
 /// What goes with a field that no reader of the version looks at, beside records.
 Severity getSeverityOfIgnored(rules::Field const& field, qv::qvVariant const& value) {
   if (field.form == Form::Metadata) return value.toMap().empty() ? Severity::Info : Severity::Warning;
-  return &field == &rules::measure::arrowDirection ? Severity::Warning : Severity::Info;
+  return field.isMissed ? Severity::Warning : Severity::Info;
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <tuple>
 
 #include "annotationLegacy/platform.h"
-#include "annotationLegacy/qvAnnotationInterface.h"
+#include "annotationLegacy/qvAnnotationText.h"
 #include "rules/fields.h"
 #include "text/hexadecimal.h"
 
@@ -16,7 +16,8 @@ namespace rules = qvLegacy::rules;
 using rules::Form;
 using rules::Since;
 
-enum Kind : std::uint8_t { NoChild = 0, Text = 1, Raster = 2 };
+using qvLegacy::qvAnnotationInterface;
+using qvLegacy::qvAnnotationText;
 
 void walkField(FieldCursor& in, rules::Field const& field);
 void walkFields(FieldCursor& in, rules::Rows fields);
@@ -28,18 +29,19 @@ void walkColor(FieldCursor& in, std::string_view name) {
 
 void walkStyle(FieldCursor& in, std::string_view name) {
   in.named(name, [](std::uint8_t style) {
-    std::string meaning(rules::frameShapes.nameOf(style & qvLegacy::qvAnnotationInterface::FrameShapeMask));
-    if ((style & 0x20U) != 0) meaning += ", ignores depth";
-    if ((style & 0x40U) != 0) meaning += ", scale locked";
-    if ((style & 0x80U) != 0) meaning += ", frame locked";
+    std::string meaning(rules::frameShapes.nameOf(style & qvAnnotationInterface::FrameShapeMask));
+    if ((style & qvAnnotationInterface::IgnoreZTest) != 0) meaning += ", ignores depth";
+    if ((style & qvAnnotationInterface::ScaleLocked) != 0) meaning += ", scale locked";
+    if ((style & qvAnnotationInterface::FrameLocked) != 0) meaning += ", frame locked";
     return meaning;
   });
 }
 
 void walkStyleFlags(FieldCursor& in, std::string_view name) {
   auto const flags = in.takeNumber<std::uint16_t>(name);
-  in.show(name, std::to_string(flags) + ((flags & 1U) != 0 ? " (bold)" : "") +
-                    ((flags & 2U) != 0 ? " (italic)" : ""));
+  in.show(name, std::to_string(flags) +
+                    ((flags & qvAnnotationText::TextProperties::Bold) != 0 ? " (bold)" : "") +
+                    ((flags & qvAnnotationText::TextProperties::Italic) != 0 ? " (italic)" : ""));
 }
 
 void walkProperties(FieldCursor& in, std::string_view name) {
@@ -158,7 +160,8 @@ std::uint32_t walkHead(FieldCursor& in) {
 /// Everything behind the children.
 void walkTail(FieldCursor& in, std::uint8_t kind) {
   walkGated(in, rules::annotation::metadata);
-  walkFields(in, kind == Text ? rules::Rows(rules::text::fields) : rules::raster::fields);
+  walkFields(in,
+             kind == qvAnnotationInterface::Text ? rules::Rows(rules::text::fields) : rules::raster::fields);
 }
 
 /// Anchor and kind of one child.
@@ -166,12 +169,13 @@ std::uint8_t walkNode(FieldCursor& in) {
   walkField(in, rules::annotation::anchor);
   std::string_view const name = rules::annotation::type.name;
   auto const kind = in.takeNumber<std::uint8_t>(name);
-  if (kind > Raster) {
+  if (kind > qvAnnotationInterface::Raster) {
     in.breakHere(name, "expected the kind of a child, 0, 1 or 2, found " + std::to_string(kind));
   } else {
-    in.show(name, std::to_string(kind) +
-                      (kind == NoChild ? " (none)"
-                                       : " (" + std::string(rules::annotationTypes.nameOf(kind)) + ")"));
+    in.show(name,
+            std::to_string(kind) + (kind == qvAnnotationInterface::Unknown
+                                        ? " (none)"
+                                        : " (" + std::string(rules::annotationTypes.nameOf(kind)) + ")"));
   }
   return kind;
 }
@@ -197,7 +201,7 @@ void walkTree(FieldCursor& in, std::uint8_t rootKind) {
     }
     path.push(std::string(rules::annotation::children.name) + "[" + std::to_string(level.m_next++) + "]");
     std::uint8_t const kind = walkNode(in);
-    if (in.isBroken() || kind == NoChild) {
+    if (in.isBroken() || kind == qvAnnotationInterface::Unknown) {
       path.pop();
       continue;
     }
@@ -207,7 +211,8 @@ void walkTree(FieldCursor& in, std::uint8_t rootKind) {
 }
 
 void walkAnnotations(FieldCursor& in, std::string_view name, std::uint32_t count, std::uint8_t kind) {
-  bool const isOld = kind == Text && !rules::reaches(in.getVersion(), Since::sharedRecord);
+  bool const isOld =
+      kind == qvAnnotationInterface::Text && !rules::reaches(in.getVersion(), Since::sharedRecord);
   for (std::uint32_t i = 0; i < count && !in.isBroken(); ++i) {
     FieldCursor::Inside const inAnnotation(in, name, i);
     if (isOld) {
@@ -241,8 +246,8 @@ void walkViewRecord(FieldCursor& in) {
   auto const texts = in.number<std::uint32_t>("textCount");
   bool const hasRasters = in.has(view::rasters.inStreams, "rasterCount");
   auto const rasters = hasRasters ? in.number<std::uint32_t>("rasterCount") : 0;
-  walkAnnotations(in, view::texts.name, texts, Text);
-  walkAnnotations(in, view::rasters.name, rasters, Raster);
+  walkAnnotations(in, view::texts.name, texts, qvAnnotationInterface::Text);
+  walkAnnotations(in, view::rasters.name, rasters, qvAnnotationInterface::Raster);
   walkGated(in, view::metadata);
 }
 

@@ -16,6 +16,7 @@
 #include "qvToolkit/findings/address.h"
 #include "reading/cutTexts.h"
 #include "reading/stackBudget.h"
+#include "rules/gates.h"
 #include "text/countText.h"
 
 namespace qvToolkit {
@@ -128,7 +129,8 @@ void StreamDocumentReader::checkVersion() {
   if (m_loaded.m_version <= NewestVersion) return;
   report(FindingCode::StreamVersion, Severity::Warning, {}, VersionOffset,
          "the stream version " + qv::qvStreamVersion(m_loaded.m_version).toString() +
-             " is newer than every known one; it is read as 6.27");
+             " is newer than every known one; it is read as " +
+             qv::qvStreamVersion(qvLegacy::rules::newestVersion).toString());
 }
 
 /// A reader that refuses in front of its first byte has read nothing of the view.

@@ -5,8 +5,7 @@
 
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
-#include "model/legacyMembers.h"
-#include "rules/gates.h"
+#include "rules/fields.h"
 #include "stream/variantMapWriter.h"
 
 namespace qvToolkit {
@@ -17,6 +16,8 @@ using qvLegacy::qvAnnotationInterface;
 using qvLegacy::qvAnnotationRaster;
 using qvLegacy::qvAnnotationText;
 using qvLegacy::rules::Since;
+
+namespace members = qvLegacy::rules::members;
 
 /// Writes the parts of annotation records of one version.
 class RecordWriter {
@@ -49,9 +50,15 @@ class RecordWriter {
   void write(Wm4::Vector3<float> const& value) { m_out.point(value); }
   void write(Wm4::Vector2<float> const& value);
   void write(Wm4::Vector3<unsigned char> const& color);
-  void write(qvAnnotationInterface::Leader const& leader) { writeFields(leader, members::leader); }
-  void write(qvAnnotationInterface::MeasureLeader const& measure) { writeFields(measure, members::measure); }
-  void write(qvAnnotationText::TextProperties const& value) { writeFields(value, members::properties); }
+  void write(qvAnnotationInterface::Leader const& leader) {
+    writeFields(leader, members::leader<qvAnnotationInterface::Leader>);
+  }
+  void write(qvAnnotationInterface::MeasureLeader const& measure) {
+    writeFields(measure, members::measure<qvAnnotationInterface::MeasureLeader>);
+  }
+  void write(qvAnnotationText::TextProperties const& value) {
+    writeFields(value, members::properties<qvAnnotationText::TextProperties>);
+  }
   void write(qvAnnotationText::TextSegment const& run);
   /// A count and that many elements.
   template <class List>
@@ -81,7 +88,7 @@ void RecordWriter::writeOldText(qvAnnotationText const& text) {
 }
 
 void RecordWriter::writeHead(qvAnnotationInterface const& annotation) {
-  writeFields(annotation, members::head);
+  writeFields(annotation, members::head<qvAnnotationInterface>);
   if (has(Since::children)) m_out.count(annotation.getSubAnnotsCount());
 }
 
@@ -93,9 +100,9 @@ void RecordWriter::writeNode(qvAnnotationInterface::SubAnnot const& node) {
 void RecordWriter::writeTail(qvAnnotationInterface const& annotation) {
   if (has(Since::annotationMetadata)) writeVariantMap(m_out, annotation.m_metadata);
   if (auto const* const text = dynamic_cast<qvAnnotationText const*>(&annotation)) {
-    writeFields(*text, members::text);
+    writeFields(*text, members::text<qvAnnotationText>);
   } else if (auto const* const raster = dynamic_cast<qvAnnotationRaster const*>(&annotation)) {
-    writeFields(*raster, members::raster);
+    writeFields(*raster, members::raster<qvAnnotationRaster>);
   }
 }
 
@@ -148,7 +155,7 @@ void writeTree(RecordWriter& writer, qvAnnotationInterface const& root) {
     }
     qvAnnotationInterface::SubAnnot const& node = *level.m_next++;
     writer.writeNode(node);
-    if (getRecordKind(node.m_annot.get()) == 0) continue;
+    if (getRecordKind(node.m_annot.get()) == qvAnnotationInterface::Unknown) continue;
     writer.writeHead(*node.m_annot);
     levels.emplace_back(*node.m_annot);
   }
@@ -164,8 +171,9 @@ void writeAnnotationRecord(StreamBytes& out, qvAnnotationInterface const& annota
 }
 
 std::uint8_t getRecordKind(qvAnnotationInterface const* annotation) {
-  if (dynamic_cast<qvAnnotationText const*>(annotation) != nullptr) return 1;
-  return dynamic_cast<qvAnnotationRaster const*>(annotation) != nullptr ? 2 : 0;
+  if (dynamic_cast<qvAnnotationText const*>(annotation) != nullptr) return qvAnnotationInterface::Text;
+  return dynamic_cast<qvAnnotationRaster const*>(annotation) != nullptr ? qvAnnotationInterface::Raster
+                                                                        : qvAnnotationInterface::Unknown;
 }
 
 std::uint8_t getAnchorByte(std::uint32_t anchor) {

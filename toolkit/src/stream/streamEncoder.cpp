@@ -115,17 +115,19 @@ void findLosses(Document const& document, std::uint32_t version, Findings& findi
   }
 }
 
-}  // namespace
+std::string formatVersion(std::uint32_t packed) {
+  return qv::qvStreamVersion(packed).toString();
+}
 
-static_assert(OldestWritableVersion == rules::oldestVersion && NewestWritableVersion == rules::newestVersion);
+}  // namespace
 
 EncodedDocument encodeDocument(Document const& document, EncodingOptions const& options) {
   EncodedDocument encoded;
-  if (options.m_version < OldestWritableVersion || options.m_version > NewestWritableVersion) {
-    encoded.m_findings.push_back(makeFinding(FindingCode::StreamVersion, Severity::Error,
-                                             "the stream version " +
-                                                 qv::qvStreamVersion(options.m_version).toString() +
-                                                 " cannot be written, expected one from 6.13 to 6.27"));
+  if (options.m_version < rules::oldestVersion || options.m_version > rules::newestVersion) {
+    encoded.m_findings.push_back(makeFinding(
+        FindingCode::StreamVersion, Severity::Error,
+        "the stream version " + formatVersion(options.m_version) + " cannot be written, expected one from " +
+            formatVersion(rules::oldestVersion) + " to " + formatVersion(rules::newestVersion)));
     return encoded;
   }
   findLosses(document, options.m_version, encoded.m_findings);

@@ -9,7 +9,7 @@
 #include "annotationLegacy/qvAnnotationText.h"
 #include "qvToolkit/model/annotationWalk.h"
 #include "reading/streamContainer.h"
-#include "rules/gates.h"
+#include "rules/fields.h"
 #include "stream/annotationRecord.h"
 #include "stream/variantMapWriter.h"
 #include "text/countText.h"
@@ -22,6 +22,8 @@ using qvLegacy::qvAnnotationInterface;
 using qvLegacy::qvAnnotationRaster;
 using qvLegacy::qvAnnotationText;
 using qvLegacy::rules::Since;
+
+namespace members = qvLegacy::rules::members;
 
 /// The runs of a text that meet a condition.
 template <class Condition>
@@ -46,6 +48,13 @@ class LossFinder {
   void checkWhole(WalkedAnnotation const& walked);
   void checkShared(qvAnnotationInterface const& annotation);
   void checkLeaders(qvAnnotationInterface const& annotation);
+  /// Counts the values of fields that the version does not have.
+  template <class Record, class... Members>
+  void checkFields(std::vector<Record> const& records, std::tuple<Members...> const& members) {
+    std::apply([&](Members const&... member) { (checkField(records, member), ...); }, members);
+  }
+  template <class Record, class Value>
+  void checkField(std::vector<Record> const& records, members::Member<Record, Value> const& member);
   void checkRuns(qvAnnotationText const& text);
   void checkMetadata(VariantMap const& metadata, Since since);
   /// Reports what has to go because of a gate that is closed; nothing when `what` is empty.
@@ -71,8 +80,12 @@ void LossFinder::lose(Severity severity, std::string const& what, Since since) {
 void LossFinder::checkView(qvLegacy::qvAnnotationView const& view, Address const& address) {
   m_address = address.getText();
   checkMetadata(view.m_metadata, Since::viewMetadata);
-  auto const isRaster = [](auto const& annotation) { return getRecordKind(annotation.get()) == 2; };
-  auto const isText = [](auto const& annotation) { return getRecordKind(annotation.get()) == 1; };
+  auto const isRaster = [](auto const& annotation) {
+    return getRecordKind(annotation.get()) == qvAnnotationInterface::Raster;
+  };
+  auto const isText = [](auto const& annotation) {
+    return getRecordKind(annotation.get()) == qvAnnotationInterface::Text;
+  };
   auto const& annotations = view.m_annotations;
   auto const firstRaster = std::find_if(annotations.begin(), annotations.end(), isRaster);
   if (has(Since::rasters) && std::any_of(firstRaster, annotations.end(), isText)) {
@@ -87,10 +100,10 @@ void LossFinder::checkAnnotation(WalkedAnnotation const& walked) {
   // What went with its parent is counted there.
   if (walked.m_depth > 0 && !has(Since::children)) return;
   m_address = walked.m_address.getText();
-  bool const isRaster = getRecordKind(walked.m_annotation) == 2;
-  if (isRaster && !has(Since::rasters)) {
+  std::uint8_t const kind = getRecordKind(walked.m_annotation);
+  if (kind == qvAnnotationInterface::Raster && !has(Since::rasters)) {
     lose(Severity::Error, "the raster is left out, with everything below", Since::rasters);
-  } else if (getRecordKind(walked.m_annotation) == 0) {
+  } else if (kind == qvAnnotationInterface::Unknown) {
     checkWhole(walked);
   } else {
     checkShared(*walked.m_annotation);
@@ -134,24 +147,23 @@ void LossFinder::checkShared(qvAnnotationInterface const& annotation) {
 }
 
 void LossFinder::checkLeaders(qvAnnotationInterface const& annotation) {
-  auto const& leaders = annotation.m_leaders;
+  checkFields(annotation.m_leaders, members::leader<qvAnnotationInterface::Leader>);
   auto const& measures = annotation.m_measures;
-  auto const heads =
-      std::count_if(leaders.begin(), leaders.end(), [](auto const& l) { return l.m_head != 0; });
-  if (!has(Since::heads) && heads > 0) {
-    lose(Severity::Warning, formatCount(static_cast<std::size_t>(heads), "leader head") + " lost",
-         Since::heads);
-  }
   if (!has(Since::measures) && !measures.empty()) {
     return lose(Severity::Error, formatCount(measures.size(), "measure leader") + " left out",
                 Since::measures);
   }
-  auto const arrows =
-      std::count_if(measures.begin(), measures.end(), [](auto const& m) { return m.m_arrowDir != 0; });
-  if (!has(Since::arrowDirections) && arrows > 0) {
-    lose(Severity::Warning, formatCount(static_cast<std::size_t>(arrows), "arrow direction") + " lost",
-         Since::arrowDirections);
-  }
+  checkFields(measures, members::measure<qvAnnotationInterface::MeasureLeader>);
+}
+
+template <class Record, class Value>
+void LossFinder::checkField(std::vector<Record> const& records,
+                            members::Member<Record, Value> const& member) {
+  Since const since = member.field.inStreams;
+  if (has(since)) return;
+  auto const isSet = [&](Record const& record) { return record.*member.member != Value{}; };
+  auto const count = static_cast<std::size_t>(std::ranges::count_if(records, isSet));
+  if (count > 0) lose(Severity::Warning, formatCount(count, member.field.noun) + " lost", since);
 }
 
 void LossFinder::checkRuns(qvAnnotationText const& text) {

@@ -36,10 +36,10 @@ enum class PageFormat : std::uint8_t {
   Pdf,  ///< vectors, as large on paper as the page
 };
 
-/// The first stream version that can be written, packed: 6.13, the first with views.
-constexpr std::uint32_t OldestWritableVersion = 0x6000D;
-/// The last stream version that can be written, packed: 6.27, the newest layout.
-constexpr std::uint32_t NewestWritableVersion = 0x6001B;
+/// The first stream version that can be written, packed: the first with views.
+QVT_EXPORT std::uint32_t getOldestWritableVersion() noexcept;
+/// The last stream version that can be written, packed: the newest layout.
+QVT_EXPORT std::uint32_t getNewestWritableVersion() noexcept;
 
 /// "inspect", "migrate", "encode", "transform", "dump" or "fonts".
 QVT_EXPORT std::string_view getActionText(Action action);

@@ -12,7 +12,8 @@ namespace qvToolkit {
 
 /// How a document is to be encoded.
 struct EncodingOptions {
-  std::uint32_t m_version = NewestWritableVersion;  ///< packed: the major number times 65536 plus the minor
+  /// Packed: the major number times 65536 plus the minor.
+  std::uint32_t m_version = getNewestWritableVersion();
   /// No metadata object: the document is its views, in order.
   bool m_viewsOnly = false;
 };
