@@ -1,17 +1,16 @@
 #include "qvToolkit/outcome/request.h"
 
 #include "outcome/requestWords.h"
-
 #include "rules/gates.h"
 
 namespace qvToolkit {
 
 std::uint32_t getOldestWritableVersion() noexcept {
-  return rules::oldestVersion;
+  return qvLegacy::rules::oldestVersion;
 }
 
 std::uint32_t getNewestWritableVersion() noexcept {
-  return rules::newestVersion;
+  return qvLegacy::rules::newestVersion;
 }
 
 std::string_view getActionText(Action action) {

@@ -80,7 +80,7 @@ struct Request {
 
   // of Encode and Transform
   /// Packed: the major number times 65536 plus the minor.
-  std::uint32_t m_streamVersion = NewestWritableVersion;
+  std::uint32_t m_streamVersion = getNewestWritableVersion();
   bool m_viewsOnly = false;     ///< no metadata object
   Similarity m_transformation;  ///< of `Transform`
 
