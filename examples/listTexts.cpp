@@ -8,7 +8,7 @@
 #include "qvToolkit/model/annotationWalk.h"
 #include "qvToolkit/reading/openDocument.h"
 #include "qvToolkit/text/textEscape.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 
 void showText(qvToolkit::WalkedAnnotation const& place) {
   auto const* const text = dynamic_cast<qvLegacy::qvAnnotationText const*>(place.m_annotation);
@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
     std::cerr << "usage: listTexts DOCUMENT\n";
     return qvToolkit::ExitUsage;
   }
-  qvToolkit::LibrarySession const library;  // documents are gone before it
+  qvToolkit::Session const session;  // documents are gone before it
   qvToolkit::Document const document = qvToolkit::openDocument(argv[1]);
   for (qvToolkit::Finding const& finding : document.m_findings)
     std::cerr << formatFinding(argv[1], finding) << '\n';

@@ -14,7 +14,7 @@
 #include "qvToolkit/pages/svgPage.h"
 #include "qvToolkit/reading/openDocument.h"
 #include "qvToolkit/text/textEscape.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 
 using namespace qvToolkit;
 
@@ -35,7 +35,7 @@ void showName(WalkedAnnotation const& place) {
 
 int main(int argc, char** argv) {
   if (argc != 4) return ExitUsage;
-  LibrarySession const library;  // documents, and what is made of them, are gone before it
+  Session const session;  // documents, and what is made of them, are gone before it
   Document document = openDocument(argv[1]);
   show(argv[1], document.m_findings);
   walkAnnotations(document, showName);
@@ -46,15 +46,15 @@ int main(int argc, char** argv) {
   MigrationOptions options;
   RasterFolder const folder(argv[2]);  // or whatever else the host takes its images from
   options.m_rasters = [&folder](std::string const& name) { return folder.find(name); };
-  MigrationSession session(options);
-  for (MigratedView const& view : session.migrate(document)) {
-    show(argv[1], view.m_findings);
-    if (view.m_view == nullptr) continue;  // the findings say why
+  MigrationSession migration(options, [&](Finding const& finding) { show(argv[1], {finding}); });
+  migration.migrate(document, [&](MigratedView const& view) {
+    if (view.m_view == nullptr) return true;  // a finding has said why
     std::string const name = std::to_string(view.m_index) + ".svg";
     FileSink page;
     page.m_file.open(std::string(argv[3]) + "/" + name, std::ios::binary);
     show(argv[1], writeSvgPage(view, page));
     std::cout << (page.write("") ? "written: " : "not written: ") << name << '\n';
-  }
+    return true;  // the next one, please
+  });
   return getFailure(document);
 }

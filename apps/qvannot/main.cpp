@@ -7,7 +7,7 @@
 #include "cli/parser.h"
 #include "interruption.h"
 #include "qvToolkit/text/textEscape.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 #include "qvannot/commandList.h"
 #include "reporter.h"
 #include "standardStreams.h"
@@ -30,8 +30,9 @@ int execute(qvannot::Answer const& answer) {
 }
 
 int execute(std::unique_ptr<qvannot::Command> const& command) {
-  qvannot::ToolLog const log;
-  qvToolkit::LibrarySession const library;
+  qvToolkit::SessionOptions options;
+  options.m_log = qvannot::writeLogRecord;
+  qvToolkit::Session const session(options);
   Reporter reporter(command->isStrict());
   command->run(reporter);
   return reporter.finish();

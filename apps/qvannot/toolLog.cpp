@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <string>
-#include <utility>
 
 #include "qvToolkit/text/textEscape.h"
 
@@ -15,19 +14,9 @@ constexpr std::size_t MaxShownText = 2000;
 
 }  // namespace
 
-ToolLog::ToolLog() : m_previous(std::exchange(msInstance, this)) {
-  SetTypeEnabled(qv::qvLogTrace, false);
-  SetTypeEnabled(qv::qvLogDebug, false);
-}
-
-ToolLog::~ToolLog() {
-  msInstance = m_previous;
-}
-
-void ToolLog::Write(LogEntry& entry, bool) {
-  entry.computeLogPrefix(false);
-  std::string const line =
-      qvToolkit::escapeTerminal(entry.m_prefix + qvToolkit::shortenText(entry.m_text, MaxShownText)) + '\n';
+void writeLogRecord(qv::qvLog::LogEntry const& record) {
+  std::string const text = record.m_prefix + qvToolkit::shortenText(record.m_text, MaxShownText);
+  std::string const line = qvToolkit::escapeTerminal(text) + '\n';
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

@@ -12,7 +12,7 @@
 #include "qvSystem/qvStreamReader.h"
 #include "qvToolkit/reading/openDocument.h"
 #include "qvToolkit/stream/streamEncoder.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 
 namespace {
 
@@ -119,7 +119,7 @@ int main(int count, char** arguments) {
     std::fputs("usage: qva_fuzz_seeds EXAMPLES FOLDER\n", stderr);
     return 2;
   }
-  qvToolkit::LibrarySession const session;
+  qvToolkit::Session const session;
   SeedWriter const seeds{fs::path(arguments[2])};
   for (auto const& entry : fs::recursive_directory_iterator(arguments[1])) {
     auto const extension = entry.path().extension();

@@ -6,7 +6,7 @@
 #include <new>
 
 #include "qvSceneGraph/qvObject.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 
 namespace qvFuzz {
 
@@ -69,7 +69,7 @@ extern "C" char const* __lsan_default_suppressions() {
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t size) {
   // Kept for the whole process: what is set up once is no part of a run.
-  static qvToolkit::LibrarySession const session;
+  static qvToolkit::Session const session;
   std::size_t const objectsBefore = qv::qvObject::GetLiveObjects();
   qvFuzz::InputCursor input({bytes, size});
   qvFuzz::run(input);

@@ -60,7 +60,7 @@ std::string joinMetadata(std::vector<std::uint32_t> const& links) {
 
 /// JSON names the heads that are known, so that only an object stream holds another one.
 std::string encodeUnknownHead() {
-  LibrarySession const session;
+  Session const session;
   Document const document = read(makeView(makeText(R"("leaders":[{"pos":[9,9,0]}],)")));
   document.m_views[0].m_view->m_annotations[0]->m_leaders[0].m_head = 200;
   return encodeDocument(document, {}).m_bytes;

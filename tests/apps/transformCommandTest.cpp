@@ -2,7 +2,7 @@
 
 #include "qvToolkit/findings/exitCode.h"
 #include "qvToolkit/reading/openDocument.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 #include "toolRunner.h"
 #include "transform/qvGenericTransformation.h"
 
@@ -56,7 +56,7 @@ TEST_F(TransformCommand, ScalesPlacesAndSaysThatTextsKeepTheirSize) {
 }
 
 TEST_F(TransformCommand, MovesEachAnnotationOfADrawingOnce) {
-  LibrarySession const library;
+  Session const library;
   std::string const bracket = QVA_EXAMPLES "/bracket_6.27.json";
   Wm4::Vector3<float> const width = getPlace(openDocument(bracket), 0, 0);
   EXPECT_EQ(width, Wm4::Vector3<float>(60, 0, -16));

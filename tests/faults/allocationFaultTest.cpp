@@ -7,7 +7,7 @@
 
 #include "allocationSweep.h"
 #include "exampleDocuments.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 
 /// Each allocation of everything that is done with the example documents fails: once, and from then on.
 namespace qvFaults {
@@ -44,7 +44,7 @@ class FailingAllocation : public testing::TestWithParam<char const*> {
     std::cout << count << " failures\n";
   }
 
-  qvToolkit::LibrarySession const m_session;
+  qvToolkit::Session const m_session;
 };
 
 TEST_P(FailingAllocation, OnceLeavesNoLeakAndNoHalfResult) {

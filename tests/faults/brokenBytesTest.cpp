@@ -8,7 +8,7 @@
 #include "fuzz/support/memoryFaults.h"
 #include "qvSceneGraph/qvObject.h"
 #include "qvToolkit/reading/openDocument.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 #include "tests/hostile/hostileDocuments.h"
 #include "tests/support/modelComparison.h"
 
@@ -128,7 +128,7 @@ class BrokenBytes : public testing::Test {
     }
   }
 
-  qvToolkit::LibrarySession const m_session;
+  qvToolkit::Session const m_session;
   std::size_t m_objectsBefore = qv::qvObject::GetLiveObjects();
   std::uint64_t m_opened = 0;
   std::uint64_t m_migrated = 0;

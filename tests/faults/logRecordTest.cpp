@@ -10,7 +10,7 @@
 #include "exampleDocuments.h"
 #include "logRecordGuard.h"
 #include "qvToolkit/reading/openDocument.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 
 /// A log record is written by its destructor, where an exhausted heap ends the process: there, and nowhere
 /// else.
@@ -59,7 +59,7 @@ std::map<ChildEnd, std::uint32_t> sweep(Failures failures) {
 
 class LogRecord : public testing::TestWithParam<Failures> {
  protected:
-  qvToolkit::LibrarySession const m_session;
+  qvToolkit::Session const m_session;
 };
 
 TEST_P(LogRecord, IsTheOnlyPlaceWhereAFailingAllocationEndsTheProcess) {

@@ -9,7 +9,7 @@
 #include "documentSteps.h"
 #include "exampleDocuments.h"
 #include "qvToolkit/reading/openDocument.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 
 /// Files whose reads deliver few bytes at a time, or are interrupted. This executable's own `read` stands in
 /// for the system's.
@@ -59,7 +59,7 @@ class ReadsInPieces : public testing::Test {
     EXPECT_EQ(describe(document), describe(qvToolkit::readDocument(example.m_bytes, path))) << example.m_name;
   }
 
-  qvToolkit::LibrarySession const m_session;
+  qvToolkit::Session const m_session;
 };
 
 TEST_F(ReadsInPieces, OfAnySizeGiveTheSameDocument) {

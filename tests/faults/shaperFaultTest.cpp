@@ -12,7 +12,7 @@
 #include "qvToolkit/pages/svgPage.h"
 #include "qvToolkit/reading/openDocument.h"
 #include "qvToolkit/reports/migratedJson.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 #include "shaperMemory.h"
 #include "tests/platform/annotation/fontFolders.h"
 
@@ -128,7 +128,7 @@ class FailingShaperMemory : public testing::Test {
     EXPECT_GT(counts[Refused], 0U) << "with memory again, the next migration is as if nothing had been";
   }
 
-  qvToolkit::LibrarySession const m_session;
+  qvToolkit::Session const m_session;
   qv::text::WithFonts const m_fonts{
       qv::text::onlyFontsOf({qv::text::LIBERATION_FOLDER, qv::text::DEJAVU_FOLDER})};
   qvToolkit::Document m_document;

@@ -10,7 +10,7 @@
 #include "qvSceneGraph/qvObject.h"
 #include "qvToolkit/reading/openDocument.h"
 #include "qvToolkit/stream/streamEncoder.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 #include "tests/support/byteBuilder.h"
 #include "tests/support/temporaryFolder.h"
 
@@ -30,7 +30,7 @@ class StreamTest : public testing::Test {
  protected:
   void TearDown() override { EXPECT_EQ(qv::qvObject::GetLiveObjects(), m_objectsBefore); }
 
-  LibrarySession const m_session;
+  Session const m_session;
   std::size_t const m_objectsBefore = qv::qvObject::GetLiveObjects();
 };
 

@@ -2,7 +2,7 @@
 #include "qvToolkit/reports/fontReport.h"
 #include "qvannot/cli/sharedOptions.h"
 #include "qvannot/commandList.h"
-#include "qvannot/fontChoice.h"
+#include "qvannot/commandSession.h"
 #include "qvannot/job.h"
 #include "qvannot/jsonFiles.h"
 #include "qvannot/optionNames.h"
@@ -66,7 +66,8 @@ std::string makeFailedEntry(qvToolkit::Document const& document) {
 }
 
 void FontsCommand::run(Reporter& reporter) const {
-  if (!chooseFonts(m_fonts, m_files.size(), reporter)) return;
+  qvToolkit::Session const session({m_fonts, {}});
+  if (!prepare(session, m_files.size(), reporter)) return;
   auto const makeEntry = [&](std::string const& path) { return makeReport(*this, path, reporter); };
   if (m_asJson) {
     return runJson({m_files, m_limits, makeEntry, makeFailedEntry}, reporter);

@@ -3,13 +3,12 @@
 
 #include "annotationLegacy/qvAnnotationMigration.h"
 #include "qvToolkit/files/outputSet.h"
-#include "qvToolkit/images/rasterFolder.h"
 #include "qvToolkit/pages/pageConverter.h"
 #include "qvToolkit/pages/svgPage.h"
 #include "qvToolkit/reports/migratedJson.h"
 #include "qvannot/cli/sharedOptions.h"
 #include "qvannot/commandList.h"
-#include "qvannot/fontChoice.h"
+#include "qvannot/commandSession.h"
 #include "qvannot/interruption.h"
 #include "qvannot/job.h"
 #include "qvannot/memoryBudget.h"
@@ -205,12 +204,10 @@ class DocumentWriter {
   bool m_hasFailed = false;
 };
 
-qvToolkit::MigrationOptions getOptions(MigrateCommand const& command,
-                                       qvToolkit::RasterFolder const& rasters) {
+qvToolkit::MigrationOptions getOptions(MigrateCommand const& command, qvToolkit::Session const& session) {
   qvToolkit::MigrationOptions options = command.m_options;
   options.m_trees = qvToolkit::makeTreeLimits(command.m_limits);
-  if (!command.m_rasterFolder.empty())
-    options.m_rasters = [&rasters](std::string const& name) { return rasters.find(name); };
+  options.m_rasters = session.getRasters();
   return options;
 }
 
@@ -228,34 +225,25 @@ bool checkViews(MigrateCommand const& command, qvToolkit::Document const& docume
 }
 
 void migrateFile(MigrateCommand const& command, std::size_t index, InputNames const& inputs,
-                 qvToolkit::RasterFolder const& rasters, Reporter& reporter) {
+                 qvToolkit::Session const& session, Reporter& reporter) {
   qvToolkit::Document const document = openInput(command.m_files[index], command.m_limits, reporter);
   if (!reporter.reportOpened(document) || !checkViews(command, document, reporter)) return;
   DocumentWriter writer(command, inputs.m_stems[index], inputs.m_files, reporter.getOutputBudget());
-  qvToolkit::MigrationSession session(getOptions(command, rasters), [&writer](qvToolkit::Finding finding) {
+  qvToolkit::MigrationSession migration(getOptions(command, session), [&writer](qvToolkit::Finding finding) {
     writer.addFinding(std::move(finding));
   });
-  session.migrate(document,
-                  [&writer](qvToolkit::MigratedView&& view) { return writer.addView(std::move(view)); });
-  bool const isWritten = writer.finish(document, session);
+  migration.migrate(document,
+                    [&writer](qvToolkit::MigratedView&& view) { return writer.addView(std::move(view)); });
+  bool const isWritten = writer.finish(document, migration);
   reporter.report(document.m_path, writer.getFindings());
   if (!isWritten) return;
   for (std::string const& path : writer.getPaths()) reporter.print(path + '\n');
 }
 
-bool checkRasterFolder(MigrateCommand const& command, qvToolkit::RasterFolder const& rasters,
-                       Reporter& reporter) {
-  std::string const& problem = rasters.getFolderProblem();
-  if (problem.empty()) return true;
-  reporter.fail(qvToolkit::ExitInputUnreadable, "cannot use the folder of images '" + command.m_rasterFolder +
-                                                    "': " + problem + "; correct " + option::Rasters);
-  return false;
-}
-
 void MigrateCommand::run(Reporter& reporter) const {
-  qvToolkit::RasterFolder const rasters(m_rasterFolder, m_limits.get(qvToolkit::Limit::Raster));
-  if (!checkRasterFolder(*this, rasters, reporter)) return;
-  if (!chooseFonts(m_options.m_fonts, m_files.size(), reporter)) return;
+  qvToolkit::Session const session(
+      {m_options.m_fonts, m_rasterFolder, m_limits.get(qvToolkit::Limit::Raster)});
+  if (!prepare(session, m_files.size(), reporter)) return;
   InputNames const inputs(m_files);
   auto const cleanUp = [&](pid_t process, qvToolkit::Finding const&) {
     qvToolkit::removeTemporaryFiles(m_outputFolder, process);
@@ -264,7 +252,7 @@ void MigrateCommand::run(Reporter& reporter) const {
     qvToolkit::removeTemporaryFiles(std::filesystem::temp_directory_path(error), process);
   };
   auto const makeJob = [&](std::size_t i) -> Job {
-    auto const work = [&, i] { migrateFile(*this, i, inputs, rasters, reporter); };
+    auto const work = [&, i] { migrateFile(*this, i, inputs, session, reporter); };
     return {m_files[i], m_limits, work, {}, cleanUp, true};
   };
   static_cast<void>(runAll(m_files, makeJob, reporter));

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/exportSupport.h"
-
 namespace {
 
 using namespace qvToolkit;
@@ -21,16 +19,6 @@ TEST(FontSettings, LetAnotherProgramFindTheSameFonts) {
   EXPECT_NE(text.find("/etc/fonts/fonts.conf"), std::string::npos) << text;
   options.m_useSystemFonts = false;
   EXPECT_EQ(formatFontConfiguration(options).find("/etc/fonts"), std::string::npos);
-}
-
-TEST(FontSettings, TellOfAFolderThatCannotBeUsed) {
-  qvTest::TemporaryFolder const folder;
-  FontOptions options;
-  options.m_directories = {folder.getPath()};
-  EXPECT_EQ(findFontFolderProblem(options), "");
-  options.m_directories.push_back(folder.getPath("none"));
-  EXPECT_EQ(findFontFolderProblem(options),
-            "cannot use the folder of fonts '" + folder.getPath("none") + "': No such file or directory");
 }
 
 }  // namespace

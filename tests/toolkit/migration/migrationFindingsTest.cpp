@@ -16,6 +16,7 @@ using qvLegacy::qvAnnotationText;
 using qvTest::makeLegacyText;
 using qvTest::makeLegacyView;
 using qvTest::migrate;
+using qvTest::Migrated;
 using qvTest::select;
 using View = qv::qvPointer<qvLegacy::qvAnnotationView>;
 using Text = qv::qvPointer<qvAnnotationText>;

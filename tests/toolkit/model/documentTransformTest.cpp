@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "annotationLegacy/qvAnnotationText.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 
 namespace {
 
@@ -58,7 +58,7 @@ class DocumentTransform : public testing::Test {
     EXPECT_EQ(outcome.m_findings[0].m_address, address);
   }
 
-  LibrarySession m_library;
+  Session m_library;
   Document m_document;
   qv::qvPointer<qvAnnotationView> m_view;
   qv::qvPointer<qvAnnotationText> m_parent;

@@ -13,7 +13,7 @@
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
 #include "qvToolkit/model/documentTransform.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 #include "transform/qvGenericTransformation.h"
 
 namespace {
@@ -190,7 +190,7 @@ double getSizeOfImage(Words const& words, Place const& place) {
 }
 
 TEST(MovedPlaces, LieWhereTheTransformationPutsThem) {
-  qvToolkit::LibrarySession const library;
+  qvToolkit::Session const library;
   std::size_t count = 0;
   for (unsigned seed = 0; seed < 500; ++seed) {
     Generator generator(seed);
@@ -216,7 +216,7 @@ TEST(MovedPlaces, LieWhereTheTransformationPutsThem) {
 }
 
 TEST(MovedPlaces, ComeBackByTheOppositeMoveToTheLastBit) {
-  qvToolkit::LibrarySession const library;
+  qvToolkit::Session const library;
   qvToolkit::Document document = Generator(1).makeDocument();
   std::vector<Place> const before = collect(document);
   for (char const* const degrees : {"90", "-90"}) {

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "annotationLegacy/qvAnnotationMigration.h"
-#include "qvToolkit/work/librarySession.h"
+#include "qvToolkit/work/session.h"
 
 // What an example claims is what its test expects.
 #undef assert
@@ -46,5 +46,5 @@ class UsageExample : public testing::Test {
 
   std::filesystem::path m_before = std::filesystem::current_path();
   std::filesystem::path m_folder = makeFolder();
-  qvToolkit::LibrarySession m_session;
+  qvToolkit::Session m_session;
 };

@@ -17,23 +17,6 @@ std::string makeAbsolute(std::string const& path) {
 
 }  // namespace
 
-void applyFontOptions(FontOptions const& options) {
-  qv::text::setFontOptions(options);
-}
-
-void findFonts() {
-  static_cast<void>(qv::text::hasFontFamily({}));
-}
-
-std::string findFontFolderProblem(FontOptions const& options) {
-  for (std::string const& folder : options.m_directories) {
-    std::error_code error;
-    std::filesystem::directory_iterator const entries(folder, error);
-    if (error) return "cannot use the folder of fonts '" + folder + "': " + error.message();
-  }
-  return {};
-}
-
 std::string formatFontConfiguration(FontOptions const& options) {
   if (options.m_directories.empty() && options.m_useSystemFonts) return {};
   std::string text = "<?xml version=\"1.0\"?>\n<!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">\n<fontconfig>\n";

@@ -26,7 +26,7 @@ struct MigrationOptions {
   float m_headSize = DefaultHeadSize;  ///< in SVG units
   RasterSource m_rasters;              ///< asked for images; empty: there is none
   TreeLimits m_trees;                  ///< views beyond them are not migrated
-  FontOptions m_fonts;                 ///< to be applied to the process before; kept for the record
+  FontOptions m_fonts;                 ///< those of the session; kept for the record
 };
 
 /// Takes the next migrated view, which it may keep; false ends the migration. What it throws propagates.

@@ -30,7 +30,7 @@ QVT_EXPORT OpenLimits makeOpenLimits(Limits const& limits);
 
 /// Opens and reads a document of either encoding; "-" is standard input.
 /// @code
-/// LibrarySession const session;
+/// Session const session;
 /// Document const document = openDocument("bracket.json");
 /// for (Finding const& finding : document.m_findings)
 ///   std::cerr << formatFinding(document.m_path, finding) << '\n';

@@ -1,4 +1,4 @@
-#include "qvToolkit/work/librarySession.h"
+#include "work/libraryLifetime.h"
 
 #include "annotationLegacy/library.h"
 #include "annotationLegacy/qvAnnotationMetaData.h"
@@ -7,12 +7,12 @@ namespace qvToolkit {
 
 namespace {
 
-/// Registrations are not counted by the stream: the last session takes the name back.
-int sessions = 0;
+/// Registrations are not counted by the stream: the last lifetime takes the name back.
+int lifetimes = 0;
 
 }  // namespace
 
-LibrarySession::LibrarySession() {
+LibraryLifetime::LibraryLifetime() {
   qv::initializeQvAnnotationLegacyLibrary();
   try {
     qvLegacy::qvAnnotationMetaData::RegisterFactory();
@@ -20,11 +20,11 @@ LibrarySession::LibrarySession() {
     qv::terminateQvAnnotationLegacyLibrary();
     throw;
   }
-  ++sessions;
+  ++lifetimes;
 }
 
-LibrarySession::~LibrarySession() {
-  if (--sessions == 0) qvLegacy::qvAnnotationMetaData::UnRegisterFactory();
+LibraryLifetime::~LibraryLifetime() {
+  if (--lifetimes == 0) qvLegacy::qvAnnotationMetaData::UnRegisterFactory();
   qv::terminateQvAnnotationLegacyLibrary();
 }
 
