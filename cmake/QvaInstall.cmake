@@ -2,7 +2,7 @@
 #   platform, platform_development   the bundled platform: libraries; headers and the package `qvPlatform`
 #   library, library_development     the library; headers and the package `qvAnnotationLegacy`
 #   toolkit, toolkit_development     the toolkit: library; headers and the package `qvAnnotationToolkit`
-#   tool                             qvannot, its manual page and its completion
+#   tool                             qvannot, its manual page and its completions
 # Everything finds everything by its place relative to itself, so an installed tree may be moved.
 
 include(CMakePackageConfigHelpers)
@@ -75,7 +75,10 @@ if(QVA_BUILD_TOOL)
   file(RELATIVE_PATH libraries_from_tool /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(qvannot PROPERTIES INSTALL_RPATH $ORIGIN/${libraries_from_tool})
   install(TARGETS qvannot RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
-  install(FILES ${PROJECT_BINARY_DIR}/apps/qvannot/qvannot.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
-  install(FILES ${PROJECT_SOURCE_DIR}/apps/qvannot/completion.bash
-          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME qvannot COMPONENT tool)
+  set(texts ${PROJECT_BINARY_DIR}/apps/qvannot/texts)
+  install(FILES ${texts}/qvannot.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+  install(FILES ${texts}/qvannot.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+          RENAME qvannot COMPONENT tool)
+  install(FILES ${texts}/_qvannot DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT tool)
+  install(FILES ${texts}/qvannot.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
 endif()

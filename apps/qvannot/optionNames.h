@@ -23,6 +23,7 @@ constexpr char const* HeadSize = "--head-size";
 constexpr char const* Help = "-h,--help";
 constexpr char const* Json = "--json";
 constexpr char const* Limits = "--limits";
+constexpr char const* Manual = "--manual";
 constexpr char const* Markdown = "--markdown";
 constexpr char const* Matrix = "--matrix";
 constexpr char const* MaxDepth = "--max-depth";

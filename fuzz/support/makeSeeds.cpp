@@ -105,6 +105,12 @@ void addCommandLines(SeedWriter const& seeds) {
       "transform\na.json\n-o\nb.qvs\n--scale\n2",
       "dump\nb.qvs\n--at\n0x120",
       "fonts\na.json\n--json",
+      "explain\nfont.none\n--markdown",
+      "help\nmigrate",
+      "help\n--manual",
+      "version",
+      "completion\nfish",
+      "migrte\na.json\n--forse",
       "inspect",
       "",
   };

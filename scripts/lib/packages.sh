@@ -11,7 +11,7 @@ package_packages="dpkg-dev file"
 
 # What the tests need beside that.
 test_packages="$package_packages lintian libgtest-dev librapidcheck-dev libeigen3-dev libwildmagic-dev python3 python3-jsonschema locales
-  abigail-tools clang-16 doxygen
+  abigail-tools clang-16 doxygen zsh fish groff-base
   chromium poppler-utils libpng-dev"
 
 # What fuzzing needs beside both.

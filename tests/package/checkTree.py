@@ -7,7 +7,8 @@ import pathlib
 import re
 import sys
 
-WANTED = ["bin/qvannot", "share/man/man1/qvannot.1.gz", "share/bash-completion/completions/qvannot"]
+WANTED = ["bin/qvannot", "share/man/man1/qvannot.1.gz", "share/bash-completion/completions/qvannot",
+          "share/zsh/vendor-completions/_qvannot", "share/fish/vendor_completions.d/qvannot.fish"]
 WANTED_IN_LIBRARIES = [
     "libqvAnnotationLegacy.so", "libqvAnnotationLegacy.so.3", "libqvAnnotationToolkit.so", "libqvAnnotationToolkit.so.0",
     "libqvAnnotation.so.3", "libqvSvg.so.3",

@@ -4,7 +4,7 @@ import re
 import subprocess
 
 COMMAND = re.compile(r"^  ([a-z][\w-]*) ", re.MULTILINE)
-OPTION_LINE = re.compile(r"^ +(-[^ ]+)", re.MULTILINE)
+OPTION_LINE = re.compile(r"^  (-[a-zA-Z-]+(?:, -[a-zA-Z-]+)*)", re.MULTILINE)
 
 
 def help_text(tool, *command):
@@ -12,10 +12,10 @@ def help_text(tool, *command):
 
 
 def commands(tool):
-    return COMMAND.findall(help_text(tool).split("Subcommands:\n")[1].split("\n\n")[0])
+    return COMMAND.findall(help_text(tool).split("Commands:\n")[1].split("\n\n")[0])
 
 
 def options(tool, *command):
     """The options of a command, or of the tool itself: every spelling."""
     found = OPTION_LINE.findall(help_text(tool, *command))
-    return {option for line in found for option in line.split(",")}
+    return {option for line in found for option in line.split(", ")}

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "qvannot/cli/textLayout.h"
+#include "qvannot/cli/textColumns.h"
 #include "qvannot/cli/toolText.h"
 
 namespace qvannot {
@@ -17,14 +17,6 @@ constexpr std::size_t EffectIndent = 6;
 constexpr std::string_view ToolDescription =
     "Shows, checks and migrates legacy CAD annotations. Documents are JSON or object streams, told by their "
     "content.";
-
-constexpr std::string_view ToolFooter =
-    R"(Exit codes: 0 all done; 1 done, with findings or views that are not migrated;
-2 bad command line; 3 an input cannot be opened; 4 an input is no known format;
-5 an output cannot be written; 6 a limit was hit, such as memory; 7 nothing to
-do; 70 a bug. The highest that happened counts.
-Findings go to standard error, one line each; results go to standard output.
-)";
 
 /// A name and what is said of it, beside it or, where there is no room, below.
 std::string formatEntry(std::string_view name, std::string_view text) {
@@ -79,6 +71,15 @@ std::string formatNeed(Option const& option) {
   return std::string(splitNames(option.m_names).front()) + ' ' + formatValue(option);
 }
 
+std::string formatExitCodes() {
+  std::string text;
+  for (ExitRow const& row : listExitRows()) {
+    text += (text.empty() ? "Exit codes: " : "; ") + std::to_string(row.m_code) + ' ' +
+            std::string(row.m_summary);
+  }
+  return wrapText(text + ". The highest that happened counts.", TerminalWidth);
+}
+
 std::string raise(std::string_view text) {
   std::string raised(text);
   for (char& c : raised) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
@@ -90,12 +91,15 @@ std::string raise(std::string_view text) {
 std::string formatUsage(CommandRow const& command) {
   std::string text = std::string(ToolName) + ' ' + std::string(command.m_name);
   std::string group;
+  bool hasChoice = false;
   for (Option const& option : describeOptions(command)) {
     std::string const need = formatNeed(option);
     if (!need.empty()) text += ' ' + need;
     if (option.m_presence == Presence::OneOfGroup) group = ' ' + raise(option.m_group);
+    bool const isOwn = option.m_names != makeHelpFlag().m_names && !isOperand(option);
+    hasChoice = hasChoice || (isOwn && option.m_presence == Presence::Optional);
   }
-  return text + group + " [OPTION...]";
+  return text + group + (hasChoice ? " [OPTION...]" : "");
 }
 
 std::string formatCommandHelp(CommandRow const& command) {
@@ -116,7 +120,8 @@ std::string formatToolHelp(CommandRows commands) {
   text += '\n' + wrapText(ToolDescription, TerminalWidth) + "\nUsage: qvannot COMMAND [ARGUMENT...]\n";
   text += formatGroups({makeHelpFlag(), makeVersionFlag()}) + "\nCommands:\n";
   for (CommandRow const* const command : commands) text += formatEntry(command->m_name, command->m_summary);
-  return text + "\n'qvannot help COMMAND' tells what a command takes.\n\n" + std::string(ToolFooter);
+  return text + "\n'qvannot help COMMAND' tells what a command takes.\n\n" + formatExitCodes() +
+         "Findings go to standard error, one line each; results go to standard output.\n";
 }
 
 }  // namespace qvannot

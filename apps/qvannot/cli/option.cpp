@@ -4,18 +4,9 @@
 #include <utility>
 
 #include "qvannot/cli/nearestNames.h"
+#include "qvannot/cli/textColumns.h"
 
 namespace qvannot {
-
-namespace {
-
-std::string listWords(std::span<std::string_view const> words, std::string_view separator) {
-  std::string list;
-  for (std::string_view const word : words) list.append(list.empty() ? "" : separator).append(word);
-  return list;
-}
-
-}  // namespace
 
 std::vector<std::string_view> splitNames(std::string_view names) {
   std::vector<std::string_view> spellings;
@@ -41,7 +32,7 @@ bool isFlag(Option const& option) {
 
 std::string formatValue(Option const& option) {
   if (!option.m_value.m_word.empty() || option.m_value.m_choices.empty()) return option.m_value.m_word;
-  std::string const words = listWords(option.m_value.m_choices, ",");
+  std::string const words = joinWords(option.m_value.m_choices, ",");
   return option.m_value.m_choices.size() == 1 ? words : '{' + words + '}';
 }
 
@@ -62,7 +53,7 @@ Option makeFlag(std::string_view names, std::string help, bool& isSet) {
 }
 
 std::string refuseChoice(std::string_view text, std::span<std::string_view const> choices) {
-  return "'" + std::string(text) + "' is none of " + listWords(choices, ", ") + suggestName(text, choices);
+  return "'" + std::string(text) + "' is none of " + joinWords(choices, ", ") + suggestName(text, choices);
 }
 
 }  // namespace qvannot

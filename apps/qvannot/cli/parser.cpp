@@ -14,8 +14,6 @@ namespace qvannot {
 
 namespace {
 
-using qvToolkit::ExitCode;
-
 /// A command with its rows, and the parser's view of it.
 struct Candidate {
   CommandRow const* m_row;
@@ -26,7 +24,9 @@ struct Candidate {
 
 void read(Option const& option, std::span<std::string const> words) {
   std::string const problem = option.m_read(words);
-  if (!problem.empty()) throw CLI::ValidationError(std::string(getLongName(option)), problem);
+  if (problem.empty()) return;
+  std::string const place = isOperand(option) ? "" : std::string(getLongName(option)) + ": ";
+  throw CLI::ValidationError(place + problem);
 }
 
 CLI::Option* addReader(CLI::App& parser, Option const& option) {

@@ -6,6 +6,34 @@
 
 namespace qvannot {
 
+namespace {
+
+using namespace qvToolkit;
+
+constexpr ExitRow ExitRows[] = {
+    {ExitDone, "all done",
+     "All done, no finding at or above the threshold (errors; with --strict also warnings)."},
+    {ExitFindings, "done, with findings or views that are not migrated",
+     "Done with findings, or some views not migrated."},
+    {ExitUsage, "bad command line", "Bad command line."},
+    {ExitInputUnreadable, "an input cannot be opened", "An input cannot be opened."},
+    {ExitInputBroken, "an input is no known format",
+     "An input is of no known format or broken beyond reading."},
+    {ExitOutputFailed, "an output cannot be written",
+     "An output cannot be written, standard output and standard error among them. Without a message when "
+     "whoever "
+     "reads standard output has gone away; the other inputs are then worked on only if that writes files."},
+    {ExitLimit, "a limit was hit, such as memory", "A limit was hit, or the process of an input died."},
+    {ExitNothingToDo, "nothing to do", "Nothing to do: no input, or no view in any of them."},
+    {ExitBug, "a bug", "A bug: please report it."},
+};
+
+}  // namespace
+
+std::span<ExitRow const> listExitRows() {
+  return ExitRows;
+}
+
 Option makeHelpFlag() {
   return {.m_names = option::Help, .m_help = "Print this help and exit"};
 }

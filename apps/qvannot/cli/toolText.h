@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "qvToolkit/findings/exitCode.h"
 #include "qvannot/cli/command.h"
 
 namespace qvannot {
@@ -10,6 +11,16 @@ namespace qvannot {
 
 inline constexpr std::string_view ToolName = "qvannot";
 inline constexpr std::string_view ToolSummary = "show, check and migrate legacy CAD annotations";
+
+/// What an exit code of the tool says.
+struct ExitRow {
+  qvToolkit::ExitCode m_code;
+  std::string_view m_summary;      ///< in the help
+  std::string_view m_explanation;  ///< in the manual
+};
+
+/// Lowest first.
+std::span<ExitRow const> listExitRows();
 
 /// What `-h` and `-V` are to every help text; the parser acts on them itself.
 Option makeHelpFlag();

@@ -60,7 +60,7 @@ constexpr Example Examples[] = {
 
 }  // namespace
 
-CommandRow const dumpCommand = {
+constexpr CommandRow dumpCommand = {
     "dump", "Show the fields of an object stream, byte by byte",
     "Shows each field with its offset, bytes, name and value, as far as the stream can be followed.",
     Examples, makeCommand<DumpCommand>};

@@ -36,7 +36,7 @@ constexpr Example Examples[] = {
 
 }  // namespace
 
-CommandRow const encodeCommand = {
+constexpr CommandRow encodeCommand = {
     "encode", "Write a document as an object stream",
     "Reads either encoding. What the chosen version cannot hold is told, annotation by annotation.", Examples,
     makeCommand<EncodeCommand>};

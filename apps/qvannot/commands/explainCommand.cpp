@@ -7,7 +7,7 @@
 
 #include "qvToolkit/findings/catalogue.h"
 #include "qvannot/cli/nearestNames.h"
-#include "qvannot/cli/textLayout.h"
+#include "qvannot/cli/textColumns.h"
 #include "qvannot/commandList.h"
 #include "qvannot/optionNames.h"
 #include "qvannot/reporter.h"
@@ -35,12 +35,8 @@ std::vector<std::string_view> listCodes() {
 }
 
 std::string listNearCodes(std::string_view text) {
-  std::string list;
   auto const sorted = sortByNearness(text, listCodes());
-  for (std::string_view const code : std::span(sorted).first(NearCodes)) {
-    list += (list.empty() ? "" : ", ") + std::string(code);
-  }
-  return list;
+  return joinWords(std::span(sorted).first(NearCodes), ", ");
 }
 
 std::string getOption(CatalogueRow const& row) {
@@ -139,7 +135,7 @@ constexpr Example Examples[] = {
 
 }  // namespace
 
-CommandRow const explainCommand = {
+constexpr CommandRow explainCommand = {
     "explain", "Tell what the codes of findings mean and what to do",
     "Each finding ends with its code in brackets. The codes are stable; the texts are for people.", Examples,
     makeCommand<ExplainCommand>};

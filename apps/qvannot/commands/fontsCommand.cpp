@@ -86,7 +86,7 @@ constexpr Example Examples[] = {
 
 }  // namespace
 
-CommandRow const fontsCommand = {
+constexpr CommandRow fontsCommand = {
     "fonts", "List the fonts that documents ask for and get",
     "Shows for each font the one that is drawn, the characters that no font has, and the packages that bring "
     "what is missing.",

@@ -1,9 +1,11 @@
 #include <algorithm>
 
 #include "qvannot/cli/helpText.h"
+#include "qvannot/cli/manualPage.h"
 #include "qvannot/cli/nearestNames.h"
 #include "qvannot/cli/toolText.h"
 #include "qvannot/commandList.h"
+#include "qvannot/optionNames.h"
 #include "qvannot/reporter.h"
 
 namespace qvannot {
@@ -15,6 +17,7 @@ struct HelpCommand final : Command {
   void run(Reporter& reporter) const override;
 
   CommandRow const* m_command = nullptr;  ///< null for the tool as a whole
+  bool m_asManual = false;
 };
 
 std::string readCommand(std::string const& text, CommandRow const*& command) {
@@ -30,11 +33,13 @@ Options HelpCommand::listOptions() {
       {.m_names = "COMMAND",
        .m_value = {.m_word = "COMMAND", .m_completion = Completion::Choice, .m_choices = listNames(Commands)},
        .m_help = "What to tell about; without one, the tool as a whole",
-       .m_read = [this](auto const& words) { return readCommand(words[0], m_command); }}};
+       .m_read = [this](auto const& words) { return readCommand(words[0], m_command); }},
+      makeFlag(option::Manual, "Write the manual page of the tool, for man", m_asManual)};
 }
 
 void HelpCommand::run(Reporter& reporter) const {
   reporter.expectNoViews();
+  if (m_asManual) return reporter.print(formatManualPage(Commands));
   reporter.print(m_command == nullptr ? formatToolHelp(Commands) : formatCommandHelp(*m_command));
 }
 
@@ -44,7 +49,7 @@ constexpr Example Examples[] = {
 
 }  // namespace
 
-CommandRow const helpCommand = {"help", "Tell what the tool or a command takes",
+constexpr CommandRow helpCommand = {"help", "Tell what the tool or a command takes",
                                 "Prints what 'qvannot COMMAND --help' prints.", Examples,
                                 makeCommand<HelpCommand>};
 

@@ -70,7 +70,7 @@ constexpr Example Examples[] = {
 
 }  // namespace
 
-CommandRow const inspectCommand = {
+constexpr CommandRow inspectCommand = {
     "inspect", "Show what documents hold",
     "Lists views, planes and annotations with their texts, and what was found while reading.", Examples,
     makeCommand<InspectCommand>};

@@ -269,7 +269,7 @@ constexpr Example Examples[] = {
 
 }  // namespace
 
-CommandRow const migrateCommand = {
+constexpr CommandRow migrateCommand = {
     "migrate", "Write SVG pages and the migrated model",
     "Writes a page for each view and a JSON document for each input. Metadata is never migrated: views and "
     "annotations that carry any are refused unless an option drops it.",

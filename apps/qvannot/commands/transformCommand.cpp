@@ -83,7 +83,7 @@ constexpr Example Examples[] = {
 
 }  // namespace
 
-CommandRow const transformCommand = {
+constexpr CommandRow transformCommand = {
     "transform", "Move a whole document, written as an object stream",
     "Views move in the model; their pages stay as they are. Texts, frames and heads keep their size.",
     Examples, makeCommand<TransformCommand>};

@@ -16,7 +16,7 @@ struct VersionCommand final : Command {
 
 }  // namespace
 
-CommandRow const versionCommand = {"version",
+constexpr CommandRow versionCommand = {"version",
                                    "Print the version",
                                    "Prints what 'qvannot --version' prints.",
                                    {},

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -15,5 +16,8 @@ std::string wrapText(std::string_view text, std::size_t width, std::size_t inden
 
 /// The text and as many blanks as lack to a width.
 std::string padText(std::string_view text, std::size_t width);
+
+/// The words with a separator between them.
+std::string joinWords(std::span<std::string_view const> words, std::string_view separator);
 
 }  // namespace qvannot

@@ -1,4 +1,4 @@
-#include "qvannot/cli/textLayout.h"
+#include "qvannot/cli/textColumns.h"
 
 #include <algorithm>
 
@@ -28,6 +28,12 @@ std::string wrapText(std::string_view text, std::size_t width, std::size_t inden
 
 std::string padText(std::string_view text, std::size_t width) {
   return std::string(text) + std::string(width - std::min(width, text.size()), ' ');
+}
+
+std::string joinWords(std::span<std::string_view const> words, std::string_view separator) {
+  std::string text;
+  for (std::string_view const word : words) text.append(text.empty() ? "" : separator).append(word);
+  return text;
 }
 
 }  // namespace qvannot
