@@ -39,10 +39,12 @@ struct Example {
 /// A command as the list of all has it.
 struct CommandRow {
   std::string_view m_name;
-  std::string_view m_summary;           ///< what it does, in a few words without a full stop
-  std::string_view m_description;       ///< sentences that say more
-  std::span<Example const> m_examples;  ///< the first one stands in the tool's own help, too
+  std::string_view m_summary;      ///< what it does, in a few words without a full stop
+  std::string_view m_description;  ///< sentences that say more
+  std::span<Example const> m_examples;
   std::unique_ptr<Command> (*m_make)();
+  bool m_isAboutTool =
+      false;  ///< it works on no document; otherwise the tool's own help shows the first example
 };
 
 using CommandRows = std::span<CommandRow const* const>;

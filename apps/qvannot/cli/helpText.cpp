@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t EntryIndent = 2;
 constexpr std::size_t TextColumn = 28;
 constexpr std::size_t EffectIndent = 6;
+constexpr std::size_t ExitColumn = 6;
 
 constexpr std::string_view ToolDescription =
     "Shows, checks and migrates legacy CAD annotations. Documents are JSON or object streams, told by their "
@@ -72,12 +73,11 @@ std::string formatNeed(Option const& option) {
 }
 
 std::string formatExitCodes() {
-  std::string text;
+  std::string text = "\nExit codes, of which the highest that happened counts:\n";
   for (ExitRow const& row : listExitRows()) {
-    text += (text.empty() ? "Exit codes: " : "; ") + std::to_string(row.m_code) + ' ' +
-            std::string(row.m_summary);
+    text += padText("  " + std::to_string(row.m_code), ExitColumn) + std::string(row.m_summary) + '\n';
   }
-  return wrapText(text + ". The highest that happened counts.", TerminalWidth);
+  return text;
 }
 
 std::string raise(std::string_view text) {
@@ -115,13 +115,13 @@ std::string formatCommandHelp(CommandRow const& command) {
 std::string formatToolHelp(CommandRows commands) {
   std::string text = "Examples:\n";
   for (CommandRow const* const command : commands) {
-    if (!command->m_examples.empty()) text += formatExample(command->m_examples.front());
+    if (!command->m_isAboutTool) text += formatExample(command->m_examples.front());
   }
   text += '\n' + wrapText(ToolDescription, TerminalWidth) + "\nUsage: qvannot COMMAND [ARGUMENT...]\n";
   text += formatGroups({makeHelpFlag(), makeVersionFlag()}) + "\nCommands:\n";
   for (CommandRow const* const command : commands) text += formatEntry(command->m_name, command->m_summary);
-  return text + "\n'qvannot help COMMAND' tells what a command takes.\n\n" + formatExitCodes() +
-         "Findings go to standard error, one line each; results go to standard output.\n";
+  return text + "\n'qvannot help COMMAND' tells what a command takes.\n" + formatExitCodes() +
+         "\nFindings go to standard error, one line each; results go to standard output.\n";
 }
 
 }  // namespace qvannot

@@ -13,6 +13,13 @@ constexpr std::size_t MaxCompared = 100;
 /// Of three characters one may be wrong, of six two: more is another word.
 constexpr std::size_t CharactersPerSlip = 3;
 
+/// The only name that begins with the text; empty for none or several.
+std::string_view findOnlyBeginning(std::string_view text, std::span<std::string_view const> names) {
+  auto const begins = [text](std::string_view name) { return name.starts_with(text); };
+  return std::ranges::count_if(names, begins) == 1 ? *std::ranges::find_if(names, begins)
+                                                   : std::string_view();
+}
+
 }  // namespace
 
 std::size_t countSlips(std::string_view a, std::string_view b) {
@@ -47,8 +54,9 @@ std::string suggestName(std::string_view text, std::span<std::string_view const>
   if (names.empty() || text.size() > MaxCompared) return {};
   std::string_view const nearest = sortByNearness(text, names).front();
   std::size_t const allowed = std::max(text.size(), nearest.size()) / CharactersPerSlip;
-  if (countSlips(text, nearest) > allowed) return {};
-  return "; did you mean '" + std::string(nearest) + "'?";
+  std::string_view const meant =
+      countSlips(text, nearest) <= allowed ? nearest : findOnlyBeginning(text, names);
+  return meant.empty() ? std::string() : "; did you mean '" + std::string(meant) + "'?";
 }
 
 }  // namespace qvannot

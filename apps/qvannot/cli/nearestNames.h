@@ -16,7 +16,8 @@ std::size_t countSlips(std::string_view a, std::string_view b);
 /// that is longer than any name could be only the beginning is compared.
 std::vector<std::string_view> sortByNearness(std::string_view text, std::span<std::string_view const> names);
 
-/// "; did you mean 'NAME'?" with the name that a slip or two lead to, or none when no name is that near.
+/// "; did you mean 'NAME'?" with the name that a slip or two lead to, or else the only one that begins with
+/// the text; empty when there is none.
 std::string suggestName(std::string_view text, std::span<std::string_view const> names);
 
 }  // namespace qvannot

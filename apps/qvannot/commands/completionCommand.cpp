@@ -36,8 +36,11 @@ constexpr Example Examples[] = {
 }  // namespace
 
 constexpr CommandRow completionCommand = {
-    "completion", "Write what lets a shell complete command lines",
+    "completion",
+    "Write what lets a shell complete command lines",
     "Installed packages bring these scripts along; where there is none, load what this command writes.",
-    Examples, makeCommand<CompletionCommand>};
+    Examples,
+    makeCommand<CompletionCommand>,
+    true};
 
 }  // namespace qvannot

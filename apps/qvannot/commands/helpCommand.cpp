@@ -49,8 +49,11 @@ constexpr Example Examples[] = {
 
 }  // namespace
 
-constexpr CommandRow helpCommand = {"help", "Tell what the tool or a command takes",
-                                "Prints what 'qvannot COMMAND --help' prints.", Examples,
-                                makeCommand<HelpCommand>};
+constexpr CommandRow helpCommand = {"help",
+                                    "Tell what the tool or a command takes",
+                                    "Prints what 'qvannot COMMAND --help' prints.",
+                                    Examples,
+                                    makeCommand<HelpCommand>,
+                                    true};
 
 }  // namespace qvannot

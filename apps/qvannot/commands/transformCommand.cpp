@@ -52,7 +52,9 @@ Options TransformCommand::listOptions() {
   Options transformations;
   for (TransformRow const& row : TransformRows)
     transformations.push_back(makeTransformOption(row, m_transformation));
-  Options const others = {makeStrictFlag(m_isStrict), makeStreamVersionOption(m_output.m_options)};
+  Option version = makeStreamVersionOption(m_output.m_options);
+  version.m_default = "6.27";
+  Options const others = {makeStrictFlag(m_isStrict), version};
   return join(makeEncodedOutputOptions(m_output), others, transformations,
               makeLimitOptions(m_output.m_limits));
 }

@@ -16,10 +16,8 @@ struct VersionCommand final : Command {
 
 }  // namespace
 
-constexpr CommandRow versionCommand = {"version",
-                                   "Print the version",
-                                   "Prints what 'qvannot --version' prints.",
-                                   {},
-                                   makeCommand<VersionCommand>};
+constexpr CommandRow versionCommand = {
+    "version", "Print the version",         "Prints what 'qvannot --version' prints.",
+    {},        makeCommand<VersionCommand>, true};
 
 }  // namespace qvannot

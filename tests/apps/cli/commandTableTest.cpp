@@ -40,6 +40,7 @@ TEST(CommandTable, SaysOfEveryCommandWhatItDoesAndShowsHow) {
     EXPECT_TRUE(isSentencePart(command->m_summary)) << command->m_name;
     EXPECT_LE(command->m_summary.size(), 52U) << command->m_name << " has no line of its own in the help";
     EXPECT_TRUE(command->m_description.ends_with('.')) << command->m_name;
+    EXPECT_TRUE(command->m_isAboutTool || !command->m_examples.empty()) << command->m_name;
     for (Example const& example : command->m_examples) {
       EXPECT_NE(example.m_line.find("qvannot " + std::string(command->m_name)), std::string_view::npos);
       EXPECT_TRUE(example.m_effect.ends_with('.')) << example.m_line;

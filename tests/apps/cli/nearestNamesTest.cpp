@@ -44,6 +44,13 @@ TEST(NearestNames, AreSuggestedForASlipOrTwoOnly) {
   EXPECT_EQ(suggestName("dump", {}), "");
 }
 
+TEST(NearestNames, AreSuggestedForABeginningThatOnlyOneHas) {
+  constexpr std::array<std::string_view, 4> Names = {"--output", "--max-memory", "--max-views", "inspect"};
+  EXPECT_EQ(suggestName("--out", Names), "; did you mean '--output'?");
+  EXPECT_EQ(suggestName("ins", Names), "; did you mean 'inspect'?");
+  EXPECT_EQ(suggestName("--max", Names), "");
+}
+
 TEST(NearestNames, TakeNoTimeForATextOfAnyLength) {
   constexpr std::array<std::string_view, 2> Names = {"inspect", "dump"};
   std::string const text(10'000'000, 'd');

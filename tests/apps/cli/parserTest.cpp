@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "qvannot/cli/helpText.h"
 #include "qvannot/cli/toolText.h"
 #include "qvannot/commandList.h"
@@ -37,6 +39,27 @@ TEST(Parser, AnswersHelpAndVersionInEverySpelling) {
     EXPECT_EQ(help.m_text, formatCommandHelp(*command));
     EXPECT_EQ(help.m_exitCode, qvToolkit::ExitDone);
     EXPECT_EQ(answer({command->m_name.data(), "-h"}).m_text, help.m_text);
+  }
+}
+
+/// The words of an example as a shell hands them over, but for its patterns and redirections.
+std::vector<std::string> splitExample(std::string_view line) {
+  std::vector<std::string> words;
+  std::istringstream stream{std::string(line)};
+  for (std::string word; stream >> word && word != ">";) words.push_back(word);
+  return words;
+}
+
+TEST(Parser, TakesEveryExampleOfTheHelp) {
+  for (CommandRow const* const command : Commands) {
+    for (Example const& example : command->m_examples) {
+      if (!example.m_line.starts_with("qvannot ")) continue;
+      std::vector<std::string> const words = splitExample(example.m_line);
+      std::vector<char const*> arguments;
+      for (std::string const& word : words) arguments.push_back(word.c_str());
+      auto const parsed = parseCommandLine(Commands, static_cast<int>(arguments.size()), arguments.data());
+      EXPECT_TRUE(std::holds_alternative<std::unique_ptr<Command>>(parsed)) << example.m_line;
+    }
   }
 }
 
