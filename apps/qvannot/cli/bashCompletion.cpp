@@ -68,14 +68,8 @@ std::string formatFunction(std::string_view head, std::string_view subject, std:
          "  esac\n}\n";
 }
 
-/// Which options the command has.
 std::string formatNames(Options const& options) {
-  std::vector<std::string_view> names;
-  for (Option const& option : options) {
-    if (isOperand(option)) continue;
-    for (std::string_view const name : splitNames(option.m_names)) names.push_back(name);
-  }
-  return "_qvannot_offer words " + joinWords(names, " ");
+  return "_qvannot_offer words " + joinWords(listSpellings(options), " ");
 }
 
 /// What options with a value take.

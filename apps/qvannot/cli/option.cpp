@@ -18,6 +18,15 @@ std::vector<std::string_view> splitNames(std::string_view names) {
   return spellings;
 }
 
+std::vector<std::string_view> listSpellings(Options const& options) {
+  std::vector<std::string_view> spellings;
+  for (Option const& option : options) {
+    if (isOperand(option)) continue;
+    for (std::string_view const name : splitNames(option.m_names)) spellings.push_back(name);
+  }
+  return spellings;
+}
+
 std::string_view getLongName(Option const& option) {
   return splitNames(option.m_names).back();
 }

@@ -44,7 +44,9 @@ using Options = std::vector<Option>;
 
 /// The spellings of an option, each with its dashes: "-o", "--output".
 std::vector<std::string_view> splitNames(std::string_view names);
-/// The longest of them, which messages name.
+/// Those of all options; operands have none.
+std::vector<std::string_view> listSpellings(Options const& options);
+/// The last spelling, which messages name.
 std::string_view getLongName(Option const& option);
 bool isOperand(Option const& option);
 bool isFlag(Option const& option);

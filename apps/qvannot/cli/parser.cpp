@@ -103,13 +103,8 @@ Candidate* CommandLine::findChosen() {
 }
 
 std::string refuseOption(std::string_view word, Options const& options) {
-  std::vector<std::string_view> names;
-  for (Option const& option : options) {
-    if (isOperand(option)) continue;
-    for (std::string_view const name : splitNames(option.m_names)) names.push_back(name);
-  }
   std::string_view const name = word.substr(0, word.find('='));
-  return "there is no option '" + std::string(name) + "'" + suggestName(name, names);
+  return "there is no option '" + std::string(name) + "'" + suggestName(name, listSpellings(options));
 }
 
 /// CLI11 only says that a command is missing.
