@@ -2,6 +2,7 @@
 // images from a folder and writes a page for each view: migrateDocument examples/image_sheet_6.27.json
 // examples/rasters OUTPUT_FOLDER
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -24,10 +25,6 @@ struct FileSink : OutputSink {
   std::ofstream m_file;
 };
 
-void show(std::string const& path, Findings const& findings) {
-  for (Finding const& finding : findings) std::cerr << formatFinding(path, finding) << '\n';
-}
-
 void showName(WalkedAnnotation const& place) {
   if (place.m_annotation == nullptr) return;  // an empty entry
   std::cout << place.m_address.getText() << ": " << escapeTerminal(place.m_annotation->GetName()) << '\n';
@@ -36,25 +33,28 @@ void showName(WalkedAnnotation const& place) {
 int main(int argc, char** argv) {
   if (argc != 4) return ExitUsage;
   Session const session;  // documents, and what is made of them, are gone before it
+  auto const tell = [path = argv[1]](Finding const& finding) {
+    std::cerr << formatFinding(path, finding) << '\n';
+  };
   Document document = openDocument(argv[1]);
-  show(argv[1], document.m_findings);
+  std::ranges::for_each(document.m_findings, tell);
   walkAnnotations(document, showName);
+
   Similarity lift;
   lift.m_translation = {0, 0, 100};
-  show(argv[1], transformDocument(document, lift).m_findings);
+  std::ranges::for_each(transformDocument(document, lift).m_findings, tell);
 
   MigrationOptions options;
   RasterFolder const folder(argv[2]);  // or whatever else the host takes its images from
   options.m_rasters = [&folder](std::string const& name) { return folder.find(name); };
-  MigrationSession migration(options, [&](Finding const& finding) { show(argv[1], {finding}); });
-  migration.migrate(document, [&](MigratedView const& view) {
-    if (view.m_view == nullptr) return true;  // a finding has said why
+  MigrationSession(options, tell).migrate(document, [&](MigratedView const& view) {
+    if (view.m_view == nullptr) return true;  // a finding said why
     std::string const name = std::to_string(view.m_index) + ".svg";
     FileSink page;
     page.m_file.open(std::string(argv[3]) + "/" + name, std::ios::binary);
-    show(argv[1], writeSvgPage(view, page));
+    std::ranges::for_each(writeSvgPage(view, page), tell);
     std::cout << (page.write("") ? "written: " : "not written: ") << name << '\n';
-    return true;  // the next one, please
+    return true;
   });
   return getFailure(document);
 }

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <new>
 
+#include "files/inputFingerprint.h"
 #include "interruption.h"
 #include "memoryBudget.h"
-#include "qvToolkit/files/inputFingerprint.h"
 #include "qvToolkit/findings/limitFinding.h"
 #include "qvToolkit/reading/openDocument.h"
 #include "worker.h"

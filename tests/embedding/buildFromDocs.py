@@ -1,6 +1,7 @@
-"""Builds the host that docs/embedding.md shows, with the command that it shows, and runs it.
+"""Builds a host that docs/embedding.md shows, with the command that it shows for a package, and runs it.
 
-Usage: buildFromDocs.py TREE COMPILER EMBEDDING.md OUTPUT_FOLDER DOCUMENT EXPECTED
+Usage: buildFromDocs.py TREE COMPILER EMBEDDING.md PACKAGE MARKER OUTPUT_FOLDER DOCUMENT EXPECTED
+The host is the program that holds MARKER.
 """
 
 import os
@@ -16,21 +17,21 @@ def blocks(text, language):
     return [content for kind, content in BLOCK.findall(text) if kind == language]
 
 
-def only(candidates, marker):
-    """The one block that holds the marker."""
-    found = [block for block in candidates if marker in block]
+def only(candidates, *markers):
+    """The one block that holds the markers."""
+    found = [block for block in candidates if all(marker in block for marker in markers)]
     if len(found) != 1:
-        sys.exit(f"{len(found)} blocks hold '{marker}'")
+        sys.exit(f"{len(found)} blocks hold {markers}")
     return found[0]
 
 
 def main():
-    tree, compiler, page, output, document, expected = sys.argv[1:]
+    tree, compiler, page, package, marker, output, document, expected = sys.argv[1:]
     text = pathlib.Path(page).read_text(encoding="utf-8")
     folder = pathlib.Path(output)
     folder.mkdir(parents=True, exist_ok=True)
-    (folder / "host.cpp").write_text(only(blocks(text, "cpp"), "int main"), encoding="utf-8")
-    command = only(blocks(text, "sh"), "g++ ").replace("g++ ", f"{compiler} -Wall -Wextra -Werror ", 1)
+    (folder / "host.cpp").write_text(only(blocks(text, "cpp"), "int main", marker), encoding="utf-8")
+    command = only(blocks(text, "sh"), "g++ ", f"{package})").replace("g++ ", f"{compiler} -Wall -Wextra -Werror ", 1)
 
     libraries = next(pathlib.Path(tree).rglob("libqvAnnotationLegacy.so")).parent
     environment = os.environ | {"PKG_CONFIG_PATH": str(libraries / "pkgconfig"), "LD_LIBRARY_PATH": str(libraries)}

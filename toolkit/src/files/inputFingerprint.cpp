@@ -1,4 +1,4 @@
-#include "qvToolkit/files/inputFingerprint.h"
+#include "files/inputFingerprint.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -4,8 +4,6 @@
 #include <optional>
 #include <string>
 
-#include "qvToolkit/export.h"
-
 namespace qvToolkit {
 
 /// By what the content of an input can be told from others.
@@ -15,12 +13,8 @@ struct InputFingerprint {
 };
 
 /// Reads a file piece by piece, in memory that does not grow with it.
-/// @code
-/// if (auto const print = takeFingerprint("bracket.json", /*maxBytes*/ 1 << 20))
-///   std::cout << print->m_size << " bytes of hash " << print->m_hash << '\n';
-/// @endcode
 /// Nothing for standard input, for what is no regular file or cannot be read, and for a file larger than
 /// `maxBytes`.
-QVT_EXPORT std::optional<InputFingerprint> takeFingerprint(std::string const& path, std::uint64_t maxBytes);
+std::optional<InputFingerprint> takeFingerprint(std::string const& path, std::uint64_t maxBytes);
 
 }  // namespace qvToolkit
