@@ -45,6 +45,7 @@ bool haveSameName(std::string_view variable, std::string_view other) {
 /// Null-terminated pointers to the strings, as the system wants them.
 std::vector<char*> makePointers(std::vector<std::string> const& texts) {
   std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
   for (std::string const& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
   pointers.push_back(nullptr);
   return pointers;
