@@ -1,5 +1,6 @@
 #include "faceOutlines.h"
 
+#include <hb-ot.h>
 #include <hb.h>
 
 #include <new>
@@ -89,6 +90,26 @@ std::string const& FaceOutlines::getFontFile() const noexcept {
 
 unsigned FaceOutlines::getFaceIndex() const noexcept {
   return m_face->getLocation().m_index;
+}
+
+std::string FaceOutlines::getFontVersion() const {
+  hb_face_t* const face = hb_font_get_face(m_face->getFont());
+  MemoryWatch const watch;
+  unsigned const length =
+      hb_ot_name_get_utf8(face, HB_OT_NAME_ID_VERSION_STRING, HB_LANGUAGE_INVALID, nullptr, nullptr);
+  std::string version(length, '\0');
+  unsigned size = length + 1;  // with the zero behind
+  hb_ot_name_get_utf8(face, HB_OT_NAME_ID_VERSION_STRING, HB_LANGUAGE_INVALID, &size, version.data());
+  m_face->checkMemory(watch);
+  return version;
+}
+
+std::string_view FaceOutlines::getFontData() const noexcept {
+  hb_blob_t* const blob = hb_face_reference_blob(hb_font_get_face(m_face->getFont()));
+  unsigned length = 0;
+  char const* const bytes = hb_blob_get_data(blob, &length);
+  hb_blob_destroy(blob);  // the face holds it, too
+  return {bytes, length};
 }
 
 unsigned FaceOutlines::getUnitsPerEm() const noexcept {

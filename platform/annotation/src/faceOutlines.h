@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "fontFace.h"
 #include "qvSvg/glyphSource.h"
@@ -16,6 +17,8 @@ class FaceOutlines final : public svg::GlyphSource {
 
   std::string const& getFontFile() const noexcept override;
   unsigned getFaceIndex() const noexcept override;
+  std::string getFontVersion() const override;
+  std::string_view getFontData() const noexcept override;
   unsigned getUnitsPerEm() const noexcept override;
   svg::Outline getOutline(std::uint32_t glyph) const override;
 

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <set>
 #include <string>
 #include <vector>
@@ -104,6 +106,15 @@ TEST(GlyphSource, NamesItsFace) {
   EXPECT_TRUE(span.m_glyphSource->getFontFile().ends_with("/LiberationSans-Regular.ttf"));
   EXPECT_EQ(span.m_glyphSource->getFaceIndex(), 0U);
   EXPECT_EQ(span.m_glyphSource->getUnitsPerEm(), 2048U);
+}
+
+TEST(GlyphSource, TellsWhichFontItDrawsFrom) {
+  svg::TextSpan const span = layOutSpans("A").at(0);
+  EXPECT_EQ(span.m_glyphSource->getFontVersion().substr(0, 10), "Version 2.");
+  std::ifstream file(span.m_glyphSource->getFontFile(), std::ios::binary);
+  std::string const bytes{std::istreambuf_iterator<char>(file), {}};
+  ASSERT_FALSE(bytes.empty());
+  EXPECT_TRUE(span.m_glyphSource->getFontData() == bytes);
 }
 
 TEST(GlyphSource, IsOneObjectForAFace) {

@@ -12,6 +12,8 @@ using qv::svg::FontMatch;
 struct NamedSource : qv::svg::GlyphSource {
   std::string const& getFontFile() const noexcept override { return m_file; }
   unsigned getFaceIndex() const noexcept override { return 0; }
+  std::string getFontVersion() const override { return {}; }
+  std::string_view getFontData() const noexcept override { return {}; }
   unsigned getUnitsPerEm() const noexcept override { return 1000; }
   qv::svg::Outline getOutline(std::uint32_t) const override { return {}; }
   std::string m_file = "/fonts/new.ttf";

@@ -13,6 +13,8 @@ using qvTest::XmlElement;
 struct Triangles : qv::svg::GlyphSource {
   std::string const& getFontFile() const noexcept override { return m_file; }
   unsigned getFaceIndex() const noexcept override { return 0; }
+  std::string getFontVersion() const override { return {}; }
+  std::string_view getFontData() const noexcept override { return {}; }
   unsigned getUnitsPerEm() const noexcept override { return 1000; }
   qv::svg::Outline getOutline(std::uint32_t glyph) const override {
     using Kind = qv::svg::OutlineCommand::Kind;

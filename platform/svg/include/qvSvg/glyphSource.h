@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <cstddef>
@@ -41,6 +42,11 @@ class QV_EXPORT GlyphSource {
   /// The face's number in the file; for an instance of a variable font, the instance's number, counted from
   /// 1, stands in the upper 16 bits.
   virtual unsigned getFaceIndex() const noexcept = 0;
+  /// The version that the font states in its table of names, such as "Version 2.37", as UTF-8; empty when it
+  /// states none.
+  virtual std::string getFontVersion() const = 0;
+  /// All bytes of the font file as the outlines are read from them; they live as long as the source.
+  virtual std::string_view getFontData() const noexcept = 0;
   /// Points of upright outlines lie on multiples of 1 / units per em.
   virtual unsigned getUnitsPerEm() const noexcept = 0;
   /// The outline for an em of 1, y up, the glyph's origin at (0, 0). Empty for glyphs without ink and for
