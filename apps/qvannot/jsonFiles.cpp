@@ -18,7 +18,7 @@ using qvToolkit::FindingCode;
 class JsonRun {
  public:
   JsonRun(JsonFiles const& files, Reporter& reporter)
-      : m_files(files), m_reporter(reporter), m_list(reporter) {}
+      : m_files(files), m_reporter(reporter), m_list(files.m_list, reporter) {}
 
   void run() {
     auto const make = [this](std::size_t i) { return makeJob(m_files.m_files[i]); };
@@ -37,12 +37,14 @@ class JsonRun {
   void work(std::string const& path) {
     std::string const entry = makeEntry(path);
     if (!m_files.m_limits.areLifted()) return m_reporter.print(entry);
-    static_cast<void>(m_list.add(entry));
+    m_list.add(entry);
   }
 
   std::string makeEntry(std::string const& path) {
     try {
-      return m_files.m_makeEntry(path);
+      qvToolkit::JsonWriter json = m_files.m_list.makeEntryWriter();
+      m_files.m_writeEntry(json, path);
+      return json.takeText();
     } catch (std::bad_alloc const& error) {
       Finding const finding = qvToolkit::makeLimitFinding(error);
       m_reporter.report(path, {finding});
@@ -66,15 +68,15 @@ class JsonRun {
     }
   }
 
-  void addFailed(std::string const& path, Finding const& finding) {
-    static_cast<void>(m_list.add(makeFailed(path, finding)));
-  }
+  void addFailed(std::string const& path, Finding const& finding) { m_list.add(makeFailed(path, finding)); }
 
   std::string makeFailed(std::string const& path, Finding const& finding) {
     qvToolkit::Document document;
-    document.m_path = path;
+    document.m_path = document.m_source.m_path = path;
     document.m_findings = {finding};
-    return m_files.m_makeFailedEntry(document);
+    qvToolkit::JsonWriter json = m_files.m_list.makeEntryWriter();
+    m_files.m_writeFailedEntry(json, document);
+    return json.takeText();
   }
 
   JsonFiles const& m_files;

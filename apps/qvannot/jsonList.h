@@ -2,27 +2,26 @@
 
 #include <string_view>
 
+#include "qvToolkit/reports/reportList.h"
 #include "reporter.h"
 #include "spool.h"
 
 namespace qvannot {
 
-/// Joins {"files": [...]} of single documents, each made by a worker of its own, into one.
+/// Prints a list whose entries are made one by one, each by a worker of its own.
 class JsonList {
  public:
-  explicit JsonList(Reporter& reporter) : m_reporter(reporter) {}
+  JsonList(qvToolkit::ReportList list, Reporter& reporter) : m_list(list), m_reporter(reporter) {}
 
-  /// False when that is no such list of one entry; nothing of it is taken then.
-  [[nodiscard]] bool add(std::string_view list);
-  [[nodiscard]] bool add(Spool const& list);
+  void add(std::string_view entry);
+  /// False when the worker left no entry; nothing of it is taken then.
+  [[nodiscard]] bool add(Spool const& entry);
   /// Prints the end; to be called once.
-  void finish();
+  void finish() { m_reporter.print(m_list.end()); }
 
  private:
-  void beginEntry();
-
+  qvToolkit::ReportList m_list;
   Reporter& m_reporter;
-  bool m_isEmpty = true;
 };
 
 }  // namespace qvannot

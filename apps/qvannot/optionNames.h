@@ -40,6 +40,7 @@ constexpr char const* MaxTime = "--max-time";
 constexpr char const* MaxViews = "--max-views";
 constexpr char const* NoSystemFonts = "--no-system-fonts";
 constexpr char const* Output = "-o,--output";
+constexpr char const* Pretty = "--pretty";
 constexpr char const* Rasters = "--rasters";
 constexpr char const* Rotate = "--rotate";
 constexpr char const* Scale = "--scale";

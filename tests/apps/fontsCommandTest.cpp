@@ -65,10 +65,11 @@ TEST_F(FontsCommand, LooksIntoViewsThatMetadataKeepsFromBeingMigrated) {
 TEST_F(FontsCommand, WritesJsonForScripts) {
   ToolRun const result = run(makeTextDocument("Arial", "\u2300"), {"--json"});
   EXPECT_EQ(result.m_exitCode, ExitDone);
-  EXPECT_TRUE(result.m_output.starts_with("{\n  \"files\": [")) << result.m_output;
+  EXPECT_TRUE(result.m_output.starts_with("{\"format\":\"qvannot.fonts\",\"formatVersion\":2,"))
+      << result.m_output;
   for (char const* const part :
-       {"\"askedFamily\": \"Arial\"", "\"family\": \"DejaVu Sans\"", "\"match\": \"substitute\"",
-        "\"missingCharacters\": []", "\"code\": \"font.substituted\""}) {
+       {"\"askedFamily\":\"Arial\"", "\"family\":\"DejaVu Sans\"", "\"match\":\"substitute\"",
+        "\"missingCharacters\":[]", "\"code\":\"font.substituted\""}) {
     EXPECT_NE(result.m_output.find(part), std::string::npos) << part << result.m_output;
   }
 }

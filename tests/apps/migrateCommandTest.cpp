@@ -61,9 +61,9 @@ TEST_F(MigrateCommand, PassesTheHeadSizeOn) {
   std::string const input =
       m_place.write("p.json", makeDocument(R"("leaders":[{"pos":[21,2,0],"head":"circle"}],)"));
   static_cast<void>(runTool({"migrate", input, "-o", m_out}));
-  EXPECT_NE(m_place.read("out/p.migrated.json").find("\"radii\": [1.5, 1.5]"), std::string::npos);
+  EXPECT_NE(m_place.read("out/p.migrated.json").find("\"radii\":[1.5,1.5]"), std::string::npos);
   static_cast<void>(runTool({"migrate", input, "-o", m_out, "--head-size", "5", "--force"}));
-  EXPECT_NE(m_place.read("out/p.migrated.json").find("\"radii\": [2.5, 2.5]"), std::string::npos);
+  EXPECT_NE(m_place.read("out/p.migrated.json").find("\"radii\":[2.5,2.5]"), std::string::npos);
 }
 
 TEST_F(MigrateCommand, DrawsAPageWhateverTheHeadSize) {

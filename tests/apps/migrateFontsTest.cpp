@@ -33,7 +33,7 @@ TEST_F(MigrateFonts, AreOnlyThoseOfTheFoldersWithoutSystemFonts) {
       std::string::npos)
       << run.m_errors;
   EXPECT_NE(readPage().find("DejaVu Sans"), std::string::npos);
-  EXPECT_NE(m_place.read("out/plain.migrated.json").find("\"systemFonts\": false"), std::string::npos);
+  EXPECT_NE(m_place.read("out/plain.migrated.json").find("\"systemFonts\":false"), std::string::npos);
 }
 
 TEST_F(MigrateFonts, AreReplacedByTheUsersWish) {

@@ -49,7 +49,7 @@ TEST_F(MigrateFormat, MakesPngOrPdfPagesInsteadOfSvg) {
   EXPECT_EQ(migrate({"--format", "png"}).m_output,
             m_out + "/plain.view-0000.png\n" + m_out + "/plain.migrated.json\n");
   EXPECT_TRUE(m_place.read("out/plain.view-0000.png").starts_with("\x89PNG"));
-  EXPECT_NE(m_place.read("out/plain.migrated.json").find("\"page\": \"plain.view-0000.png\""),
+  EXPECT_NE(m_place.read("out/plain.migrated.json").find("\"page\":\"plain.view-0000.png\""),
             std::string::npos);
   EXPECT_EQ(migrate({"--format", "pdf", "--force"}).m_exitCode, ExitDone);
   EXPECT_TRUE(m_place.read("out/plain.view-0000.pdf").starts_with("%PDF-"));

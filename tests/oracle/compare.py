@@ -29,7 +29,8 @@ class Difference:
 
 def differences(document, answer, rules):
     """Every difference between a model.Document and the tool's object of the file."""
-    yield from compare("format", document.format, answer.get("format"))
+    if document.readable:
+        yield from compare("source/encoding", document.format, answer["source"]["encoding"])
     yield from compare("readable", document.readable, answer.get("readable"))
     teller = Teller(rules)
     expected = [teller.view(index, view) for index, view in enumerate(document.views)]
@@ -47,7 +48,7 @@ def compare_findings(expected, answer):
     Of a document that is not readable only the errors are: how far it was looked at for less is not told.
     """
     found = sorted(
-        (finding["code"], finding["severity"], finding.get("byteOffset", UNKNOWN))
+        (finding["code"], finding["severity"], UNKNOWN if finding["byteOffset"] is None else finding["byteOffset"])
         for finding in answer["findings"]
         if finding["code"].startswith(READING) and counts(finding["severity"], answer)
     )

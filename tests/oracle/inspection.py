@@ -1,20 +1,35 @@
 """Tells a model as `qvannot inspect --json --full` does (docs/inspect-json.md), with leaves that compare themselves.
 
-A text stands for itself and for its `Hex` member, a list of singles for itself and for its `Bits` member.
+A text stands for itself and for its `Hex` member, a list of singles for itself and for its `Bits` member, a value of
+a closed set for its name and for its `Number` member. No member is ever left out: what is not there is None.
 """
 
 import re
 from dataclasses import dataclass
 
 from model import TEXT
-from singles import double_bits, is_finite, is_number, single_bits, single_value
+from singles import double_bits, is_finite, is_number, single_bits
 
 SHAPE_BITS = 15
+RUN_KINDS = "normal subscript superscript".split()
 
 
-def name_of(names, number):
-    """The name beside a stored number, None beyond the set."""
-    return names[number] if number < len(names) else None
+def nothing(*keys):
+    """Members without a value."""
+    return [(key, None) for key in keys]
+
+
+@dataclass
+class Name:
+    """A value of a closed set: its name, None beyond the set, and its number; both None where there is none."""
+
+    number: int | None
+    names: list
+
+    def members(self, key):
+        named = self.number is not None and self.number < len(self.names)
+        yield key, self.names[self.number] if named else None
+        yield key + "Number", self.number
 
 
 def shortened(text):
@@ -30,6 +45,7 @@ class Text:
     def members(self, key):
         try:
             yield key, self.data.decode("utf-8")
+            yield key + "Hex", None
         except UnicodeDecodeError:
             yield key, self
             yield key + "Hex", self.data.hex()
@@ -47,43 +63,42 @@ class Singles:
 
     def members(self, key):
         yield key, [Single(bits) for bits in self.bits]
-        if not all(is_finite(bits) for bits in self.bits):
-            yield key + "Bits", [f"{bits:08x}" for bits in self.bits]
+        finite = all(is_finite(bits) for bits in self.bits)
+        yield key + "Bits", None if finite else [f"{bits:08x}" for bits in self.bits]
 
 
 @dataclass
 class Single:
-    """One number: equal to the text of any number that reads back as the same single, zero without its sign."""
+    """One number: equal to the text of any number that reads back as the same single, the sign of zero included."""
 
     bits: int
 
     def equals(self, found):
         if not is_finite(self.bits):
             return found is None
-        return is_number(found) and (single_bits(float(found)) == self.bits or found == single_value(self.bits) == 0)
+        return is_number(found) and single_bits(float(found)) == self.bits
 
 
 @dataclass
 class Real:
-    """A real of metadata; equal down to its bits, but for the sign of zero."""
+    """A real of metadata; equal down to its bits."""
 
     value: float
 
     def members(self, key):
         finite = abs(self.value) != float("inf") and self.value == self.value
         yield key, self if finite else None
-        if not finite:
-            yield key + "Bits", f"{double_bits(self.value):016x}"
+        yield key + "Bits", None if finite else f"{double_bits(self.value):016x}"
 
     def equals(self, found):
-        return is_number(found) and (float(found) == self.value)
+        return is_number(found) and double_bits(float(found)) == double_bits(self.value)
 
 
 def told(*members):
-    """An object of members; a text and numbers become as many members as they need."""
+    """An object of members; a text, a name and numbers become as many members as they need."""
     result = {}
     for key, value in members:
-        if isinstance(value, (Text, Singles, Real)):
+        if isinstance(value, (Text, Name, Singles, Real)):
             result.update(value.members(key))
         else:
             result[key] = value
@@ -99,20 +114,22 @@ class Teller:
     def view(self, index, view):
         address = f"view/{index}"
         head = told(
-            ("view", index),
+            ("index", index),
             ("address", address),
             ("name", Text(view.name)),
-            ("ok", view.ok),
-            ("version", view.version),
-            ("versionText", f"{view.version >> 16}.{view.version & 0xFFFF}"),
-            ("messages", view.messages),
+            ("readable", view.ok),
+            ("version", f"{view.version >> 16}.{view.version & 0xFFFF}"),
+            ("versionNumber", view.version),
+            ("readerMessages", view.messages),
         )
         if not view.ok:
-            return head
+            return head | told(*nothing("plane", "metadata", "annotations"))
         return head | told(
-            ("planeOrigin", Singles(view.origin)),
-            ("planeNormal", Singles(view.normal)),
-            ("planeXAxis", Singles(view.axis)),
+            ("plane", told(
+                ("origin", Singles(view.origin)),
+                ("normal", Singles(view.normal)),
+                ("xAxis", Singles(view.axis)),
+            )),
             ("metadata", tell_map(view.metadata)),
             ("annotations", list(self.annotations(address, view.annotations))),
         )
@@ -123,24 +140,25 @@ class Teller:
             yield from self.tree(f"{address}/annot/{index}", 0, None, annotation)
 
     def tree(self, address, depth, anchor, annotation):
-        place = [("address", address), ("depth", depth)]
-        if anchor is not None:
-            place += [("anchor", anchor), ("anchorName", name_of(self.rules.anchors, anchor))]
-        yield told(*place, ("isNull", annotation is None), *(self.annotation(annotation) if annotation else ()))
+        yield told(
+            ("address", address),
+            ("depth", depth),
+            ("anchor", Name(anchor, self.rules.anchors)),
+            ("isNull", annotation is None),
+            *(self.annotation(annotation) if annotation else self.no_annotation()),
+        )
         for index, child in enumerate(annotation.children if annotation else ()):
             yield from self.tree(f"{address}/sub/{index}", depth + 1, child.anchor, child.annotation)
 
     def annotation(self, annotation):
         style = annotation.style
         return [
-            ("kind", annotation.kind),
-            ("kindName", self.rules.kinds[annotation.kind]),
+            ("kind", Name(annotation.kind, self.rules.kinds)),
             ("name", Text(annotation.name)),
             ("position", Singles(annotation.position)),
             ("color", "#%02X%02X%02X" % annotation.color),
             ("style", style),
-            ("frameShape", style & SHAPE_BITS),
-            ("frameShapeName", name_of(self.rules.frames, style & SHAPE_BITS)),
+            ("frameShape", Name(style & SHAPE_BITS, self.rules.frames)),
             ("ignoreZTest", bool(style & self.rules.flags["isignoreztest"])),
             ("scaleLocked", bool(style & self.rules.flags["isscalelocked"])),
             ("frameLocked", bool(style & self.rules.flags["isframelocked"])),
@@ -148,23 +166,29 @@ class Teller:
             ("measures", [self.measure(measure) for measure in annotation.measures]),
             ("metadata", tell_map(annotation.metadata)),
             ("subAnnotations", len(annotation.children)),
-            *(self.text(annotation) if annotation.kind == TEXT else self.raster(annotation)),
+            *(self.text(annotation) if annotation.kind == TEXT else self.no_text()),
+            *(self.raster(annotation) if annotation.kind != TEXT else self.no_raster()),
+        ]
+
+    def no_annotation(self):
+        """What is told where the place of an annotation is empty."""
+        return [
+            *nothing("kind", "kindNumber", "name", "nameHex", "position", "positionBits", "color", "style"),
+            *nothing("frameShape", "frameShapeNumber", "ignoreZTest", "scaleLocked", "frameLocked"),
+            *nothing("leaders", "measures", "metadata", "subAnnotations"),
+            *self.no_text(),
+            *self.no_raster(),
         ]
 
     def leader(self, leader):
-        return told(
-            ("position", Singles(leader.position)),
-            ("head", leader.head),
-            ("headName", name_of(self.rules.heads, leader.head)),
-        )
+        return told(("position", Singles(leader.position)), ("head", Name(leader.head, self.rules.heads)))
 
     def measure(self, measure):
         return told(
             ("pointA", Singles(measure.point_a)),
             ("pointB", Singles(measure.point_b)),
             ("offset", Singles(measure.offset)),
-            ("arrowDirection", measure.direction),
-            ("arrowDirectionName", name_of(self.rules.directions, measure.direction)),
+            ("arrowDirection", Name(measure.direction, self.rules.directions)),
         )
 
     def text(self, annotation):
@@ -173,8 +197,14 @@ class Teller:
             ("lines", [[self.run(run) for run in line] for line in annotation.lines]),
         ]
 
+    def no_text(self):
+        return nothing("defaultTextProperties", "lines")
+
     def raster(self, annotation):
         return [("rasterName", Text(annotation.raster_name)), ("size", Singles(annotation.size))]
+
+    def no_raster(self):
+        return nothing("rasterName", "rasterNameHex", "size", "sizeBits")
 
     def properties(self, properties):
         if properties is None:
@@ -191,8 +221,7 @@ class Teller:
         return told(
             ("text", Text(run.text)),
             ("length", len(run.text)),
-            ("type", run.type),
-            ("typeName", name_of(self.rules.run_types, run.type)),
+            ("kind", Name(run.type, RUN_KINDS)),
             ("properties", self.properties(run.properties)),
         )
 

@@ -72,6 +72,13 @@ Option makeStrictFlag(bool& isStrict) {
   return makeFlag(option::Strict, "Let warnings count, too: exit code 1 instead of 0", isStrict);
 }
 
+Option makePrettyFlag(bool& isPretty) {
+  Option pretty =
+      makeFlag(option::Pretty, std::string("With ") + option::Json + ": indented, for people", isPretty);
+  pretty.m_needs = option::Json;
+  return pretty;
+}
+
 Option makeFolderOption(std::string_view names, std::string help, std::string& folder) {
   return {.m_names = names,
           .m_value = {.m_word = "DIR", .m_completion = Completion::Folder},

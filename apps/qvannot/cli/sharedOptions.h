@@ -16,6 +16,8 @@ Option makeFileOperand(std::string& file);
 /// The documents that a command reads. None at all is no mistake: a pattern may have met none.
 Option makeFilesOperand(std::vector<std::string>& files);
 Option makeStrictFlag(bool& isStrict);
+/// Of a command that writes JSON where it is asked to.
+Option makePrettyFlag(bool& isPretty);
 /// A folder that is named by an option.
 Option makeFolderOption(std::string_view names, std::string help, std::string& folder);
 Options makeFontOptions(qvToolkit::FontOptions& fonts);

@@ -17,6 +17,7 @@ struct InspectCommand final : Command {
   std::vector<std::string> m_files;
   bool m_asJson = false;
   bool m_isFull = false;
+  bool m_isPretty = false;
   qvToolkit::Limits m_limits;
 };
 
@@ -26,13 +27,16 @@ Options InspectCommand::listOptions() {
                m_isFull);
   full.m_needs = option::Json;
   return join({makeFilesOperand(m_files), makeFlag(option::Json, "Write JSON", m_asJson), full,
-               makeStrictFlag(m_isStrict)},
+               makePrettyFlag(m_isPretty), makeStrictFlag(m_isStrict)},
               makeLimitOptions(m_limits));
 }
 
-std::string formatJson(qvToolkit::Document const& document, bool isFull) {
-  return isFull ? qvToolkit::formatLegacyJson({document}, spellOption)
-                : qvToolkit::formatInspectionsJson({qvToolkit::inspectDocument(document)}, spellOption);
+void writeEntry(qvToolkit::JsonWriter& json, qvToolkit::Document const& document, bool isFull) {
+  if (isFull) {
+    writeLegacyDocument(json, document, spellOption);
+  } else {
+    writeInspection(json, inspectDocument(document), spellOption);
+  }
 }
 
 void inspectFile(InspectCommand const& command, std::string const& path, Reporter& reporter) {
@@ -43,16 +47,18 @@ void inspectFile(InspectCommand const& command, std::string const& path, Reporte
 }
 
 void InspectCommand::run(Reporter& reporter) const {
-  auto const makeEntry = [&](std::string const& path) {
+  auto const write = [&](qvToolkit::JsonWriter& json, std::string const& path) {
     qvToolkit::Document const document = openInput(path, m_limits, reporter);
     reporter.reportOpened(document);
-    return formatJson(document, m_isFull);
+    writeEntry(json, document, m_isFull);
   };
-  auto const makeFailedEntry = [&](qvToolkit::Document const& document) {
-    return formatJson(document, m_isFull);
+  auto const writeFailed = [&](qvToolkit::JsonWriter& json, qvToolkit::Document const& document) {
+    writeEntry(json, document, m_isFull);
   };
   if (m_asJson) {
-    return runJson({m_files, m_limits, makeEntry, makeFailedEntry}, reporter);
+    auto const format = m_isFull ? qvToolkit::ReportFormat::InspectFull : qvToolkit::ReportFormat::Inspect;
+    qvToolkit::ReportList const list(format, qvToolkit::toJsonStyle(m_isPretty));
+    return runJson({list, m_files, m_limits, write, writeFailed}, reporter);
   }
   auto const makeJob = [&](std::size_t i) -> Job {
     std::string const& path = m_files[i];

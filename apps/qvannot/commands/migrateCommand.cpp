@@ -5,6 +5,7 @@
 #include "qvToolkit/files/outputSet.h"
 #include "qvToolkit/pages/pageConverter.h"
 #include "qvToolkit/pages/svgPage.h"
+#include "qvToolkit/reports/fontCollector.h"
 #include "qvToolkit/reports/migratedJson.h"
 #include "qvannot/cli/sharedOptions.h"
 #include "qvannot/commandList.h"
@@ -36,6 +37,7 @@ struct MigrateCommand final : Command {
   TextMode m_textMode = TextMode::Live;
   PageConversion m_conversion;
   bool m_force = false;
+  bool m_isPretty = false;
   qvToolkit::Limits m_limits;
 };
 
@@ -110,10 +112,12 @@ Options MigrateCommand::listOptions() {
   Option output =
       makeFolderOption(option::Output, "Folder for the results; created when missing", m_outputFolder);
   output.m_presence = Presence::Required;
-  return join({makeFilesOperand(m_files), output,
-               makeFlag(option::Force, "Replace results that exist", m_force), makeStrictFlag(m_isStrict)},
-              makeDropFlags(m_options.m_dropped), makePageOptions(*this), makeFontOptions(m_options.m_fonts),
-              makeLimitOptions(m_limits));
+  return join(
+      {makeFilesOperand(m_files), output, makeFlag(option::Force, "Replace results that exist", m_force),
+       makeFlag(option::Pretty, "Indent the migrated model, for people", m_isPretty),
+       makeStrictFlag(m_isStrict)},
+      makeDropFlags(m_options.m_dropped), makePageOptions(*this), makeFontOptions(m_options.m_fonts),
+      makeLimitOptions(m_limits));
 }
 
 void append(Findings& findings, Findings const& more) {
@@ -130,25 +134,27 @@ PageConversion getConversion(MigrateCommand const& command) {
 }
 
 /// What all inputs have to do with each one's outputs.
-struct InputNames {
-  explicit InputNames(std::vector<std::string> const& paths)
+struct Inputs {
+  explicit Inputs(std::vector<std::string> const& paths)
       : m_stems(qvToolkit::makeStems(paths)), m_files(paths) {}
 
   std::vector<std::string> m_stems;   ///< of the names of their outputs
   qvToolkit::FileIdentities m_files;  ///< none of them is replaced
+  qvToolkit::FontHashes m_hashes;     ///< of the fonts that any of them is drawn with
 };
 
 /// Writes the outputs of one document.
 class DocumentWriter {
  public:
-  DocumentWriter(MigrateCommand const& command, std::string const& stem,
-                 qvToolkit::FileIdentities const& inputs, std::uint64_t outputBudget)
+  DocumentWriter(MigrateCommand const& command, std::string const& stem, Inputs& inputs,
+                 std::uint64_t outputBudget)
       : m_command(command),
         m_stem(stem),
+        m_hashes(inputs.m_hashes),
         m_outputs(command.m_outputFolder, command.m_force, getInterruption()),
         m_converter(getConversion(command), command.m_options.m_fonts) {
     m_outputs.limit(outputBudget, command.m_limits.get(qvToolkit::Limit::OutputFile));
-    m_outputs.protect(inputs);
+    m_outputs.protect(inputs.m_files);
   }
 
   void addFinding(qvToolkit::Finding finding) { m_findings.push_back(std::move(finding)); }
@@ -158,11 +164,7 @@ class DocumentWriter {
   }
   [[nodiscard]] bool finish(qvToolkit::Document const& document, qvToolkit::MigrationSession const& session) {
     if (m_hasFailed || !m_outputs.open(qvToolkit::getModelName(m_stem))) return fail();
-    Findings all = document.m_findings;
-    append(all, m_findings);
-    bool const isWritten =
-        writeMigratedDocument(m_outputs, document, session, m_views, m_pages, all, spellOption);
-    return (isWritten && m_outputs.commit()) || fail();
+    return (writeModel(document, session.getOptions()) && m_outputs.commit()) || fail();
   }
 
   /// What was found on the way, and in the end why the outputs could not be written.
@@ -189,6 +191,19 @@ class DocumentWriter {
     return m_converter.convert(page.m_text, m_outputs);
   }
 
+  bool writeModel(qvToolkit::Document const& document, qvToolkit::MigrationOptions const& options) {
+    qvToolkit::MigratedJson json(m_outputs, qvToolkit::toJsonStyle(m_command.m_isPretty));
+    qvToolkit::FontCollector fonts(m_hashes);
+    json.begin(document, options);
+    for (std::size_t i = 0; i < m_views.size(); ++i) {
+      json.addView(document.m_views[i], m_views[i], m_pages[i]);
+      fonts.add(m_views[i]);
+    }
+    Findings all = document.m_findings;
+    append(all, m_findings);
+    return json.finish(fonts.makeReport(), all, spellOption);
+  }
+
   bool fail() {
     m_findings.push_back(m_converter.findProblem().value_or(m_outputs.getProblem()));
     return false;
@@ -196,6 +211,7 @@ class DocumentWriter {
 
   MigrateCommand const& m_command;
   std::string const& m_stem;
+  qvToolkit::FontHashes& m_hashes;
   qvToolkit::OutputSet m_outputs;
   qvToolkit::PageConverter m_converter;
   std::vector<qvToolkit::MigratedView> m_views;
@@ -224,11 +240,11 @@ bool checkViews(MigrateCommand const& command, qvToolkit::Document const& docume
   return false;
 }
 
-void migrateFile(MigrateCommand const& command, std::size_t index, InputNames const& inputs,
+void migrateFile(MigrateCommand const& command, std::size_t index, Inputs& inputs,
                  qvToolkit::Session const& session, Reporter& reporter) {
   qvToolkit::Document const document = openInput(command.m_files[index], command.m_limits, reporter);
   if (!reporter.reportOpened(document) || !checkViews(command, document, reporter)) return;
-  DocumentWriter writer(command, inputs.m_stems[index], inputs.m_files, reporter.getOutputBudget());
+  DocumentWriter writer(command, inputs.m_stems[index], inputs, reporter.getOutputBudget());
   qvToolkit::MigrationSession migration(getOptions(command, session), [&writer](qvToolkit::Finding finding) {
     writer.addFinding(std::move(finding));
   });
@@ -244,7 +260,7 @@ void MigrateCommand::run(Reporter& reporter) const {
   qvToolkit::Session const session(
       {m_options.m_fonts, m_rasterFolder, m_limits.get(qvToolkit::Limit::Raster)});
   if (!prepare(session, m_files.size(), reporter)) return;
-  InputNames const inputs(m_files);
+  Inputs inputs(m_files);
   auto const cleanUp = [&](pid_t process, qvToolkit::Finding const&) {
     qvToolkit::removeTemporaryFiles(m_outputFolder, process);
     // The converter's fonts.

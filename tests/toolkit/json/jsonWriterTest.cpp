@@ -3,35 +3,57 @@
 #include <gtest/gtest.h>
 #include <simdjson.h>
 
+#include <array>
 #include <bit>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <random>
+#include <string>
 
 namespace {
 
+using qvToolkit::JsonKey;
+using qvToolkit::JsonStyle;
 using qvToolkit::JsonWriter;
 
-TEST(JsonWriter, IndentsByTwoSpacesInTheOrderOfTheCalls) {
+TEST(JsonWriter, WritesNeitherBlanksNorLineBreaksUnlessAsked) {
   JsonWriter json;
+  json.beginObject().member("b", 1).key("a").beginArray().value("x y").null().endArray();
+  json.key("point").inlineArray({1.0F, 0.5F}).endObject();
+  EXPECT_EQ(json.takeText(), "{\"b\":1,\"a\":[\"x y\",null],\"point\":[1,0.5]}\n");
+}
+
+TEST(JsonWriter, IndentsByTwoSpacesInTheOrderOfTheCalls) {
+  JsonWriter json(JsonStyle::Pretty);
   json.beginObject().member("b", 1).key("a").beginArray().value("x").null().endArray();
-  json.key("point").inlineArray({1.0F, -0.0F, 0.5F}).endObject();
+  json.key("point").inlineArray({1.0F, 0.5F}).endObject();
   EXPECT_EQ(json.takeText(),
-            "{\n  \"b\": 1,\n  \"a\": [\n    \"x\",\n    null\n  ],\n  \"point\": [1, 0, 0.5]\n}\n");
+            "{\n  \"b\": 1,\n  \"a\": [\n    \"x\",\n    null\n  ],\n  \"point\": [1, 0.5]\n}\n");
 }
 
 TEST(JsonWriter, ClosesEmptyContainersOnTheSameLine) {
-  JsonWriter json;
+  JsonWriter json(JsonStyle::Pretty);
   json.beginArray().beginObject().endObject().beginArray().endArray().inlineArray({}).endArray();
   EXPECT_EQ(json.takeText(), "[\n  {},\n  [],\n  []\n]\n");
+}
+
+TEST(JsonWriter, FitsATextIntoAnotherOnesDepth) {
+  JsonWriter json(JsonStyle::Pretty, 2);
+  json.beginObject().member("a", 1).endObject();
+  EXPECT_EQ(json.takeText(), "{\n      \"a\": 1\n    }");
+  JsonWriter compact(JsonStyle::Compact, 1);
+  compact.beginArray().endArray();
+  EXPECT_EQ(compact.takeText(), "[]");
 }
 
 TEST(JsonWriter, WritesNumbersThatAreNotFiniteAsNull) {
   JsonWriter json;
   json.beginArray().value(std::nanf("")).value(std::numeric_limits<double>::infinity());
   json.inlineArray({-std::numeric_limits<float>::infinity()}).endArray();
-  EXPECT_EQ(json.takeText(), "[\n  null,\n  null,\n  [null]\n]\n");
+  EXPECT_EQ(json.takeText(), "[null,null,[null]]\n");
 }
 
 TEST(JsonWriter, WritesTheLimitsOfIntegers) {
@@ -39,17 +61,46 @@ TEST(JsonWriter, WritesTheLimitsOfIntegers) {
   json.beginArray()
       .value(std::numeric_limits<std::int64_t>::min())
       .value(std::numeric_limits<std::uint64_t>::max());
-  json.value(7U).value(-7).value(true).value(-0.0).endArray();
-  EXPECT_EQ(json.takeText(),
-            "[\n  -9223372036854775808,\n  18446744073709551615,\n  7,\n  -7,\n  true,\n  0\n]\n");
+  json.value(7U).value(-7).value(true).endArray();
+  EXPECT_EQ(json.takeText(), "[-9223372036854775808,18446744073709551615,7,-7,true]\n");
+}
+
+TEST(JsonWriter, KeepsTheSignOfZero) {
+  JsonWriter json;
+  json.beginArray().value(0.0).value(-0.0).value(-0.0F).inlineArray({0.0F, -0.0F}).value(0).endArray();
+  EXPECT_EQ(json.takeText(), "[0,-0.0,-0.0,[0,-0.0],0]\n");
 }
 
 TEST(JsonWriter, WritesLargeRealsSoThatTheyAreNotTakenForIntegers) {
   JsonWriter json;
   json.beginArray().value(0x1p62).value(-0x1p63).value(123456789012345680000.0).value(0x1p63F).endArray();
   EXPECT_EQ(json.takeText(),
-            "[\n  4611686018427387904,\n  -9.223372036854776e+18,\n  1.2345678901234568e+20,\n  "
-            "9.223372e+18\n]\n");
+            "[4611686018427387904,-9.223372036854776e+18,1.2345678901234568e+20,9.223372e+18]\n");
+}
+
+TEST(JsonWriter, WritesWholeNumbersAsShortAsAllOthers) {
+  for (float const number : {1.0F, -7.0F, 99999.0F, -99999.0F, 100000.0F, 100001.0F, 1e7F, 16777216.0F}) {
+    std::array<char, 64> digits;
+    auto const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    JsonWriter json;
+    json.value(number);
+    EXPECT_EQ(json.takeText(), std::string(digits.data(), end) + '\n');
+  }
+}
+
+TEST(JsonWriter, HasTheBytesOfInvalidTextBesideIt) {
+  JsonWriter json;
+  json.beginObject().bytes("name", "a\xFFz").bytes("text", "\u00E9\n").noBytes("other").endObject();
+  EXPECT_EQ(json.takeText(),
+            "{\"name\":\"a\uFFFDz\",\"nameHex\":\"61ff7a\",\"text\":\"\u00E9\\n\",\"textHex\":null,"
+            "\"other\":null,\"otherHex\":null}\n");
+}
+
+TEST(JsonWriter, WritesNullWhereThereIsNothing) {
+  JsonWriter json;
+  json.beginObject().member("line", std::optional<std::uint64_t>()).textOrNull("address", "");
+  json.member("column", std::optional<std::uint64_t>(3)).textOrNull("option", "x").endObject();
+  EXPECT_EQ(json.takeText(), "{\"line\":null,\"address\":null,\"column\":3,\"option\":\"x\"}\n");
 }
 
 TEST(JsonWriter, StartsAnewAfterItsTextWasTaken) {
@@ -77,17 +128,14 @@ TEST(JsonWriter, WritesDoublesThatReadBackToTheSameBits) {
 TEST(JsonWriter, WritesRandomTreesThatParse) {
   std::mt19937 random(2);
   simdjson::dom::parser parser;
+  std::array<JsonKey, 3> const keys = {"a", "camelCase2", "z"};
   for (int i = 0; i < 500; ++i) {
-    JsonWriter json;
+    JsonWriter json(i % 2 == 0 ? JsonStyle::Compact : JsonStyle::Pretty);
     std::vector<bool> arrays;
     json.beginArray();
     arrays.push_back(true);
     for (int step = 0; step < 100; ++step) {
-      if (!arrays.back()) {
-        std::string key;
-        for (auto n = random() % 5; n > 0; --n) key += static_cast<char>(random() % 256);
-        json.key(key);
-      }
+      if (!arrays.back()) json.key(keys[random() % keys.size()]);
       switch (random() % 6) {
         case 0:
           json.beginArray();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qvToolkit/reports/fontCollector.h"
 #include "tests/support/exportSupport.h"
 
 namespace {
@@ -108,12 +109,72 @@ TEST_F(FontReportTest, IsWrittenAsJson) {
   qv::svg::TextSpan span = makeSpan("Old", "New", FontMatch::Missing);
   span.m_original = "\U0010FFFD";
   add(span);
-  std::string const json = formatFontReportsJson({m_document}, {report()}, {{}});
-  for (char const* const part :
-       {"\"file\": \"part.json\"", "\"readable\": true", "\"askedFamily\": \"Old\"", "\"match\": \"missing\"",
-        "\"codePoint\": \"U+10FFFD\"", "\"packages\": []", "\"findings\": []", "\"boldMadeUp\": false"}) {
-    EXPECT_NE(json.find(part), std::string::npos) << part << "\n" << json;
+  m_document.m_source = {"part.json", 7, "abc", Format::Json};
+  JsonWriter json;
+  writeDocumentFonts(json, m_document, report(), {});
+  EXPECT_EQ(json.takeText(),
+            R"({"source":{"path":"part.json","pathHex":null,"size":7,"sha256":"abc","encoding":"json"},)"
+            R"("readable":true,"fonts":[{"askedFamily":"Old","askedFamilyHex":null,"bold":false,)"
+            R"("italic":false,"match":"missing","family":"New","version":null,"sha256":null,)"
+            R"("faceIndex":null,"boldMadeUp":false,"italicMadeUp":false,"characters":2,"package":null}],)"
+            R"("missingCharacters":[{"codePoint":"U+10FFFD","name":null,"package":null,)"
+            R"("addresses":["view/0/annot/0"]}],"packages":[],"findings":[]})"
+            "\n");
+}
+
+TEST_F(FontReportTest, SaysNothingOfASourceThatWasNotRead) {
+  m_document.m_source = {"part\xFF.json", {}, {}, {}};
+  m_document.m_findings = {makeFinding(FindingCode::InputUnreadable, "no such file")};
+  JsonWriter json;
+  writeDocumentFonts(json, m_document, {}, {});
+  std::string const text = json.takeText();
+  EXPECT_TRUE(
+      text.starts_with("{\"source\":{\"path\":\"part\uFFFD.json\",\"pathHex\":\"70617274ff2e6a736f6e\","
+                       "\"size\":null,\"sha256\":null,\"encoding\":null},\"readable\":false,"))
+      << text;
+}
+
+/// A font whose bytes are given.
+class GivenFont : public qv::svg::GlyphSource {
+ public:
+  GivenFont(std::string file, std::string data) : m_file(std::move(file)), m_data(std::move(data)) {}
+  std::string const& getFontFile() const noexcept override { return m_file; }
+  unsigned getFaceIndex() const noexcept override { return 3; }
+  std::string getFontVersion() const override { return "Version 1.5"; }
+  std::string_view getFontData() const noexcept override {
+    ++m_reads;
+    return m_data;
   }
+  unsigned getUnitsPerEm() const noexcept override { return 1000; }
+  qv::svg::Outline getOutline(std::uint32_t) const override { return {}; }
+
+  std::string m_file;
+  std::string m_data;
+  mutable int m_reads = 0;
+};
+
+TEST_F(FontReportTest, KnowsAFontByVersionAndContentWhereverItsFileLies) {
+  auto const font = std::make_shared<GivenFont>("/fonts/a.ttf", "abc");
+  add(makeSpan("Old", "New", FontMatch::Substitute)).m_glyphSource = font;
+  FontUse const use = report().m_uses.at(0);
+  EXPECT_EQ(use.m_file, "/fonts/a.ttf");
+  EXPECT_EQ(use.m_version, "Version 1.5");
+  EXPECT_EQ(use.m_sha256, "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+  EXPECT_EQ(use.m_faceIndex, 3U);
+}
+
+TEST(FontHashes, HashEachFileOnceWhileItsFontIsInUse) {
+  FontHashes hashes;
+  auto font = std::make_shared<GivenFont>("/fonts/a.ttf", "abc");
+  auto const slanted = std::make_shared<GivenFont>("/fonts/a.ttf", "abc");
+  std::string const hash = hashes.get(font);
+  EXPECT_EQ(hashes.get(font), hash);
+  EXPECT_EQ(hashes.get(slanted), hash);
+  EXPECT_EQ(font->m_reads + slanted->m_reads, 1);
+  font.reset();
+  auto const other = std::make_shared<GivenFont>("/fonts/a.ttf", "another file under its name");
+  EXPECT_NE(hashes.get(other), hash);
+  EXPECT_EQ(hashes.get(nullptr), "");
 }
 
 }  // namespace

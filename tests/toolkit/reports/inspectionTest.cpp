@@ -6,6 +6,7 @@
 #include "json/jsonReader.h"
 #include "model/variantLookup.h"
 #include "tests/support/openTest.h"
+#include "text/sha256.h"
 
 namespace {
 
@@ -134,24 +135,40 @@ TEST_F(InspectionTest, SaysThatADocumentOrAViewWasNotRead) {
 TEST_F(InspectionTest, WritesTheSameAsJson) {
   qv::qvVariant const value = parse(formatInspectionsJson({inspectDocument(read(m_content))}));
   VariantMap const& file = findList(value.toMap(), "files")->at(0).toMap();
-  EXPECT_EQ(findText(file, "file"), "test.json");
-  EXPECT_EQ(findText(file, "format"), "json");
+  VariantMap const& source = findValue(file, "source")->toMap();
+  EXPECT_EQ(findText(source, "path"), "test.json");
+  EXPECT_EQ(findText(source, "size"), std::to_string(m_content.size()));
+  EXPECT_EQ(findText(source, "sha256"), hashSha256(m_content));
+  EXPECT_EQ(findText(source, "encoding"), "json");
   EXPECT_TRUE(findValue(file, "readable")->toBool());
   EXPECT_TRUE(findList(file, "findings")->empty());
   VariantMap const& view = findList(file, "views")->at(0).toMap();
   EXPECT_EQ(findText(view, "name"), "front");
-  EXPECT_EQ(findValue(view, "version")->toInteger(), 0x60016);
-  EXPECT_EQ(findText(view, "versionText"), "6.22");
-  EXPECT_EQ(findValue(findValue(view, "counts")->toMap(), "own_props")->toInteger(), 1);
+  EXPECT_EQ(findText(view, "version"), "6.22");
+  EXPECT_EQ(findValue(view, "versionNumber")->toInteger(), 0x60016);
+  EXPECT_EQ(findValue(findValue(view, "counts")->toMap(), "ownProperties")->toInteger(), 1);
   VariantList const& annotations = *findList(view, "annotations");
   ASSERT_EQ(annotations.size(), 5U);
   VariantMap const& raster = annotations[1].toMap();
   EXPECT_EQ(findText(raster, "address"), "view/0/annot/0/sub/0");
   EXPECT_EQ(findText(raster, "kind"), "raster");
   EXPECT_EQ(findText(raster, "text"), "img.png");
-  EXPECT_EQ(findValue(raster, "anchor")->toInteger(), 4);
+  EXPECT_EQ(findText(raster, "anchor"), "tl");
+  EXPECT_EQ(findValue(raster, "anchorNumber")->toInteger(), 4);
   EXPECT_TRUE(findValue(annotations[0].toMap(), "anchor")->isNull());
+  EXPECT_EQ(findText(annotations[0].toMap(), "frameShape"), "circle");
   EXPECT_EQ(findText(annotations[0].toMap(), "color"), "#FF8000");
+}
+
+TEST_F(InspectionTest, SaysNothingOfTheContentOfAViewThatWasNotRead) {
+  Document const document = read(R"({"ver":"6.16","name":"old"})");
+  qv::qvVariant const value = parse(formatInspectionsJson({inspectDocument(document)}));
+  VariantMap const& file = findList(value.toMap(), "files")->at(0).toMap();
+  VariantMap const& view = findList(file, "views")->at(0).toMap();
+  EXPECT_FALSE(findValue(view, "readable")->toBool());
+  for (char const* const key : {"plane", "metadataEntries", "counts", "annotations"}) {
+    EXPECT_TRUE(findValue(view, key)->isNull()) << key;
+  }
 }
 
 TEST_F(InspectionTest, WritesFindingsWithTheirPlace) {
@@ -164,7 +181,9 @@ TEST_F(InspectionTest, WritesFindingsWithTheirPlace) {
   EXPECT_EQ(findText(finding, "line"), "1");
   EXPECT_EQ(findText(finding, "column"), "2");
   EXPECT_EQ(findText(finding, "byteOffset"), "1");
-  EXPECT_EQ(findValue(finding, "option"), nullptr);
+  for (char const* const key : {"address", "jsonPointer", "option", "textHex"}) {
+    EXPECT_TRUE(findValue(finding, key)->isNull()) << key;
+  }
 }
 
 TEST_F(InspectionTest, HasTheBytesOfInvalidTextBesideIt) {
@@ -175,7 +194,7 @@ TEST_F(InspectionTest, HasTheBytesOfInvalidTextBesideIt) {
   VariantMap const& annotation = findList(view, "annotations")->at(0).toMap();
   EXPECT_EQ(findText(annotation, "name"), "a\uFFFD");
   EXPECT_EQ(findText(annotation, "nameHex"), "61ff");
-  EXPECT_EQ(findValue(annotation, "textHex"), nullptr);
+  EXPECT_TRUE(findValue(annotation, "textHex")->isNull());
 }
 
 TEST_F(InspectionTest, CountsEmptyEntriesInTheAddresses) {

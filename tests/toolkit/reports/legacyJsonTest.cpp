@@ -1,5 +1,6 @@
 #include "qvToolkit/reports/legacyJson.h"
 
+#include <cmath>
 #include <limits>
 #include <string>
 
@@ -59,37 +60,40 @@ class LegacyJsonTest : public OpenTest {
 TEST_F(LegacyJsonTest, WritesTheFieldsOfAView) {
   VariantMap const view = writeView(read(m_content));
   EXPECT_EQ(findText(view, "name"), "v");
-  EXPECT_TRUE(findValue(view, "ok")->toBool());
-  EXPECT_EQ(findText(view, "versionText"), "6.27");
-  expectNumbers(view, "planeOrigin", {1, 2, 3});
-  expectNumbers(view, "planeNormal", {0, 1, 0});
-  expectNumbers(view, "planeXAxis", {0, 0, 1});
+  EXPECT_TRUE(findValue(view, "readable")->toBool());
+  EXPECT_EQ(findText(view, "version"), "6.27");
+  EXPECT_EQ(findValue(view, "versionNumber")->toInteger(), 0x6001B);
+  VariantMap const& plane = findValue(view, "plane")->toMap();
+  expectNumbers(plane, "origin", {1, 2, 3});
+  expectNumbers(plane, "normal", {0, 1, 0});
+  expectNumbers(plane, "xAxis", {0, 0, 1});
 }
 
 TEST_F(LegacyJsonTest, WritesTheFieldsOfAnAnnotation) {
   VariantMap const text = writeAnnotation(read(m_content), 0);
   EXPECT_EQ(findText(text, "address"), "view/0/annot/0");
-  EXPECT_EQ(findText(text, "kind"), "1");
-  EXPECT_EQ(findText(text, "kindName"), "text");
+  EXPECT_EQ(findText(text, "kind"), "text");
+  EXPECT_EQ(findText(text, "kindNumber"), "1");
   EXPECT_EQ(findText(text, "name"), "a");
   EXPECT_EQ(findText(text, "color"), "#FF8000");
   EXPECT_EQ(findText(text, "style"), std::to_string(0x49));
-  EXPECT_EQ(findText(text, "frameShapeName"), "hexagon");
+  EXPECT_EQ(findText(text, "frameShape"), "hexagon");
   EXPECT_EQ(findText(text, "scaleLocked"), "true");
   EXPECT_EQ(findText(text, "frameLocked"), "false");
   EXPECT_EQ(findText(text, "ignoreZTest"), "false");
   EXPECT_EQ(findText(text, "subAnnotations"), "1");
-  EXPECT_EQ(findValue(text, "anchor"), nullptr);
+  EXPECT_TRUE(findValue(text, "anchor")->isNull());
+  EXPECT_TRUE(findValue(text, "anchorNumber")->isNull());
   expectNumbers(text, "position", {1, -2, 0.5});
 
   VariantMap const& leader = findList(text, "leaders")->at(0).toMap();
   expectNumbers(leader, "position", {1, 2, 3});
-  EXPECT_EQ(findText(leader, "headName"), "plus");
+  EXPECT_EQ(findText(leader, "head"), "plus");
   VariantMap const& measure = findList(text, "measures")->at(0).toMap();
   expectNumbers(measure, "pointA", {0, 0, 1});
   expectNumbers(measure, "pointB", {1, 0, 2});
   expectNumbers(measure, "offset", {0, 1, 3});
-  EXPECT_EQ(findText(measure, "arrowDirectionName"), "outin");
+  EXPECT_EQ(findText(measure, "arrowDirection"), "outin");
 }
 
 TEST_F(LegacyJsonTest, WritesLinesRunsAndProperties) {
@@ -105,9 +109,11 @@ TEST_F(LegacyJsonTest, WritesLinesRunsAndProperties) {
   VariantMap const& first = lines[0].toList().at(0).toMap();
   EXPECT_EQ(findText(first, "text"), "x");
   EXPECT_EQ(findText(first, "length"), "1");
-  EXPECT_EQ(findText(first, "typeName"), "sub");
+  EXPECT_EQ(findText(first, "kind"), "subscript");
+  EXPECT_EQ(findText(first, "kindNumber"), "1");
   EXPECT_TRUE(findValue(first, "properties")->isNull());
   VariantMap const& second = lines[0].toList().at(1).toMap();
+  EXPECT_EQ(findText(second, "kind"), "normal");
   EXPECT_EQ(findText(findValue(second, "properties")->toMap(), "styleFlags"), "3");
 }
 
@@ -115,8 +121,8 @@ TEST_F(LegacyJsonTest, WritesRastersAndAnchors) {
   VariantMap const raster = writeAnnotation(read(m_content), 1);
   EXPECT_EQ(findText(raster, "address"), "view/0/annot/0/sub/0");
   EXPECT_EQ(findText(raster, "depth"), "1");
-  EXPECT_EQ(findText(raster, "anchor"), "12");
-  EXPECT_EQ(findText(raster, "anchorName"), "rt");
+  EXPECT_EQ(findText(raster, "anchor"), "rt");
+  EXPECT_EQ(findText(raster, "anchorNumber"), "12");
   EXPECT_EQ(findText(raster, "rasterName"), "img");
   expectNumbers(raster, "size", {2.5, 3});
 }
@@ -152,13 +158,37 @@ TEST_F(LegacyJsonTest, KeepsWhatJsonCannotSay) {
   EXPECT_EQ(bits.at(1).toString(), "3f800000");
   EXPECT_EQ(bits.at(2).toString(), "80000000");
   VariantMap const& leader = findList(written, "leaders")->at(0).toMap();
-  EXPECT_EQ(findText(leader, "head"), "200");
-  EXPECT_TRUE(findValue(leader, "headName")->isNull());
-  EXPECT_TRUE(findValue(written, "frameShapeName")->isNull());
+  EXPECT_TRUE(findValue(leader, "head")->isNull());
+  EXPECT_EQ(findText(leader, "headNumber"), "200");
+  EXPECT_TRUE(findValue(written, "frameShape")->isNull());
+  EXPECT_EQ(findText(written, "frameShapeNumber"), "15");
   VariantMap const& run = findList(written, "lines")->at(0).toList().at(0).toMap();
   EXPECT_EQ(findText(run, "text"), "a\0\uFFFD"s);
   EXPECT_EQ(findText(run, "textHex"), "6100ff");
   EXPECT_EQ(findText(run, "length"), "3");
+}
+
+TEST_F(LegacyJsonTest, KeepsTheSignOfZero) {
+  Document const document = read(m_content);
+  document.m_views.at(0).m_view->m_annotations.at(0)->m_position = {-0.0F, 0.0F, 1.0F};
+  VariantMap const written = writeAnnotation(document, 0);
+  EXPECT_TRUE(std::signbit(findList(written, "position")->at(0).toReal()));
+  EXPECT_FALSE(std::signbit(findList(written, "position")->at(1).toReal()));
+  EXPECT_TRUE(findValue(written, "positionBits")->isNull());
+}
+
+TEST_F(LegacyJsonTest, HasAllMembersOfAnEntryThatIsEmpty) {
+  Document const document = read(m_content);
+  auto& annotations = document.m_views.at(0).m_view->m_annotations;
+  annotations.insert(annotations.begin(), nullptr);
+  VariantMap const empty = writeAnnotation(document, 0);
+  EXPECT_TRUE(findValue(empty, "isNull")->toBool());
+  std::vector<std::string> withValue;
+  for (auto const& [key, value] : writeAnnotation(document, 1)) {
+    ASSERT_NE(findValue(empty, key), nullptr) << key;
+    if (!findValue(empty, key)->isNull()) withValue.push_back(key);
+  }
+  EXPECT_EQ(withValue, (std::vector<std::string>{"address", "depth", "isNull"}));
 }
 
 TEST_F(LegacyJsonTest, WritesEveryHeightAsItIsStored) {
@@ -175,10 +205,10 @@ TEST_F(LegacyJsonTest, WritesEveryHeightAsItIsStored) {
 
 TEST_F(LegacyJsonTest, SaysWhenAViewOrADocumentWasNotRead) {
   VariantMap const view = writeView(read(R"({"ver":"6.16","name":"old"})"));
-  EXPECT_FALSE(findValue(view, "ok")->toBool());
+  EXPECT_FALSE(findValue(view, "readable")->toBool());
   EXPECT_EQ(findText(view, "name"), "old");
-  EXPECT_EQ(findList(view, "messages")->at(0).toString(), "invalid version 6.16");
-  EXPECT_EQ(findValue(view, "annotations"), nullptr);
+  EXPECT_EQ(findList(view, "readerMessages")->at(0).toString(), "invalid version 6.16");
+  EXPECT_TRUE(findValue(view, "annotations")->isNull());
   qv::qvVariant const files = parse(formatLegacyJson({read("x"), read(m_content)}));
   ASSERT_EQ(findList(files.toMap(), "files")->size(), 2U);
   EXPECT_FALSE(findValue(findList(files.toMap(), "files")->at(0).toMap(), "readable")->toBool());
@@ -191,9 +221,9 @@ TEST(VariantJson, WritesKeysThatAreNoUtf8WithoutCollision) {
   JsonWriter json;
   writeVariantMap(json, map);
   std::string const text = json.takeText();
-  EXPECT_NE(text.find("\"keyHex\": \"61fe\""), std::string::npos) << text;
-  EXPECT_NE(text.find("\"keyHex\": \"61ff\""), std::string::npos) << text;
-  EXPECT_NE(text.find("\"valueBits\": \"7ff8000000000000\""), std::string::npos) << text;
+  EXPECT_NE(text.find("\"keyHex\":\"61fe\""), std::string::npos) << text;
+  EXPECT_NE(text.find("\"keyHex\":\"61ff\""), std::string::npos) << text;
+  EXPECT_NE(text.find("\"valueBits\":\"7ff8000000000000\""), std::string::npos) << text;
 }
 
 TEST(VariantJson, WalksDeepVariantsWithoutRecursion) {

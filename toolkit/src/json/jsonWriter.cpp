@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "qvToolkit/text/textEscape.h"
+#include "text/hexadecimal.h"
 
 namespace qvToolkit {
 
@@ -24,74 +25,96 @@ void appendDigits(std::string& text, Number number, Format... format) {
   text.append(buffer.data(), result.ptr);
 }
 
+/// Whether the shortest digits are those of an integer, which are made much faster: from 1e+05 on an exponent
+/// would be shorter.
+template <class Real>
+bool isSmallInteger(Real number) {
+  return std::fabs(number) < Real(100'000) && number == std::trunc(number);
+}
+
 template <class Real>
 void appendReal(std::string& text, Real number) {
   // From here on digits without exponent would be read as an integer that no 64 bits hold.
   constexpr Real FirstBigInteger = static_cast<Real>(0x1p63);
-  if (!std::isfinite(number)) {
+  if (number == Real(0)) {
+    // "-0" would be read as the integer, which has no sign.
+    text += std::signbit(number) ? "-0.0" : "0";
+  } else if (isSmallInteger(number)) {
+    appendDigits(text, static_cast<int>(number));
+  } else if (!std::isfinite(number)) {
     text += "null";
   } else if (std::fabs(number) >= FirstBigInteger) {
     appendDigits(text, number, std::chars_format::scientific);
   } else {
-    appendDigits(text, number == Real(0) ? Real(0) : number);
+    appendDigits(text, number);
   }
 }
 
 }  // namespace
 
-JsonWriter& JsonWriter::beginObject() {
+JsonWriter& JsonWriter::begin(char bracket) {
   beforeValue();
-  m_text += '{';
-  m_levels.push_back({false, true});
+  m_text += bracket;
+  ++m_levels;
+  m_isEmpty = true;
   return *this;
+}
+
+JsonWriter& JsonWriter::end(char bracket) {
+  --m_levels;
+  if (!std::exchange(m_isEmpty, false) && m_isPretty) breakLine();
+  m_text += bracket;
+  return *this;
+}
+
+JsonWriter& JsonWriter::beginObject() {
+  return begin('{');
 }
 
 JsonWriter& JsonWriter::endObject() {
-  bool const isEmpty = m_levels.back().m_isEmpty;
-  m_levels.pop_back();
-  if (!isEmpty) breakLine();
-  m_text += '}';
-  return *this;
+  return end('}');
 }
 
 JsonWriter& JsonWriter::beginArray() {
-  beforeValue();
-  m_text += '[';
-  m_levels.push_back({true, true});
-  return *this;
+  return begin('[');
 }
 
 JsonWriter& JsonWriter::endArray() {
-  bool const isEmpty = m_levels.back().m_isEmpty;
-  m_levels.pop_back();
-  if (!isEmpty) breakLine();
-  m_text += ']';
-  return *this;
+  return end(']');
 }
 
-JsonWriter& JsonWriter::inlineArray(std::vector<float> const& numbers) {
+JsonWriter& JsonWriter::inlineArray(std::span<float const> numbers) {
   beforeValue();
   m_text += '[';
   for (std::size_t i = 0; i < numbers.size(); ++i) {
-    if (i > 0) m_text += ", ";
+    if (i > 0) m_text += m_isPretty ? ", " : ",";
     appendReal(m_text, numbers[i]);
   }
   m_text += ']';
   return *this;
 }
 
-JsonWriter& JsonWriter::key(std::string_view name) {
+JsonWriter& JsonWriter::key(JsonKey name, std::string_view ending) {
   beforeValue();
-  m_text += quoteJson(name);
-  m_text += ": ";
+  m_text += '"';
+  m_text += name.getText();
+  m_text += ending;
+  m_text += m_isPretty ? "\": " : "\":";
   m_afterKey = true;
   return *this;
 }
 
 JsonWriter& JsonWriter::value(std::string_view text) {
   beforeValue();
-  m_text += quoteJson(text);
+  appendJson(m_text, text);
   return *this;
+}
+
+JsonWriter& JsonWriter::bytes(JsonKey name, std::string_view bytes) {
+  key(name).beforeValue();
+  bool const isWhole = appendJson(m_text, bytes);
+  key(name, "Hex");
+  return isWhole ? null() : value(toHexBytes(bytes));
 }
 
 JsonWriter& JsonWriter::value(bool flag) {
@@ -131,18 +154,21 @@ JsonWriter& JsonWriter::null() {
 }
 
 std::string JsonWriter::takeText() {
-  m_text += '\n';
-  m_levels.clear();
-  m_afterKey = false;
+  endText();
   return std::exchange(m_text, std::string());
 }
 
 bool JsonWriter::finish() {
-  m_text += '\n';
+  endText();
   flush();
-  m_levels.clear();
-  m_afterKey = false;
   return !m_hasFailed;
+}
+
+void JsonWriter::endText() {
+  if (m_depth == 0) m_text += '\n';
+  m_levels = 0;
+  m_isEmpty = true;
+  m_afterKey = false;
 }
 
 void JsonWriter::flush() {
@@ -150,17 +176,17 @@ void JsonWriter::flush() {
   m_text.clear();
 }
 
-/// Places what comes next: behind its key, or on a line of its own within an object or array.
+/// Places what comes next: behind its key, or behind what stands before it in its object or array.
 void JsonWriter::beforeValue() {
   if (m_sink != nullptr && m_text.size() >= PieceSize) flush();
-  if (std::exchange(m_afterKey, false) || m_levels.empty()) return;
-  if (!std::exchange(m_levels.back().m_isEmpty, false)) m_text += ',';
-  breakLine();
+  if (std::exchange(m_afterKey, false)) return;
+  if (!std::exchange(m_isEmpty, false)) m_text += ',';
+  if (m_isPretty && m_levels > 0) breakLine();
 }
 
 void JsonWriter::breakLine() {
   m_text += '\n';
-  m_text.append(2 * m_levels.size(), ' ');
+  m_text.append(2 * (m_depth + m_levels), ' ');
 }
 
 }  // namespace qvToolkit

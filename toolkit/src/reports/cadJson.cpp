@@ -1,6 +1,7 @@
 #include "reports/cadJson.h"
 
 #include <array>
+#include <span>
 
 #include "migration/fontMatchText.h"
 #include "migration/itemWalk.h"
@@ -8,6 +9,7 @@
 #include "qvSvg/path.h"
 #include "qvSvg/rect.h"
 #include "qvSvg/text.h"
+#include "reports/jsonParts.h"
 #include "text/colorText.h"
 
 namespace qvToolkit {
@@ -48,9 +50,13 @@ void writeSegment(JsonWriter& json, qv::svg::PathSegment const& segment) {
 
 void writeSpan(JsonWriter& json, qv::svg::TextSpan const& span) {
   json.beginObject().member("text", span.m_text).member("x", span.m_x).member("advance", span.m_advance);
-  json.member("family", span.m_family).member("askedFamily", span.m_askedFamily);
+  json.member("family", span.m_family).bytes("askedFamily", span.m_askedFamily);
   json.member("match", getMatchText(span.m_match));
-  if (span.m_match == qv::svg::FontMatch::Missing) json.member("original", span.m_original);
+  if (span.m_match == qv::svg::FontMatch::Missing) {
+    json.bytes("original", span.m_original);
+  } else {
+    json.noBytes("original");
+  }
   json.member("bold", span.m_bold).member("italic", span.m_italic);
   json.member("boldMadeUp", span.m_synthesis.m_bold).member("italicMadeUp", span.m_synthesis.m_oblique);
   json.member("rightToLeft", span.m_rightToLeft).endObject();
@@ -60,11 +66,8 @@ void writeSpan(JsonWriter& json, qv::svg::TextSpan const& span) {
 
 void CadJson::writeViewMembers() {
   qv::qvCadAnnotationView const& view = *m_view.m_view;
-  m_json.key("plane").beginObject();
-  writePoint("origin", view.m_planeOrigin);
-  writePoint("normal", view.m_planeNormal);
-  writePoint("xAxis", view.m_planeXAxis);
-  m_json.endObject().key("annotations").beginArray();
+  writePlane(m_json, view.m_planeOrigin, view.m_planeNormal, view.m_planeXAxis);
+  m_json.key("annotations").beginArray();
   for (auto const& annotation : view.m_annotations) {
     if (annotation != nullptr) writeAnnotation(*annotation);
   }
@@ -72,10 +75,9 @@ void CadJson::writeViewMembers() {
 }
 
 void CadJson::writeAnnotation(qv::qvCadAnnotation const& annotation) {
-  m_json.beginObject();
-  if (AnnotationMark const* const mark = findMark(m_view.m_marks, annotation.m_svgRoot.get()))
-    m_json.member("address", mark->m_address);
-  m_json.member("name", annotation.GetName());
+  AnnotationMark const* const mark = findMark(m_view.m_marks, annotation.m_svgRoot.get());
+  m_json.beginObject().textOrNull("address", mark != nullptr ? mark->m_address : std::string());
+  m_json.bytes("name", annotation.GetName());
   writePoint("position", annotation.m_position);
   m_json.member("rotationAngle", annotation.m_rotationAngle).member("scale", annotation.m_scale);
   m_json.member("color", formatColor(annotation.m_color));
@@ -130,14 +132,12 @@ void CadJson::writeItem(std::shared_ptr<qv::svg::Node> const& root) {
 
 std::optional<CadJson::Nothing> CadJson::enter(qv::svg::ItemInterface const& item, Nothing) {
   m_json.beginObject().member("kind", getText(KindTexts, item.getKind()));
-  if (AnnotationMark const* const mark = findMark(m_view.m_marks, &item))
-    m_json.member("address", mark->m_address).member("name", mark->m_name);
-  if (!item.m_class.empty()) m_json.member("class", item.m_class);
-  writeColor("border", item.m_borderColor);
-  writeColor("background", item.m_backgroundColor);
+  if (item.getKind() == qv::svg::ItemKind::Node) writeMark(findMark(m_view.m_marks, &item));
+  m_json.textOrNull("class", item.m_class);
+  m_json.member("border", item.m_borderColor).member("background", item.m_backgroundColor);
   m_json.member("width", item.m_width).key("transform");
   if (item.m_transform) {
-    m_json.inlineArray({item.m_transform->data(), item.m_transform->data() + 9});
+    m_json.inlineArray(std::span(item.m_transform->data(), 9));
   } else {
     m_json.null();
   }
@@ -148,6 +148,14 @@ std::optional<CadJson::Nothing> CadJson::enter(qv::svg::ItemInterface const& ite
   writeContent(item);
   m_json.endObject();
   return std::nullopt;
+}
+
+void CadJson::writeMark(AnnotationMark const* mark) {
+  if (mark == nullptr) {
+    m_json.key("address").null().noBytes("name");
+  } else {
+    m_json.member("address", mark->m_address).bytes("name", mark->m_name);
+  }
 }
 
 void CadJson::leave(qv::svg::ItemInterface const&) {
@@ -176,12 +184,7 @@ void CadJson::writeImage(qv::svg::ItemInterface const& item) {
   Image const& shown = findImage(m_view, image);
   writePoint("position", image.m_position);
   writePoint("size", image.m_size);
-  m_json.key("mediaType");
-  if (shown.getMediaType().empty()) {
-    m_json.null();
-  } else {
-    m_json.value(shown.getMediaType());
-  }
+  m_json.textOrNull("mediaType", shown.getMediaType());
   m_json.member("byteCount", static_cast<std::uint64_t>(shown.getBytes().size()));
   m_json.member("fnv1a64", shown.getHash());
 }
@@ -213,21 +216,12 @@ void CadJson::writeText(qv::svg::ItemInterface const& item) {
   m_json.endArray();
 }
 
-void CadJson::writePoint(char const* key, Wm4::Vector2<float> const& point) {
+void CadJson::writePoint(JsonKey key, Wm4::Vector2<float> const& point) {
   m_json.key(key).inlineArray({point.X(), point.Y()});
 }
 
-void CadJson::writePoint(char const* key, Wm4::Vector3<float> const& point) {
+void CadJson::writePoint(JsonKey key, Wm4::Vector3<float> const& point) {
   m_json.key(key).inlineArray({point.X(), point.Y(), point.Z()});
-}
-
-void CadJson::writeColor(char const* key, std::optional<std::string> const& color) {
-  m_json.key(key);
-  if (color) {
-    m_json.value(*color);
-  } else {
-    m_json.null();
-  }
 }
 
 }  // namespace qvToolkit

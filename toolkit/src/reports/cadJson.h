@@ -34,9 +34,10 @@ class CadJson {
   void writeImage(qv::svg::ItemInterface const& item);
   void writePath(qv::svg::ItemInterface const& item);
   void writeText(qv::svg::ItemInterface const& item);
-  void writePoint(char const* key, Wm4::Vector2<float> const& point);
-  void writePoint(char const* key, Wm4::Vector3<float> const& point);
-  void writeColor(char const* key, std::optional<std::string> const& color);
+  void writePoint(JsonKey key, Wm4::Vector2<float> const& point);
+  void writePoint(JsonKey key, Wm4::Vector3<float> const& point);
+  /// Which annotation a group is the root of; null for none.
+  void writeMark(AnnotationMark const* mark);
 
   JsonWriter& m_json;
   MigratedView const& m_view;

@@ -59,7 +59,7 @@ InspectedView inspectView(LoadedView const& loaded, std::size_t index) {
 }  // namespace
 
 Inspection inspectDocument(Document const& document) {
-  Inspection inspection{document.m_path, document.m_format, getFailure(document), {}, document.m_findings};
+  Inspection inspection{document.m_path, document.m_source, getFailure(document), {}, document.m_findings};
   for (std::size_t i = 0; i < document.m_views.size(); ++i) {
     inspection.m_views.push_back(inspectView(document.m_views[i], i));
   }

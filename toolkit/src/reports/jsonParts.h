@@ -1,30 +1,45 @@
 #pragma once
 
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "qvToolkit/json/jsonWriter.h"
 #include "qvToolkit/model/document.h"
+#include "rules/valueNames.h"
 
 namespace qvToolkit {
 
-/// A string member; bytes that are no valid UTF-8 stand beside it in hexadecimal under the key + "Hex".
-void writeBytes(JsonWriter& json, std::string const& key, std::string_view bytes);
-
-/// An array of numbers on one line; when one of them is not finite, and thus null, the bits of all of them
-/// follow in hexadecimal under the key + "Bits".
-void writeNumbers(JsonWriter& json, std::string const& key, std::vector<float> const& numbers);
-void writeVector(JsonWriter& json, std::string const& key, Wm4::Vector3<float> const& vector);
+/// An array of numbers on one line, and another member under the key + "Bits": the bits of all of them in
+/// hexadecimal when one is not finite, and thus null in the array; null when all are finite.
+void writeNumbers(JsonWriter& json, JsonKey key, std::initializer_list<float> numbers);
+void writeVector(JsonWriter& json, JsonKey key, Wm4::Vector3<float> const& vector);
+/// Both members where there are no numbers.
+inline void writeNoNumbers(JsonWriter& json, JsonKey key) {
+  json.key(key).null().key(key, "Bits").null();
+}
 
 /// The bits of a number in hexadecimal, the highest first.
-std::string toHex(float number);
 std::string toHex(double number);
 
-/// "version": packed number, "versionText": "6.22".
+/// A value of a closed set as its name, and under the key + "Number" as it is stored; the name is null for a
+/// value beyond the set, and both are where there is no value.
+void writeName(JsonWriter& json, JsonKey key, std::optional<std::uint32_t> number,
+               qvLegacy::rules::ValueNames const& names);
+
+/// An array of texts.
+void writeTexts(JsonWriter& json, JsonKey key, std::vector<std::string> const& texts);
+
+/// "version": "6.22", "versionNumber": packed.
 void writeVersion(JsonWriter& json, qv::qvStreamVersion version);
 
-/// "json" or "objectStream".
-std::string_view getFormatName(Format format);
+/// "plane": an object of "origin", "normal" and "xAxis", each with its bits.
+void writePlane(JsonWriter& json, Wm4::Vector3<float> const& origin, Wm4::Vector3<float> const& normal,
+                Wm4::Vector3<float> const& xAxis);
+
+/// "source": an object that tells whether it is the same input another day or elsewhere.
+void writeSource(JsonWriter& json, Source const& source);
 
 }  // namespace qvToolkit

@@ -1,14 +1,16 @@
 #include "qvToolkit/reports/legacyJson.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
 #include "qvToolkit/model/annotationWalk.h"
-#include "qvToolkit/reports/inspection.h"
+#include "qvToolkit/reports/findingJson.h"
 #include "reports/jsonParts.h"
+#include "reports/reportHead.h"
 #include "reports/variantJson.h"
 #include "rules/valueNames.h"
 #include "text/colorText.h"
@@ -21,21 +23,17 @@ using qvLegacy::qvAnnotationInterface;
 using qvLegacy::qvAnnotationRaster;
 using qvLegacy::qvAnnotationText;
 
-/// The number as stored, and its name under the key + "Name"; null for a number without name.
-template <class Number>
-void writeEnumeration(JsonWriter& json, std::string const& key, Number number, std::string_view name) {
-  json.member(key, std::uint64_t{number});
-  json.key(key + "Name");
-  if (name.empty()) {
-    json.null();
-  } else {
-    json.value(name);
-  }
-}
+namespace rules = qvLegacy::rules;
+
+/// Written out, other than variant documents name them: by the names of the rules, which these begin with.
+constexpr std::array<rules::ValueName, 3> RunKinds = {{{"normal", 0}, {"subscript", 1}, {"superscript", 2}}};
+static_assert(std::ranges::all_of(RunKinds, [](rules::ValueName const& kind) {
+  return kind.text.starts_with(rules::segmentTypes.nameOf(kind.shows));
+}));
 
 void writeProperties(JsonWriter& json, qvAnnotationText::TextProperties const& properties) {
   json.beginObject();
-  writeBytes(json, "font", properties.m_fontName);
+  json.bytes("font", properties.m_fontName);
   json.member("heightHundredths", std::uint64_t{properties.m_height});
   json.member("styleFlags", std::uint64_t{properties.m_styleFlags});
   json.member("bold", (properties.m_styleFlags & qvAnnotationText::TextProperties::Bold) != 0);
@@ -45,10 +43,9 @@ void writeProperties(JsonWriter& json, qvAnnotationText::TextProperties const& p
 
 void writeRun(JsonWriter& json, qvAnnotationText::TextSegment const& run) {
   json.beginObject();
-  writeBytes(json, "text", {run.getText(), run.m_length});
+  json.bytes("text", {run.getText(), run.m_length});
   json.member("length", std::uint64_t{run.m_length});
-  writeEnumeration(json, "type", static_cast<std::uint8_t>(run.m_type),
-                   qvLegacy::rules::segmentTypes.nameOf(run.m_type));
+  writeName(json, "kind", static_cast<std::uint8_t>(run.m_type), {RunKinds, 0});
   json.key("properties");
   if (run.m_textProperties == nullptr) {
     json.null();
@@ -70,8 +67,23 @@ void writeText(JsonWriter& json, qvAnnotationText const& text) {
 }
 
 void writeRaster(JsonWriter& json, qvAnnotationRaster const& raster) {
-  writeBytes(json, "rasterName", raster.m_rasterName);
+  json.bytes("rasterName", raster.m_rasterName);
   writeNumbers(json, "size", {raster.m_size.X(), raster.m_size.Y()});
+}
+
+/// Each annotation has the members of both kinds.
+void writeContent(JsonWriter& json, qvAnnotationInterface const* annotation) {
+  if (auto const* const text = dynamic_cast<qvAnnotationText const*>(annotation)) {
+    writeText(json, *text);
+  } else {
+    json.key("defaultTextProperties").null().key("lines").null();
+  }
+  if (auto const* const raster = dynamic_cast<qvAnnotationRaster const*>(annotation)) {
+    writeRaster(json, *raster);
+  } else {
+    json.noBytes("rasterName");
+    writeNoNumbers(json, "size");
+  }
 }
 
 void writeLeaders(JsonWriter& json, qvAnnotationInterface const& annotation) {
@@ -79,7 +91,7 @@ void writeLeaders(JsonWriter& json, qvAnnotationInterface const& annotation) {
   for (qvAnnotationInterface::Leader const& leader : annotation.m_leaders) {
     json.beginObject();
     writeVector(json, "position", leader.m_position);
-    writeEnumeration(json, "head", leader.m_head, qvLegacy::rules::leaderHeads.nameOf(leader.m_head));
+    writeName(json, "head", leader.m_head, rules::leaderHeads);
     json.endObject();
   }
   json.endArray();
@@ -89,8 +101,7 @@ void writeLeaders(JsonWriter& json, qvAnnotationInterface const& annotation) {
     writeVector(json, "pointA", measure.m_pointA);
     writeVector(json, "pointB", measure.m_pointB);
     writeVector(json, "offset", measure.m_offset);
-    writeEnumeration(json, "arrowDirection", measure.m_arrowDir,
-                     qvLegacy::rules::arrowDirections.nameOf(measure.m_arrowDir));
+    writeName(json, "arrowDirection", measure.m_arrowDir, rules::arrowDirections);
     json.endObject();
   }
   json.endArray();
@@ -98,42 +109,51 @@ void writeLeaders(JsonWriter& json, qvAnnotationInterface const& annotation) {
 
 void writeStyle(JsonWriter& json, std::uint8_t style) {
   json.member("style", std::uint64_t{style});
-  std::uint8_t const shape = style & qvAnnotationInterface::FrameShapeMask;
-  writeEnumeration(json, "frameShape", shape, qvLegacy::rules::frameShapes.nameOf(shape));
+  writeName(json, "frameShape", style & qvAnnotationInterface::FrameShapeMask, rules::frameShapes);
   json.member("ignoreZTest", (style & qvAnnotationInterface::IgnoreZTest) != 0);
   json.member("scaleLocked", (style & qvAnnotationInterface::ScaleLocked) != 0);
   json.member("frameLocked", (style & qvAnnotationInterface::FrameLocked) != 0);
 }
 
 void writeFields(JsonWriter& json, qvAnnotationInterface const& annotation) {
-  writeEnumeration(json, "kind", annotation.m_type,
-                   qvLegacy::rules::annotationTypes.nameOf(annotation.m_type));
-  writeBytes(json, "name", annotation.m_name);
+  writeName(json, "kind", annotation.m_type, rules::annotationTypes);
+  json.bytes("name", annotation.m_name);
   writeVector(json, "position", annotation.m_position);
   json.member("color", formatColor(annotation.m_color));
   writeStyle(json, annotation.m_style);
   writeLeaders(json, annotation);
   writeVariantMap(json.key("metadata"), annotation.m_metadata);
   json.member("subAnnotations", std::uint64_t{annotation.getSubAnnotsCount()});
-  if (auto const* text = dynamic_cast<qvAnnotationText const*>(&annotation)) writeText(json, *text);
-  if (auto const* raster = dynamic_cast<qvAnnotationRaster const*>(&annotation)) writeRaster(json, *raster);
+}
+
+/// The same members where a place holds no annotation.
+void writeNoFields(JsonWriter& json) {
+  writeName(json, "kind", std::nullopt, rules::annotationTypes);
+  json.noBytes("name");
+  writeNoNumbers(json, "position");
+  json.key("color").null().key("style").null();
+  writeName(json, "frameShape", std::nullopt, rules::frameShapes);
+  json.key("ignoreZTest").null().key("scaleLocked").null().key("frameLocked").null();
+  json.key("leaders").null().key("measures").null().key("metadata").null().key("subAnnotations").null();
 }
 
 void writeAnnotation(JsonWriter& json, WalkedAnnotation const& walked) {
   json.beginObject();
   json.member("address", walked.m_address.getText());
   json.member("depth", std::uint64_t{walked.m_depth});
-  if (walked.m_anchor.has_value())
-    writeEnumeration(json, "anchor", *walked.m_anchor, qvLegacy::rules::anchors.nameOf(*walked.m_anchor));
+  writeName(json, "anchor", walked.m_anchor, rules::anchors);
   json.member("isNull", walked.m_annotation == nullptr);
-  if (walked.m_annotation != nullptr) writeFields(json, *walked.m_annotation);
+  if (walked.m_annotation != nullptr) {
+    writeFields(json, *walked.m_annotation);
+  } else {
+    writeNoFields(json);
+  }
+  writeContent(json, walked.m_annotation);
   json.endObject();
 }
 
 void writeModel(JsonWriter& json, qvLegacy::qvAnnotationView const& view, Address const& address) {
-  writeVector(json, "planeOrigin", view.m_planeOrigin);
-  writeVector(json, "planeNormal", view.m_planeNormal);
-  writeVector(json, "planeXAxis", view.m_planeXAxis);
+  writePlane(json, view.m_planeOrigin, view.m_planeNormal, view.m_planeXAxis);
   writeVariantMap(json.key("metadata"), view.m_metadata);
   json.key("annotations").beginArray();
   walkAnnotations(view, address, [&json](WalkedAnnotation const& walked) { writeAnnotation(json, walked); });
@@ -143,15 +163,17 @@ void writeModel(JsonWriter& json, qvLegacy::qvAnnotationView const& view, Addres
 void writeView(JsonWriter& json, LoadedView const& loaded, std::size_t index) {
   Address const address = Address::ofView(index);
   json.beginObject();
-  json.member("view", std::uint64_t{index});
+  json.member("index", std::uint64_t{index});
   json.member("address", address.getText());
-  writeBytes(json, "name", loaded.m_name);
-  json.member("ok", loaded.m_view.get() != nullptr);
+  json.bytes("name", loaded.m_name);
+  json.member("readable", loaded.m_view.get() != nullptr);
   writeVersion(json, loaded.m_version);
-  json.key("messages").beginArray();
-  for (std::string const& message : loaded.m_messages) json.value(message);
-  json.endArray();
-  if (loaded.m_view.get() != nullptr) writeModel(json, *loaded.m_view, address);
+  writeTexts(json, "readerMessages", loaded.m_messages);
+  if (loaded.m_view.get() != nullptr) {
+    writeModel(json, *loaded.m_view, address);
+  } else {
+    json.key("plane").null().key("metadata").null().key("annotations").null();
+  }
   json.endObject();
 }
 
@@ -159,8 +181,7 @@ void writeView(JsonWriter& json, LoadedView const& loaded, std::size_t index) {
 
 void writeLegacyDocument(JsonWriter& json, Document const& document, OptionSpelling spelling) {
   json.beginObject();
-  writeBytes(json, "file", document.m_path);
-  json.member("format", getFormatName(document.m_format));
+  writeSource(json, document.m_source);
   json.member("readable", getFailure(document) == ExitDone);
   json.key("views").beginArray();
   for (std::size_t i = 0; i < document.m_views.size(); ++i) writeView(json, document.m_views[i], i);
@@ -169,12 +190,12 @@ void writeLegacyDocument(JsonWriter& json, Document const& document, OptionSpell
   json.endObject();
 }
 
-std::string formatLegacyJson(std::vector<Document> const& documents, OptionSpelling spelling) {
-  JsonWriter json;
-  json.beginObject().key("files").beginArray();
-  for (Document const& document : documents) writeLegacyDocument(json, document, spelling);
-  json.endArray().endObject();
-  return json.takeText();
+std::string formatLegacyJson(std::vector<Document> const& documents, OptionSpelling spelling,
+                             JsonStyle style) {
+  return formatList(ReportFormat::InspectFull, style, documents,
+                    [spelling](JsonWriter& json, Document const& document) {
+                      writeLegacyDocument(json, document, spelling);
+                    });
 }
 
 }  // namespace qvToolkit

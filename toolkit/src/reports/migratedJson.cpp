@@ -2,11 +2,10 @@
 
 #include <utility>
 
-#include "annotationLegacy/version.h"
-#include "qvToolkit/json/jsonWriter.h"
-#include "qvToolkit/reports/fontReport.h"
-#include "qvToolkit/reports/inspection.h"
+#include "qvToolkit/reports/findingJson.h"
 #include "reports/cadJson.h"
+#include "reports/jsonParts.h"
+#include "reports/reportHead.h"
 
 namespace qvToolkit {
 
@@ -14,20 +13,11 @@ namespace {
 
 using qvLegacy::qvAnnotationMigration;
 
-/// Grows when a field changes its meaning or goes; new fields leave it as it is.
-constexpr int SchemaVersion = 1;
-
-void writeStrings(JsonWriter& json, char const* key, std::vector<std::string> const& texts) {
-  json.key(key).beginArray();
-  for (std::string const& text : texts) json.value(text);
-  json.endArray();
-}
-
+/// Folders of fonts are not named: which fonts were found in them the report of fonts tells.
 void writeFontOptions(JsonWriter& json, FontOptions const& options) {
-  writeStrings(json, "fontDirectories", options.m_directories);
   json.key("fontReplacements").beginArray();
   for (qv::text::FontReplacement const& each : options.m_replacements) {
-    json.beginObject().member("family", each.m_family).member("replacement", each.m_replacement).endObject();
+    json.beginObject().bytes("family", each.m_family).bytes("replacement", each.m_replacement).endObject();
   }
   json.endArray().member("systemFonts", options.m_useSystemFonts);
 }
@@ -43,50 +33,51 @@ void writeOptions(JsonWriter& json, MigrationOptions const& options) {
   json.endObject();
 }
 
-void writeView(JsonWriter& json, LoadedView const& loaded, MigratedView const& view,
-               std::string const& page) {
-  json.beginObject().member("address", Address::ofView(view.m_index).getText()).member("name", view.m_name);
-  json.member("version", loaded.m_version.toString()).member("migrated", view.m_view != nullptr);
-  if (view.m_sameAs) json.member("sameAs", Address::ofView(*view.m_sameAs).getText());
-  json.key("page");
-  if (page.empty()) {
-    json.null();
-  } else {
-    json.value(page);
-  }
-  writeStrings(json, "readerMessages", loaded.m_messages);
-  writeStrings(json, "log", view.m_log);
-  if (view.m_view != nullptr) CadJson(json, view).writeViewMembers();
-  json.endObject();
-}
-
 }  // namespace
 
-bool writeMigratedDocument(OutputSink& sink, Document const& document, MigrationSession const& session,
-                           std::vector<MigratedView> const& views, std::vector<std::string> const& pageNames,
-                           Findings const& findings, OptionSpelling spelling) {
-  JsonWriter json(sink);
-  json.beginObject().member("format", "qvannot.migrated").member("formatVersion", SchemaVersion);
-  json.member("libraryVersion", qvAnnotationLegacy::Version::GetDescStringMajorMinorRelease(false));
-  json.member("input", document.m_path);
-  writeOptions(json, session.getOptions());
-  json.key("views").beginArray();
-  for (std::size_t i = 0; i < views.size(); ++i) {
-    writeView(json, document.m_views[i], views[i], pageNames[i]);
+void MigratedJson::begin(Document const& document, MigrationOptions const& options) {
+  writeHead(m_json.beginObject(), ReportFormat::Migrated);
+  writeSource(m_json, document.m_source);
+  writeOptions(m_json, options);
+  m_json.key("views").beginArray();
+}
+
+void MigratedJson::addView(LoadedView const& loaded, MigratedView const& view, std::string const& pageName) {
+  m_json.beginObject().member("address", Address::ofView(view.m_index).getText());
+  m_json.bytes("name", view.m_name);
+  writeVersion(m_json, loaded.m_version);
+  m_json.member("migrated", view.m_view != nullptr);
+  m_json.textOrNull("sameAs", view.m_sameAs ? Address::ofView(*view.m_sameAs).getText() : std::string());
+  m_json.textOrNull("page", pageName);
+  writeTexts(m_json, "readerMessages", loaded.m_messages);
+  writeTexts(m_json, "log", view.m_log);
+  if (view.m_view != nullptr) {
+    CadJson(m_json, view).writeViewMembers();
+  } else {
+    m_json.key("plane").null().key("annotations").null();
   }
-  json.endArray();
-  writeFontReport(json, reportFonts(views));
-  writeFindings(json.key("findings"), findings, spelling);
-  json.endObject();
-  return json.finish();
+  m_json.endObject();
+}
+
+bool MigratedJson::finish(FontReport const& fonts, Findings const& findings, OptionSpelling spelling) {
+  m_json.endArray();
+  writeFontReport(m_json, fonts);
+  writeFindings(m_json.key("findings"), findings, spelling);
+  m_json.endObject();
+  return m_json.finish();
 }
 
 std::string formatMigratedDocument(Document const& document, MigrationSession const& session,
                                    std::vector<MigratedView> const& views,
                                    std::vector<std::string> const& pageNames, Findings const& findings,
-                                   OptionSpelling spelling) {
+                                   OptionSpelling spelling, JsonStyle style) {
   TextSink sink;
-  static_cast<void>(writeMigratedDocument(sink, document, session, views, pageNames, findings, spelling));
+  MigratedJson json(sink, style);
+  json.begin(document, session.getOptions());
+  for (std::size_t i = 0; i < views.size(); ++i) {
+    json.addView(document.m_views[i], views[i], pageNames[i]);
+  }
+  static_cast<void>(json.finish(reportFonts(views), findings, spelling));
   return std::move(sink.m_text);
 }
 

@@ -84,7 +84,7 @@ void VariantWriter::step() {
     return;
   }
   auto const& [key, value] = *level.m_nextEntry++;
-  writeBytes(m_json, "key", key);
+  m_json.bytes("key", key);
   writeContent(value);
 }
 
@@ -113,7 +113,7 @@ void VariantWriter::writeContent(qv::qvVariant const& value) {
       m_json.value(value.toBool());
       break;
     case Kind::String:
-      writeBytes(m_json, "value", value.getString());
+      m_json.bytes("value", value.getString());
       break;
     case Kind::Real:
       writeReal(value.toReal());
@@ -123,8 +123,12 @@ void VariantWriter::writeContent(qv::qvVariant const& value) {
 }
 
 void VariantWriter::writeReal(double number) {
-  m_json.value(number);
-  if (!std::isfinite(number)) m_json.member("valueBits", toHex(number));
+  m_json.value(number).key("valueBits");
+  if (std::isfinite(number)) {
+    m_json.null();
+  } else {
+    m_json.value(toHex(number));
+  }
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "qvToolkit/text/textEscape.h"
 
+#include <algorithm>
+
 #include "text/hexadecimal.h"
 #include "text/utf8.h"
 
@@ -80,6 +82,13 @@ void appendJsonCharacter(std::string& text, Utf8Step const& step, std::string_vi
   }
 }
 
+/// How many bytes stand in front that are nothing but themselves: ASCII without quotes, backslashes and
+/// control characters. Most texts are nothing else.
+std::size_t countPlainInJson(std::string_view bytes) {
+  auto const isPlain = [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; };
+  return static_cast<std::size_t>(std::ranges::find_if_not(bytes, isPlain) - bytes.begin());
+}
+
 void appendTerminalCharacter(std::string& text, Utf8Step const& step, std::string_view bytes) {
   if (!step.m_isValid || step.m_codePoint < 0x20 || step.m_codePoint == 0x7F) {
     for (char const byte : bytes) appendByteEscape(text, byte);
@@ -125,14 +134,27 @@ std::string escapeXml(std::string_view bytes) {
   return text;
 }
 
+bool appendJson(std::string& text, std::string_view bytes) {
+  bool isWhole = true;
+  text += '"';
+  while (!bytes.empty()) {
+    std::size_t const plain = countPlainInJson(bytes);
+    text.append(bytes, 0, plain);
+    bytes.remove_prefix(plain);
+    if (bytes.empty()) break;
+    std::string_view const rest = bytes;
+    Utf8Step const step = takeUtf8(bytes);
+    isWhole &= step.m_isValid;
+    appendJsonCharacter(text, step, rest.substr(0, step.m_length));
+  }
+  text += '"';
+  return isWhole;
+}
+
 std::string quoteJson(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size() + 2);
-  text.push_back('"');
-  forEachCharacter(bytes, [&](Utf8Step const& step, std::string_view character) {
-    appendJsonCharacter(text, step, character);
-  });
-  text.push_back('"');
+  appendJson(text, bytes);
   return text;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,10 +20,12 @@ struct FontUse {
   bool m_italic = false;      ///< asked
   qv::svg::FontMatch m_match = qv::svg::FontMatch::Asked;  ///< how near the drawn font comes
   std::string m_family;                                    ///< that is drawn; empty when there is none
-  std::string m_file;                  ///< path of the drawn font's file; empty when there is none
-  unsigned m_faceIndex = 0;            ///< as `qv::svg::GlyphSource` counts faces
-  qv::svg::FontSynthesis m_synthesis;  ///< bold or slant that is made up
-  std::uint64_t m_characters = 0;      ///< drawn with it
+  std::string m_file;                   ///< path of the drawn font's file; empty when there is none
+  std::string m_version;                ///< as the drawn font states it; empty when it states none
+  std::string m_sha256;                 ///< of the drawn font's file; empty when there is none
+  std::optional<unsigned> m_faceIndex;  ///< in the file, as `qv::svg::GlyphSource` counts faces
+  qv::svg::FontSynthesis m_synthesis;   ///< bold or slant that is made up
+  std::uint64_t m_characters = 0;       ///< drawn with it
   /// The Debian package that has the asked family, or one as wide, when neither is there; empty when none is
   /// known or needed.
   std::string m_package;
@@ -48,7 +51,8 @@ struct FontReport {
 /// FontReport const report = reportFonts(session.migrate(openDocument("bracket.json")));
 /// for (std::string const& package : listPackages(report)) std::cout << "apt install " << package << '\n';
 /// @endcode
-/// Views that were not migrated are only counted. Looks at each character once.
+/// Views that were not migrated are only counted. Looks at each character once. Views that do not live at one
+/// time are left to a `FontCollector`.
 QVT_EXPORT FontReport reportFonts(std::vector<MigratedView> const& views);
 
 /// The Debian packages to install, sorted.
@@ -64,11 +68,9 @@ QVT_EXPORT std::string formatFontReport(Document const& document, FontReport con
 /// Writes the members "fonts" and "missingCharacters" into the object that `json` is in.
 QVT_EXPORT void writeFontReport(JsonWriter& json, FontReport const& report);
 
-/// The reports of several documents as JSON; docs/fonts-json.md describes it field by field. The three lists
-/// are of one length; `findings` are those of each document, opening included.
-QVT_EXPORT std::string formatFontReportsJson(std::vector<Document> const& documents,
-                                             std::vector<FontReport> const& reports,
-                                             std::vector<Findings> const& findings,
-                                             OptionSpelling spelling = nullptr);
+/// The report of one document as a JSON object, an entry of a list of `ReportFormat::Fonts`;
+/// docs/fonts-json.md describes it field by field. `findings` are those of the document, opening included.
+QVT_EXPORT void writeDocumentFonts(JsonWriter& json, Document const& document, FontReport const& report,
+                                   Findings const& findings, OptionSpelling spelling = nullptr);
 
 }  // namespace qvToolkit

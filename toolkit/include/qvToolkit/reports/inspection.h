@@ -46,7 +46,7 @@ struct InspectedView {
 /// What a document holds, apart from the document.
 struct Inspection {
   std::string m_path;                  ///< as it was given
-  Format m_format = Format::Json;      ///< as the document's
+  Source m_source;                     ///< as the document's
   ExitCode m_failure = ExitDone;       ///< why the document could not be opened at all
   std::vector<InspectedView> m_views;  ///< in document order
   Findings m_findings;                 ///< those of opening
@@ -66,18 +66,15 @@ QVT_EXPORT Inspection inspectDocument(Document const& document);
 /// Aligned text for people, safe for a terminal. Findings are not part of it, the readers' messages are.
 QVT_EXPORT std::string formatInspection(Inspection const& inspection);
 
-/// One file as a JSON object: path, format, views with index, name, version, messages, counts and all
-/// annotations, and the findings. Strings that were no valid UTF-8 have their bytes in hexadecimal beside
-/// them, under the key + "Hex".
+/// One file as a JSON object, an entry of a list of `ReportFormat::Inspect`: source, views with index, name,
+/// version, messages, counts and all annotations, and the findings. docs/inspect-json.md describes it field
+/// by field.
 QVT_EXPORT void writeInspection(JsonWriter& json, Inspection const& inspection,
                                 OptionSpelling spelling = nullptr);
 
-/// {"files": [...]} with one object of `writeInspection` for each.
+/// The whole list, with one object of `writeInspection` for each.
 QVT_EXPORT std::string formatInspectionsJson(std::vector<Inspection> const& inspections,
-                                             OptionSpelling spelling = nullptr);
-
-/// The findings as a JSON array, without a key. Their options are left out without a spelling for them, here
-/// and wherever findings are part of a report.
-QVT_EXPORT void writeFindings(JsonWriter& json, Findings const& findings, OptionSpelling spelling = nullptr);
+                                             OptionSpelling spelling = nullptr,
+                                             JsonStyle style = JsonStyle::Compact);
 
 }  // namespace qvToolkit

@@ -29,6 +29,9 @@ QVT_EXPORT std::string escapeXml(std::string_view bytes);
 /// result is one harmless line for a terminal, too.
 QVT_EXPORT std::string quoteJson(std::string_view bytes);
 
+/// Appends the same; true when the bytes were valid UTF-8 throughout, so that nothing is lost.
+QVT_EXPORT bool appendJson(std::string& text, std::string_view bytes);
+
 /// One line for a terminal: control characters, bidirectional controls and invalid bytes as `\x1b`, `\u202e`
 /// and the like, backslashes doubled.
 QVT_EXPORT std::string escapeTerminal(std::string_view bytes);
