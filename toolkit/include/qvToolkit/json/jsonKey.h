@@ -11,8 +11,7 @@ namespace qvToolkit {
 /// constexpr JsonKey key = "formatVersion";
 /// assert(key.getText() == "formatVersion");
 /// @endcode
-class JsonKey {
- public:
+struct JsonKey {
   /// Does not compile for a name of any other form.
   consteval JsonKey(char const* name) : m_text(name) {
     bool const isName = !m_text.empty() && isSmall(m_text[0]) && std::ranges::all_of(m_text, isPart);
