@@ -21,6 +21,20 @@ TEST(Catalogue, HasATextOfItsOwnForEveryCode) {
   EXPECT_EQ(getCodeText(FindingCode::JsonDuplicateKey), "json.duplicate-key");
 }
 
+TEST(Catalogue, FindsWhatATextStandsFor) {
+  for (CatalogueRow const& row : getCatalogue()) EXPECT_EQ(findCode(row.m_text), row.m_code);
+  for (Severity const severity : {Severity::Info, Severity::Warning, Severity::Error}) {
+    EXPECT_EQ(findSeverity(getSeverityText(severity)), severity);
+  }
+  for (int key = 1; key <= static_cast<int>(OptionKey::MaxViews); ++key) {
+    EXPECT_EQ(findOption(getOptionText(static_cast<OptionKey>(key))), static_cast<OptionKey>(key));
+  }
+  EXPECT_EQ(getOptionText(OptionKey::DropViewMetadata), "dropViewMetadata");
+  EXPECT_EQ(findCode("json"), std::nullopt);
+  EXPECT_EQ(findSeverity("Info"), std::nullopt);
+  EXPECT_EQ(findOption("--force"), std::nullopt);
+}
+
 TEST(Catalogue, SaysWhatItIsWhyItComesAndWhatToDo) {
   std::set<std::string_view> titles;
   for (CatalogueRow const& row : getCatalogue()) {

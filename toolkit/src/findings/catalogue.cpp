@@ -7,6 +7,7 @@
 #include "findings/migrationRows.h"
 #include "findings/openingRows.h"
 #include "findings/workRows.h"
+#include "text/wordTable.h"
 
 namespace qvToolkit {
 
@@ -46,6 +47,12 @@ constexpr auto ClassRows = std::to_array<ClassRow>({
 static_assert(std::ranges::is_sorted(ClassRows, {}, &ClassRow::m_class));
 static_assert(ClassRows.size() == static_cast<std::size_t>(FindingClass::Bug) + 1);
 
+constexpr WordTable<Severity, 3> SeverityWords = {{
+    {Severity::Info, "info"},
+    {Severity::Warning, "warning"},
+    {Severity::Error, "error"},
+}};
+
 }  // namespace
 
 std::span<CatalogueRow const> getCatalogue() noexcept {
@@ -65,8 +72,16 @@ std::string_view getCodeText(FindingCode code) {
 }
 
 std::string_view getSeverityText(Severity severity) {
-  constexpr std::array<std::string_view, 3> Texts = {"info", "warning", "error"};
-  return Texts[static_cast<std::size_t>(severity)];
+  return getWord(SeverityWords, severity);
+}
+
+std::optional<FindingCode> findCode(std::string_view text) {
+  auto const row = std::ranges::find(Rows, text, &CatalogueRow::m_text);
+  return row == Rows.end() ? std::nullopt : std::optional(row->m_code);
+}
+
+std::optional<Severity> findSeverity(std::string_view text) {
+  return findValue(SeverityWords, text);
 }
 
 ClassRow const& getRow(FindingClass findingClass) noexcept {

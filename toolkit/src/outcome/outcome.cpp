@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "outcome/wordTable.h"
+#include "text/wordTable.h"
 
 namespace qvToolkit {
 

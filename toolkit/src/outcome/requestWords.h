@@ -1,7 +1,7 @@
 #pragma once
 
-#include "outcome/wordTable.h"
 #include "qvToolkit/outcome/request.h"
+#include "text/wordTable.h"
 
 namespace qvToolkit {
 

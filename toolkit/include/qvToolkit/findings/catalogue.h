@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -182,6 +183,16 @@ QVT_EXPORT ClassRow const& getRow(FindingClass findingClass) noexcept;
 QVT_EXPORT std::string_view getCodeText(FindingCode code);
 /// "info", "warning" or "error".
 QVT_EXPORT std::string_view getSeverityText(Severity severity);
+/// Stable text of an option's key, such as "dropViewMetadata", however its caller spells it. Never asked for
+/// `OptionKey::None`.
+QVT_EXPORT std::string_view getOptionText(OptionKey key);
+
+/// The code that has the text; nothing for a text of none.
+QVT_EXPORT std::optional<FindingCode> findCode(std::string_view text);
+/// The severity that has the text; nothing for a text of none.
+QVT_EXPORT std::optional<Severity> findSeverity(std::string_view text);
+/// The option whose key has the text; nothing for a text of none.
+QVT_EXPORT std::optional<OptionKey> findOption(std::string_view text);
 
 /// True for a limit that was hit and for a worker that died: the findings that exit code 6 stands for.
 QVT_EXPORT bool isLimit(FindingCode code);

@@ -19,7 +19,7 @@ struct Word {
 template <class Value, std::size_t Count>
 using WordTable = std::array<Word<Value>, Count>;
 
-/// The word for a value that the table holds.
+/// The word for a value, which the table must hold.
 template <class Value, std::size_t Count>
 constexpr std::string_view getWord(WordTable<Value, Count> const& table, Value value) {
   return std::ranges::find(table, value, &Word<Value>::m_value)->m_text;
