@@ -76,6 +76,7 @@ TEST_F(ExitCodes, Are2ForABadCommandLine) {
                                              {"inspect", m_plain, ""},
                                              {"dump", ""},
                                              {"inspect", m_plain, "--full"},
+                                             {"inspect", m_plain, "--pretty"},
                                              {"inspect", m_plain, "--\x1b[31m"}}) {
     ToolRun const run = runTool(arguments);
     EXPECT_EQ(run.m_exitCode, ExitUsage);

@@ -25,7 +25,7 @@ using qvLegacy::qvAnnotationText;
 
 namespace rules = qvLegacy::rules;
 
-/// Written out, other than variant documents name them: by the names of the rules, which these begin with.
+/// Written out: variant documents know them by the beginnings of these words.
 constexpr std::array<rules::ValueName, 3> RunKinds = {{{"normal", 0}, {"subscript", 1}, {"superscript", 2}}};
 static_assert(std::ranges::all_of(RunKinds, [](rules::ValueName const& kind) {
   return kind.text.starts_with(rules::segmentTypes.nameOf(kind.shows));
