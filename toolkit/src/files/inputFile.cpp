@@ -10,7 +10,6 @@
 #include <system_error>
 #include <utility>
 
-#include "files/fileDescriptor.h"
 #include "files/wholeIo.h"
 
 namespace qvToolkit {
@@ -19,23 +18,17 @@ namespace {
 
 constexpr std::size_t ChunkSize = std::size_t{1} << 16;
 
-InputFile fail(FindingCode code, std::string text) {
-  InputFile input;
-  input.m_problem = makeFinding(code, std::move(text));
-  return input;
+Finding makeUnreadable(std::string text) {
+  return makeFinding(FindingCode::InputUnreadable, std::move(text));
 }
 
-InputFile failToRead(std::string text) {
-  return fail(FindingCode::InputUnreadable, std::move(text));
+Finding makeUnreadable(char const* action, int error) {
+  return makeUnreadable(std::string(action) + ": " + std::generic_category().message(error));
 }
 
-InputFile failByErrno(char const* action) {
-  return failToRead(std::string(action) + ": " + std::generic_category().message(errno));
-}
-
-InputFile failBySize(std::uint64_t maxBytes) {
-  return fail(FindingCode::InputTooLarge,
-              "the input is larger than the limit of " + std::to_string(maxBytes) + " bytes");
+Finding makeTooLarge(std::uint64_t maxBytes) {
+  return makeFinding(FindingCode::InputTooLarge,
+                     "the input is larger than the limit of " + std::to_string(maxBytes) + " bytes");
 }
 
 /// What a path names when it is no regular file; null when it is one.
@@ -47,10 +40,59 @@ char const* findUnreadableKind(mode_t mode) {
   return "a device";
 }
 
-InputFile readAll(int descriptor, std::uint64_t expectedBytes, std::uint64_t maxBytes) {
+/// Why what is open may not be read; nothing when it may.
+std::optional<Finding> findProblem(int file, std::uint64_t maxBytes) {
+  struct stat status {};
+  if (::fstat(file, &status) != 0) return makeUnreadable("cannot read", errno);
+  if (char const* const kind = findUnreadableKind(status.st_mode)) {
+    return makeUnreadable(std::string("cannot read: it is ") + kind +
+                          ", expected a regular file; give '-' to read standard input");
+  }
+  if (status.st_size > 0 && static_cast<std::uint64_t>(status.st_size) > maxBytes)
+    return makeTooLarge(maxBytes);
+  return {};
+}
+
+/// Standard input is closed where the process has no such descriptor, or one that is not for reading.
+Finding makeReadProblem(int error) {
+  if (error == EBADF) return makeUnreadable("cannot read: standard input is closed");
+  return makeUnreadable("cannot read", error);
+}
+
+OpenedInput openStandardInput() {
+  OpenedInput input{FileDescriptor(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)), {}};
+  if (!input.m_file.isOpen()) input.m_problem = makeReadProblem(errno);
+  return input;
+}
+
+/// What a regular file holds, as far as it is known.
+std::uint64_t getExpectedBytes(int file) {
+  struct stat status {};
+  bool const isKnown = ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0;
+  return isKnown ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
+}  // namespace
+
+OpenedInput openInputFile(std::string const& path, std::uint64_t maxBytes) {
+  if (path == "-") return openStandardInput();
+  if (path.find('\0') != std::string::npos)
+    return {{}, makeUnreadable("cannot open: a zero character in the name")};
+  // Not blocking: opening a pipe that nobody writes to would wait for ever.
+  OpenedInput input{FileDescriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY)), {}};
+  if (input.m_file.isOpen()) {
+    input.m_problem = findProblem(input.m_file.get(), maxBytes);
+  } else {
+    input.m_problem = makeUnreadable("cannot open", errno);
+  }
+  return input;
+}
+
+InputFile readInputFile(int descriptor, std::uint64_t maxBytes) {
+  std::uint64_t const expected = std::min(getExpectedBytes(descriptor), maxBytes);
   InputFile input;
   std::string& bytes = input.m_bytes;
-  bytes.reserve(static_cast<std::size_t>(std::min(expectedBytes, maxBytes)) + ChunkSize + RoomBehindInput);
+  bytes.reserve(static_cast<std::size_t>(expected) + ChunkSize + RoomBehindInput);
   for (;;) {
     std::size_t const size = bytes.size();
     bytes.resize(size + ChunkSize);
@@ -58,31 +100,15 @@ InputFile readAll(int descriptor, std::uint64_t expectedBytes, std::uint64_t max
         repeatInterrupted([&] { return ::read(descriptor, bytes.data() + size, ChunkSize); });
     bytes.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     if (count == 0) return input;
-    bool const isClosed = descriptor == STDIN_FILENO && count < 0 && errno == EBADF;
-    if (isClosed) return failToRead("cannot read: standard input is closed");
-    if (count < 0) return failByErrno("cannot read");
-    if (bytes.size() > maxBytes) return failBySize(maxBytes);
+    if (count < 0) return {{}, makeReadProblem(errno)};
+    if (bytes.size() > maxBytes) return {{}, makeTooLarge(maxBytes)};
   }
 }
 
-}  // namespace
-
 InputFile readInputFile(std::string const& path, std::uint64_t maxBytes) {
-  if (path == "-") return readAll(STDIN_FILENO, 0, maxBytes);
-  if (path.find('\0') != std::string::npos) return failToRead("cannot open: a zero character in the name");
-
-  // Not blocking: opening a pipe that nobody writes to would wait for ever.
-  FileDescriptor const file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-  if (!file.isOpen()) return failByErrno("cannot open");
-  struct stat status {};
-  if (::fstat(file.get(), &status) != 0) return failByErrno("cannot read");
-  if (char const* const kind = findUnreadableKind(status.st_mode)) {
-    return failToRead(std::string("cannot read: it is ") + kind +
-                      ", expected a regular file; give '-' to read standard input");
-  }
-  auto const size = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
-  if (size > maxBytes) return failBySize(maxBytes);
-  return readAll(file.get(), size, maxBytes);
+  OpenedInput opened = openInputFile(path, maxBytes);
+  if (opened.m_problem.has_value()) return {{}, std::move(opened.m_problem)};
+  return readInputFile(opened.m_file.get(), maxBytes);
 }
 
 }  // namespace qvToolkit

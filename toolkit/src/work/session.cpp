@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "qvAnnotation/fontOptions.h"
+#include "qvToolkit/reports/fontCollector.h"
 #include "work/libraryLifetime.h"
 #include "work/processSettings.h"
 
@@ -34,11 +35,14 @@ class Session::State {
   explicit State(SessionOptions const& options)
       : m_settings(options.m_fonts, options.m_log),
         m_folderName(options.m_rasterFolder),
-        m_rasters(m_folderName, options.m_maxRasterBytes) {}
+        m_rasters(m_folderName, options.m_maxRasterBytes),
+        m_spelling(options.m_spelling) {}
 
   ProcessSettings m_settings;
   std::string m_folderName;
   RasterFolder m_rasters;
+  OptionSpelling m_spelling;
+  FontHashes m_hashes;
   LibraryLifetime m_library;
 };
 
@@ -63,6 +67,14 @@ void Session::warm() const {
 
 FontOptions const& Session::getFonts() const noexcept {
   return m_state->m_settings.getFonts();
+}
+
+OptionSpelling Session::getSpelling() const noexcept {
+  return m_state->m_spelling;
+}
+
+FontHashes& Session::getFontHashes() noexcept {
+  return m_state->m_hashes;
 }
 
 RasterSource Session::getRasters() const {

@@ -64,7 +64,7 @@ struct Outcome {
   Findings m_findings;                 ///< in the order met
   std::vector<ViewOutcome> m_views;    ///< in document order
   std::vector<OutputFile> m_outputs;   ///< in the order in which they were begun
-  std::vector<FontIdentity> m_fonts;   ///< in the order of their first use
+  std::vector<FontIdentity> m_fonts;   ///< each once, by family, version, hash and face
 };
 
 /// What a threshold makes of findings: the highest exit code among `reached`, which is what the work came to

@@ -15,6 +15,8 @@
 
 namespace qvToolkit {
 
+class FontHashes;
+
 /// Takes a record that the libraries write, with its prefix set. Called wherever they write, and must not
 /// throw.
 using LogSink = std::function<void(qv::qvLog::LogEntry const&)>;
@@ -24,6 +26,7 @@ struct SessionOptions {
   FontOptions m_fonts;         ///< of the whole process while the session lives
   std::string m_rasterFolder;  ///< answers for images; empty: there are none
   std::uint64_t m_maxRasterBytes = RasterFolder::MaxFileBytes;  ///< of one image file
+  OptionSpelling m_spelling = nullptr;  ///< of options in findings that are part of a result
   LogSink m_log = {};  ///< of the whole process while the session lives; empty: records go where they went
 };
 
@@ -69,6 +72,9 @@ class QVT_EXPORT Session {
   void warm() const;
 
   FontOptions const& getFonts() const noexcept;  ///< as they were given
+  OptionSpelling getSpelling() const noexcept;   ///< likewise
+  /// The hashes of the files of fonts, for all documents of the session.
+  FontHashes& getFontHashes() noexcept;
   /// Answers from the folder of images, for as long as the session lives; empty without a folder.
   RasterSource getRasters() const;
 

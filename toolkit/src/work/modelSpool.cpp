@@ -1,0 +1,56 @@
+#include "work/modelSpool.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "files/wholeIo.h"
+
+namespace qvToolkit {
+
+namespace {
+
+/// Where temporary files have no room, or cannot do without a name, in memory.
+int openNameless() {
+  std::error_code error;
+  std::filesystem::path const folder = std::filesystem::temp_directory_path(error);
+  int const file = open(error ? "/tmp" : folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+  return file >= 0 ? file : memfd_create("model", MFD_CLOEXEC);
+}
+
+Finding makeProblem(int error) {
+  return makeFinding(FindingCode::OutputFailed,
+                     "cannot keep the migrated model: " + std::generic_category().message(error));
+}
+
+}  // namespace
+
+ModelSpool::ModelSpool(std::uint64_t most) : m_most(most), m_file(openNameless()) {
+  if (!m_file.isOpen()) m_problem = makeProblem(errno);
+}
+
+bool ModelSpool::write(std::string_view bytes) {
+  if (m_problem.has_value() || !m_excess.empty()) return false;
+  if (bytes.size() > m_most - m_size) {
+    m_excess = bytes;
+    return false;
+  }
+  m_size += bytes.size();
+  if (!writeAll(m_file.get(), bytes)) m_problem = makeProblem(errno);
+  return !m_problem.has_value();
+}
+
+bool ModelSpool::copyTo(OutputSink& sink) {
+  bool isTaken = true;
+  auto const copy = [&](std::string_view piece) { return isTaken = sink.write(piece); };
+  bool const isRead = lseek(m_file.get(), 0, SEEK_SET) == 0 && readPieces(m_file.get(), copy);
+  if (!isRead) m_problem = makeProblem(errno);
+  return isRead && isTaken && sink.write(m_excess);
+}
+
+}  // namespace qvToolkit
