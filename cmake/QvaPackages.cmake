@@ -118,7 +118,7 @@ file(
   RELATIVE ${PROJECT_SOURCE_DIR}
   CONFIGURE_DEPENDS docs/*.md)
 qva_install_pages(${documents} headers_documents README.md CHANGELOG.md ${pages})
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/pictures DESTINATION ${documents}/docs COMPONENT headers_documents
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/pictures ${PROJECT_SOURCE_DIR}/docs/schemas DESTINATION ${documents}/docs COMPONENT headers_documents
         EXCLUDE_FROM_ALL)
 install(
   DIRECTORY ${PROJECT_SOURCE_DIR}/examples/

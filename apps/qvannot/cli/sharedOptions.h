@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "qvToolkit/migration/fontSettings.h"
-#include "qvannot/cli/option.h"
 #include "qvToolkit/outcome/limits.h"
+#include "qvannot/cli/option.h"
 
 namespace qvannot {
 

@@ -37,7 +37,11 @@ std::string anyBytes() {
 }
 
 std::string anyText() {
-  return *rc::gen::element<std::string>("", "6.22", "2026-02-28T23:59:59.125Z", "⌀ \"\\\n");
+  return *rc::gen::element<std::string>("", "6.22", "⌀ \"\\\n");
+}
+
+std::string anyTime() {
+  return *rc::gen::element<std::string>("2026-02-28T23:59:59.125Z", "1999-12-31T23:59:60Z");
 }
 
 /// Counts are rarely large, and once are larger than any integer of JSON readers.
@@ -243,8 +247,14 @@ rc::Gen<Request> anyRequest() {
 
 rc::Gen<RunFacts> anyRunFacts() {
   return rc::gen::exec([] {
-    return RunFacts{anyBytes(),        anyText(),  anyText(),  anyReal<double>(),
-                    anyReal<double>(), anyCount(), anyBytes(), *rc::gen::arbitrary<std::int64_t>()};
+    return RunFacts{anyBytes(),
+                    anyTime(),
+                    anyTime(),
+                    std::abs(anyReal<double>()),
+                    std::abs(anyReal<double>()),
+                    anyCount(),
+                    anyBytes(),
+                    *rc::gen::arbitrary<std::int64_t>()};
   });
 }
 

@@ -107,9 +107,10 @@ TEST_F(OutcomeJsonText, NamesTheMemberThatIsWrong) {
             "/views/0/counts/lines: found -1, expected an integer from 0 on, beyond 63 bits as a text");
   EXPECT_EQ(readWith("\"lines\":0", "\"lines\":\"17\""),
             "/views/0/counts/lines: found \"17\", expected an integer from 0 on, beyond 63 bits as a text");
-  EXPECT_EQ(readWith("\"read\":false", "\"read\":0"), "/views/0/read: found 0, expected true or false");
-  EXPECT_EQ(readWith("\"read\":false", "\"red\":false"),
-            "/views/0/read: found nothing, expected a member of this name");
+  EXPECT_EQ(readWith("\"readable\":false", "\"readable\":0"),
+            "/views/0/readable: found 0, expected true or false");
+  EXPECT_EQ(readWith("\"readable\":false", "\"red\":false"),
+            "/views/0/readable: found nothing, expected a member of this name");
   EXPECT_EQ(readWith("\"conclusion\":\"done\"", "\"conclusion\":\"fine\""),
             "/conclusion: found \"fine\", expected the word for a conclusion");
   EXPECT_EQ(readWith("metadata-dropped", "metadata-drooped"),

@@ -53,7 +53,7 @@ void readView(JsonFields& fields, ViewOutcome& view) {
   if (view.m_address.empty()) fields.fail("address", "the address of a view");
   fields.readBytes("name", view.m_name);
   fields.readTextOrNull("version", view.m_version);
-  fields.read("read", view.m_isRead);
+  fields.read("readable", view.m_isRead);
   fields.read("migrated", view.m_isMigrated);
   readAddress(fields, "sameAs", view.m_sameAs);
   fields.readBytesOrNull("page", view.m_page);

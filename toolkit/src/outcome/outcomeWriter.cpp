@@ -35,7 +35,7 @@ void writeView(JsonWriter& json, ViewOutcome const& view) {
   json.beginObject();
   json.member("address", view.m_address).bytes("name", view.m_name);
   json.textOrNull("version", view.m_version);
-  json.member("read", view.m_isRead).member("migrated", view.m_isMigrated);
+  json.member("readable", view.m_isRead).member("migrated", view.m_isMigrated);
   json.textOrNull("sameAs", view.m_sameAs);
   writeBytesOrNull(json, "page", view.m_page);
   json.key("counts").beginObject();

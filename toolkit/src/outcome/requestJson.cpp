@@ -53,7 +53,7 @@ void writeFonts(JsonWriter& json, FontOptions const& fonts) {
   for (FontReplacement const& each : fonts.m_replacements) {
     json.beginObject().bytes("family", each.m_family).bytes("replacement", each.m_replacement).endObject();
   }
-  json.endArray().member("useSystemFonts", fonts.m_useSystemFonts).endObject();
+  json.endArray().member("systemFonts", fonts.m_useSystemFonts).endObject();
 }
 
 void readFonts(JsonFields& fields, FontOptions& fonts) {
@@ -63,7 +63,7 @@ void readFonts(JsonFields& fields, FontOptions& fonts) {
     each.readBytes("family", replacement.m_family);
     each.readBytes("replacement", replacement.m_replacement);
   });
-  fields.read("useSystemFonts", fonts.m_useSystemFonts);
+  fields.read("systemFonts", fonts.m_useSystemFonts);
 }
 
 void writeTransformation(JsonWriter& json, Similarity const& similarity) {
