@@ -62,7 +62,7 @@ Real anyReal() {
 }
 
 std::string anySha256() {
-  return hashSha256(anyBytes());
+  return *rc::gen::arbitrary<bool>() ? hashSha256(anyBytes()) : std::string();
 }
 
 std::string anyAddress() {
@@ -75,7 +75,7 @@ Source anySource() {
   Source source;
   source.m_path = anyBytes();
   source.m_size = maybe<std::uint64_t>(anyCount);
-  if (source.m_size) source.m_sha256 = anySha256();
+  source.m_sha256 = anySha256();
   source.m_format = maybe<Format>([] { return *rc::gen::element(Format::Json, Format::ObjectStream); });
   return source;
 }

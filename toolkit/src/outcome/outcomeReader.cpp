@@ -16,13 +16,14 @@ std::optional<std::string> findSha256(std::string_view text) {
 }
 
 void readSha256(JsonFields& fields, std::string& target) {
-  fields.readWord("sha256", target, "64 lower-case hexadecimal digits", findSha256);
+  if (fields.isNull("sha256")) return target.clear();
+  fields.readWord("sha256", target, "null or 64 lower-case hexadecimal digits", findSha256);
 }
 
 void readSource(JsonFields& fields, Source& source) {
   fields.readBytes("path", source.m_path);
   fields.read("size", source.m_size);
-  if (!fields.isNull("sha256")) readSha256(fields, source.m_sha256);
+  readSha256(fields, source.m_sha256);
   if (fields.isNull("encoding")) return;
   Format format{};
   fields.readWord("encoding", format, "null or the word for an encoding",

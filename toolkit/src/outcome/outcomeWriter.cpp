@@ -46,12 +46,12 @@ void writeView(JsonWriter& json, ViewOutcome const& view) {
 void writeOutput(JsonWriter& json, OutputFile const& output) {
   json.beginObject().bytes("name", output.m_name);
   writeCount(json, "size", output.m_size);
-  json.member("sha256", output.m_sha256).endObject();
+  json.textOrNull("sha256", output.m_sha256).endObject();
 }
 
 void writeFont(JsonWriter& json, FontIdentity const& font) {
   json.beginObject().bytes("family", font.m_family).bytes("version", font.m_version);
-  json.member("sha256", font.m_sha256).member("faceIndex", font.m_faceIndex).endObject();
+  json.textOrNull("sha256", font.m_sha256).member("faceIndex", font.m_faceIndex).endObject();
 }
 
 template <class Item>

@@ -38,14 +38,15 @@ struct ViewOutcome {
 struct OutputFile {
   std::string m_name;        ///< relative to the folder of the run's outputs; raw bytes
   std::uint64_t m_size = 0;  ///< in bytes
-  std::string m_sha256;      ///< of all its bytes, 64 lower-case hexadecimal digits
+  std::string m_sha256;      ///< of all its bytes, 64 lower-case hexadecimal digits; empty before it is known
 };
 
 /// A font that texts were really drawn with, told apart from others wherever its file lies.
 struct FontIdentity {
-  std::string m_family;      ///< as the file calls it; raw bytes
-  std::string m_version;     ///< as the file has it; raw bytes
-  std::string m_sha256;      ///< of the whole file, 64 lower-case hexadecimal digits
+  std::string m_family;   ///< as the file calls it; raw bytes
+  std::string m_version;  ///< as the file has it; raw bytes
+  std::string
+      m_sha256;  ///< of the whole file, 64 lower-case hexadecimal digits; empty where it cannot be read
   unsigned m_faceIndex = 0;  ///< in the file
 };
 
