@@ -1,11 +1,13 @@
 // Writes requests, outcomes and facts of runs as JSON, one a line behind the name of its schema: outcomes of
 // the documents that are named, and random ones.
 #include <cstdint>
+#include <cstdio>
 #include <iostream>
+#include <memory>
 
 #include "qvToolkit/outcome/outcomeJson.h"
-#include "qvToolkit/reading/openDocument.h"
-#include "qvToolkit/work/session.h"
+#include "qvToolkit/work/memoryResults.h"
+#include "qvToolkit/work/steps.h"
 #include "tests/toolkit/outcome/outcomeGenerator.h"
 
 using namespace qvToolkit;
@@ -22,32 +24,25 @@ void write(char const* schema, void (*writer)(JsonWriter&, Value const&), Value 
   std::cout << schema << ' ' << json.takeText();
 }
 
-ViewOutcome describe(LoadedView const& view, std::size_t index) {
-  ViewOutcome outcome;
-  outcome.m_address = Address::ofView(index).getText();
-  outcome.m_name = view.m_name;
-  outcome.m_version = view.m_version.toString();
-  outcome.m_isRead = view.m_view.get() != nullptr;
-  if (outcome.m_isRead) outcome.m_counts = countView(*view.m_view);
-  return outcome;
-}
-
-Outcome describe(Document const& document) {
-  Outcome outcome;
-  outcome.m_source = document.m_source;
-  outcome.m_findings = document.m_findings;
-  outcome.m_conclusion = conclude(getFailure(document), document.m_findings, Severity::Error);
-  for (LoadedView const& view : document.m_views) {
-    outcome.m_views.push_back(describe(view, outcome.m_views.size()));
-  }
-  return outcome;
+/// What becomes of a file by an action; nothing is left of its results.
+Outcome perform(Action action, char const* path) {
+  Request request;
+  request.m_action = action;
+  Session session(makeSessionOptions(request));
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> const file(std::fopen(path, "r"), &std::fclose);
+  MemoryResults results;
+  return performRequest(session, request, {path, path, "stem", file ? fileno(file.get()) : -1}, results);
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  Session const session;
-  for (int i = 1; i < count; ++i) write("outcome", writeOutcome, describe(openDocument(arguments[i])));
+  for (int i = 1; i < count; ++i) {
+    for (auto const action :
+         {Action::Inspect, Action::Migrate, Action::Encode, Action::Dump, Action::Fonts}) {
+      write("outcome", writeOutcome, perform(action, arguments[i]));
+    }
+  }
   for (std::uint64_t seed = 0; seed < RandomSamples; ++seed) {
     rc::Random const random(seed);
     write("outcome", writeOutcome, anyOutcome()(random, RandomSize).value());
