@@ -7,6 +7,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -116,6 +117,26 @@ TEST_F(InputFileTest, SaysThatAFileMayNotBeRead) {
 TEST_F(InputFileTest, RefusesANameWithAZeroCharacter) {
   expectUnreadable(readInputFile(write("x") + std::string("\0y", 2), MaxBytes),
                    "cannot open: a zero character in the name");
+}
+
+TEST_F(InputFileTest, ReadsWhatIsOpenWhateverItIs) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
+  FileDescriptor const out(ends[0]);
+  FileDescriptor in(ends[1]);
+  ASSERT_EQ(::write(in.get(), "bytes", 5), 5);
+  in.reset();
+  EXPECT_EQ(readInputFile(out.get(), MaxBytes).m_bytes, "bytes");
+  OpenedInput const file = openInputFile(write("content"), MaxBytes);
+  ASSERT_FALSE(file.m_problem.has_value());
+  EXPECT_EQ(readInputFile(file.m_file.get(), MaxBytes).m_bytes, "content");
+  EXPECT_EQ(readInputFile(file.m_file.get(), MaxBytes).m_bytes, "") << "it is at its end";
+}
+
+TEST_F(InputFileTest, RefusesWhatIsOpenAndTooLarge) {
+  OpenedInput const file = openInputFile(write("content"), MaxBytes);
+  expectTooLarge(readInputFile(file.m_file.get(), 6));
+  EXPECT_TRUE(openInputFile(write("content"), 6).m_problem.has_value());
 }
 
 TEST_F(InputFileTest, HoldsTheLimitExactly) {

@@ -37,8 +37,9 @@ struct MemoryHooks {
 /// assert(outcome.m_conclusion == ExitDone);
 /// assert(results.getFiles()[1].m_name == "image_sheet.migrated.json");
 /// @endcode
-/// The session must be one of `makeSessionOptions(request)`. Nothing is opened by a name but images beneath
-/// the session's folder. One migrated view is in memory at a time.
+/// The session must be one of `makeSessionOptions(request)`. `Inspect`, `Dump` and `Fonts` print, the others
+/// write files: `Migrate` a page for each view that could be migrated, and the model behind them. Nothing is
+/// opened by a name but images beneath the session's folder. One migrated view is in memory at a time.
 ///
 /// Of the outcome's outputs only the names are told, in the order of the files: sizes and hashes are up to
 /// who makes them appear, which is only right where the conclusion is at most `ExitFindings`. With `m_asJson`
