@@ -45,8 +45,8 @@ std::vector<std::string_view> sortByNearness(std::string_view text, std::span<st
     measured.emplace_back(countSlips(text.substr(0, MaxCompared), name), name);
   }
   std::ranges::stable_sort(measured, {}, &decltype(measured)::value_type::first);
-  std::vector<std::string_view> sorted;
-  for (auto const& [slips, name] : measured) sorted.push_back(name);
+  std::vector<std::string_view> sorted(names.size());
+  std::ranges::transform(measured, sorted.begin(), &decltype(measured)::value_type::second);
   return sorted;
 }
 

@@ -1,5 +1,7 @@
 #include "qvannot/cli/toolText.h"
 
+#include <algorithm>
+
 #include "annotationLegacy/version.h"
 #include "qvannot/cli/buildText.h"
 #include "qvannot/optionNames.h"
@@ -50,8 +52,8 @@ Options describeOptions(CommandRow const& command) {
 }
 
 std::vector<std::string_view> listNames(CommandRows commands) {
-  std::vector<std::string_view> names;
-  for (CommandRow const* const command : commands) names.push_back(command->m_name);
+  std::vector<std::string_view> names(commands.size());
+  std::ranges::transform(commands, names.begin(), &CommandRow::m_name);
   return names;
 }
 

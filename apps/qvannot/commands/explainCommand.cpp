@@ -29,8 +29,9 @@ CatalogueRow const* findRow(std::string_view code) {
 }
 
 std::vector<std::string_view> listCodes() {
-  std::vector<std::string_view> codes;
-  for (CatalogueRow const& row : qvToolkit::getCatalogue()) codes.push_back(row.m_text);
+  auto const rows = qvToolkit::getCatalogue();
+  std::vector<std::string_view> codes(rows.size());
+  std::ranges::transform(rows, codes.begin(), &CatalogueRow::m_text);
   return codes;
 }
 
