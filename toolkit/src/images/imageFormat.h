@@ -15,7 +15,7 @@ struct ImageHeader {
 constexpr std::uint64_t MaxPixels = std::uint64_t{64} * 1000 * 1000;
 
 /// Reads the header of a PNG, JPEG, GIF or WebP image. Width and height stay 0 when the header is cut off.
-ImageHeader readImageHeader(std::string_view bytes);
+ImageHeader readImageHeader(std::string_view data);
 
 /// A known format, at least one and at most `MaxPixels` pixels. Any other data could be active content or too
 /// large to show.
