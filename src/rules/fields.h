@@ -317,6 +317,8 @@ struct Member {
   Field const& field;
   Value Record::*member;
 };
+template <class Record, class Value>
+Member(Field const&, Value Record::*) -> Member<Record, Value>;
 
 template <class Leader>
 inline constexpr std::tuple leader{

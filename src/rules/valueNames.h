@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -31,10 +32,7 @@ struct ValueNames {
     return otherwise;
   }
   constexpr bool has(std::string_view text) const noexcept {
-    for (ValueName const& name : names) {
-      if (name.text == text) return true;
-    }
-    return false;
+    return std::ranges::any_of(names, [text](ValueName const& name) { return name.text == text; });
   }
   /// The name by which `value` is shown; empty for a value beyond the set.
   constexpr std::string_view nameOf(std::uint32_t value) const noexcept {
