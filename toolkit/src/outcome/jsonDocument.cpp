@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "annotationLegacy/version.h"
+#include "outcome/formatWords.h"
 
 namespace qvToolkit {
 
@@ -13,8 +14,8 @@ constexpr std::size_t MaxContainers = 100;
 
 }  // namespace
 
-void writeHead(JsonWriter& json, std::string_view format) {
-  json.member("format", format).member("formatVersion", OutcomeFormatVersion);
+void writeHead(JsonWriter& json, std::string_view format, int version) {
+  json.member("format", format).member("formatVersion", version);
   json.member("toolVersion", qvAnnotationLegacy::Version::GetDescStringMajorMinorRelease(false));
 }
 
@@ -33,6 +34,20 @@ std::string parseObject(std::string& json, qv::qvVariant& object) {
   if (reading.m_isBroken) return formatFinding("JSON", reading.m_findings.front());
   object = std::move(reading.m_value);
   return {};
+}
+
+void writeSource(JsonWriter& json, Source const& source) {
+  json.key("source").beginObject().bytes("path", source.m_path);
+  writeCount(json, "size", source.m_size);
+  json.textOrNull("sha256", source.m_sha256);
+  json.textOrNull("encoding", source.m_format ? getWord(EncodingWords, *source.m_format) : "");
+  json.endObject();
+}
+
+void writeCounts(JsonWriter& json, LegacyCounts const& counts) {
+  json.key("counts").beginObject();
+  for (CountWord const& word : CountWords) writeCount(json, word.m_key, counts.*word.m_count);
+  json.endObject();
 }
 
 void writeCount(JsonWriter& json, JsonKey key, std::uint64_t count) {

@@ -1,18 +1,9 @@
-#include "outcome/formatWords.h"
 #include "outcome/jsonDocument.h"
 #include "qvToolkit/outcome/outcomeJson.h"
 
 namespace qvToolkit {
 
 namespace {
-
-void writeSource(JsonWriter& json, Source const& source) {
-  json.key("source").beginObject().bytes("path", source.m_path);
-  writeCount(json, "size", source.m_size);
-  json.textOrNull("sha256", source.m_sha256);
-  json.textOrNull("encoding", source.m_format ? getWord(EncodingWords, *source.m_format) : "");
-  json.endObject();
-}
 
 void writePlace(JsonWriter& json, SourcePlace const& place) {
   writeCount(json, "byteOffset", place.m_byteOffset);
@@ -38,9 +29,8 @@ void writeView(JsonWriter& json, ViewOutcome const& view) {
   json.member("readable", view.m_isRead).member("migrated", view.m_isMigrated);
   json.textOrNull("sameAs", view.m_sameAs);
   writeBytesOrNull(json, "page", view.m_page);
-  json.key("counts").beginObject();
-  for (CountWord const& word : CountWords) writeCount(json, word.m_key, view.m_counts.*word.m_count);
-  json.endObject().endObject();
+  writeCounts(json, view.m_counts);
+  json.endObject();
 }
 
 void writeOutput(JsonWriter& json, OutputFile const& output) {
@@ -65,7 +55,7 @@ void writeList(JsonWriter& json, JsonKey key, std::vector<Item> const& items,
 }  // namespace
 
 void writeOutcome(JsonWriter& json, Outcome const& outcome) {
-  writeHead(json.beginObject(), OutcomeFormat);
+  writeHead(json.beginObject(), OutcomeFormat, OutcomeFormatVersion);
   writeSource(json, outcome.m_source);
   json.member("conclusion", getConclusionText(outcome.m_conclusion));
   writeList(json, "findings", outcome.m_findings, writeFinding);

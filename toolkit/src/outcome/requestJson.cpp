@@ -148,7 +148,7 @@ void readMembers(JsonFields& fields, Request& request) {
 }  // namespace
 
 void writeRequest(JsonWriter& json, Request const& request) {
-  writeHead(json.beginObject(), RequestFormat);
+  writeHead(json.beginObject(), RequestFormat, OutcomeFormatVersion);
   json.member("action", getActionText(request.m_action)).member("json", request.m_asJson);
   json.member("full", request.m_isFull).member("pretty", request.m_isPretty);
   for (DroppedWord const& word : DroppedWords) json.member(word.m_key, (request.m_dropped & word.m_bit) != 0);

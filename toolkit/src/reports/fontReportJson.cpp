@@ -1,4 +1,5 @@
 #include "migration/fontMatchText.h"
+#include "outcome/jsonDocument.h"
 #include "qvToolkit/reports/findingJson.h"
 #include "qvToolkit/reports/fontReport.h"
 #include "reports/jsonParts.h"

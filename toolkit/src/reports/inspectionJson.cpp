@@ -1,3 +1,4 @@
+#include "outcome/jsonDocument.h"
 #include "qvToolkit/reports/findingJson.h"
 #include "qvToolkit/reports/inspection.h"
 #include "reports/jsonParts.h"
@@ -10,22 +11,6 @@ namespace qvToolkit {
 namespace {
 
 namespace rules = qvLegacy::rules;
-
-void writeViewCounts(JsonWriter& json, LegacyCounts const& counts) {
-  json.key("counts").beginObject();
-  json.member("annotations", counts.m_annotations);
-  json.member("children", counts.m_children);
-  json.member("depth", counts.m_depth);
-  json.member("leaders", counts.m_leaders);
-  json.member("lines", counts.m_lines);
-  json.member("measures", counts.m_measures);
-  json.member("ownProperties", counts.m_ownProperties);
-  json.member("raster", counts.m_raster);
-  json.member("segments", counts.m_segments);
-  json.member("text", counts.m_text);
-  json.member("textBytes", counts.m_textBytes);
-  json.endObject();
-}
 
 void writeAnnotationCounts(JsonWriter& json, LegacyCounts const& counts) {
   json.key("counts").beginObject();
@@ -58,7 +43,7 @@ void writeAnnotation(JsonWriter& json, InspectedAnnotation const& annotation) {
 void writeContent(JsonWriter& json, InspectedView const& view) {
   writePlane(json, view.m_planeOrigin, view.m_planeNormal, view.m_planeXAxis);
   json.member("metadataEntries", std::uint64_t{view.m_metadata});
-  writeViewCounts(json, view.m_counts);
+  writeCounts(json, view.m_counts);
   json.key("annotations").beginArray();
   for (InspectedAnnotation const& annotation : view.m_annotations) writeAnnotation(json, annotation);
   json.endArray();

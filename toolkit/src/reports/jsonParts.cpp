@@ -63,15 +63,4 @@ void writePlane(JsonWriter& json, Wm4::Vector3<float> const& origin, Wm4::Vector
   json.endObject();
 }
 
-void writeSource(JsonWriter& json, Source const& source) {
-  json.key("source").beginObject().bytes("path", source.m_path).member("size", source.m_size);
-  json.textOrNull("sha256", source.m_sha256).key("encoding");
-  if (source.m_format.has_value()) {
-    json.value(*source.m_format == Format::Json ? "json" : "objectStream");
-  } else {
-    json.null();
-  }
-  json.endObject();
-}
-
 }  // namespace qvToolkit

@@ -39,7 +39,4 @@ void writeVersion(JsonWriter& json, qv::qvStreamVersion version);
 void writePlane(JsonWriter& json, Wm4::Vector3<float> const& origin, Wm4::Vector3<float> const& normal,
                 Wm4::Vector3<float> const& xAxis);
 
-/// "source": an object that tells whether it is the same input another day or elsewhere.
-void writeSource(JsonWriter& json, Source const& source);
-
 }  // namespace qvToolkit

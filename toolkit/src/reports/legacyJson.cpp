@@ -7,6 +7,7 @@
 
 #include "annotationLegacy/qvAnnotationRaster.h"
 #include "annotationLegacy/qvAnnotationText.h"
+#include "outcome/jsonDocument.h"
 #include "qvToolkit/model/annotationWalk.h"
 #include "qvToolkit/reports/findingJson.h"
 #include "reports/jsonParts.h"

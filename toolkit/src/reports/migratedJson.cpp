@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "outcome/jsonDocument.h"
 #include "qvToolkit/reports/findingJson.h"
 #include "reports/cadJson.h"
 #include "reports/jsonParts.h"

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "annotationLegacy/version.h"
+#include "outcome/jsonDocument.h"
 #include "reports/reportHead.h"
 
 namespace qvToolkit {
@@ -23,8 +23,7 @@ std::string_view getFormatName(ReportFormat format) noexcept {
 }
 
 void writeHead(JsonWriter& json, ReportFormat format) {
-  json.member("format", getFormatName(format)).member("formatVersion", FormatVersion);
-  json.member("toolVersion", qvAnnotationLegacy::Version::GetDescStringMajorMinorRelease(false));
+  writeHead(json, getFormatName(format), FormatVersion);
 }
 
 /// Up to the bracket behind which the entries stand.
