@@ -90,6 +90,23 @@ TEST(PerformedRequest, WritesThePagesAndTheModelOfTheTool) {
   }
 }
 
+TEST(PerformedRequest, ConvertsPagesAsTheToolDoes) {
+  Workplace const place;
+  Request request;
+  request.m_action = Action::Migrate;
+  request.m_pageFormat = PageFormat::Png;
+  request.m_resolution = 40;
+  std::string const path = std::string(QVA_EXAMPLES) + "/note_sheet_6.27.json";
+  ToolRun const run =
+      runTool({"migrate", path, "-o", place.getPath("out"), "--format", "png", "--dpi", "40"});
+  auto const performed = perform(request, path, makeStem(path));
+  expectSame(run, *performed, path);
+  ASSERT_EQ(performed->m_results.getFiles().size(), 2U);
+  MemoryResults::File const& page = performed->m_results.getFiles()[0];
+  EXPECT_EQ(page.m_name, "note_sheet_6.27.view-0000.png");
+  EXPECT_EQ(page.m_bytes, place.read("out/" + page.m_name));
+}
+
 TEST(PerformedRequest, PrintsWhatTheToolPrints) {
   for (Action const action : {Action::Inspect, Action::Fonts, Action::Dump}) {
     Request request;
