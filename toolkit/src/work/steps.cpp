@@ -55,8 +55,8 @@ void tell(Work& work, FontReport const& fonts) {
       told.push_back({use.m_family, use.m_version, use.m_sha256, use.m_faceIndex.value_or(0)});
   }
   std::ranges::sort(told, {}, name);
-  auto const repeated = std::ranges::unique(told, {}, name);
-  told.erase(repeated.begin(), repeated.end());
+  auto const isSame = [name](auto const& a, auto const& b) { return name(a) == name(b); };
+  told.erase(std::unique(told.begin(), told.end(), isSame), told.end());
 }
 
 void print(Work& work, std::string_view text) {
