@@ -2,8 +2,13 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <cstdlib>
 
 namespace {
 
@@ -47,6 +52,32 @@ TEST(ChildProcess, TellsThatThereIsNoSuchProgram) {
   ChildRun const run = runChild({{"no-such-program-anywhere"}, {}}, {});
   EXPECT_EQ(run.m_problem, ENOENT);
   EXPECT_EQ(run.m_output, "");
+}
+
+/// Runs a program in a process that is killed, and returns how the program ended.
+int killStarterOfSleep() {
+  prctl(PR_SET_CHILD_SUBREAPER, 1);
+  std::array<int, 2> ends{};
+  if (pipe(ends.data()) != 0) return -1;
+  pid_t const starter = fork();
+  if (starter == 0) {
+    runChild({{"sh", "-c", "echo $$ >&" + std::to_string(ends[1]) + "; exec sleep 600"}, {}}, {});
+    _exit(1);
+  }
+  std::array<char, 16> text{};
+  static_cast<void>(read(ends[0], text.data(), text.size() - 1));
+  kill(starter, SIGKILL);
+  int status = 0;
+  waitpid(starter, &status, 0);
+  waitpid(std::atoi(text.data()), &status, 0);
+  close(ends[0]);
+  close(ends[1]);
+  return status;
+}
+
+TEST(ChildProcess, EndsWithTheProcessThatStartedIt) {
+  int const status = killStarterOfSleep();
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << status;
 }
 
 }  // namespace

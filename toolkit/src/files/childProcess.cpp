@@ -1,8 +1,9 @@
 #include "files/childProcess.h"
 
+#include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,6 +19,9 @@
 namespace qvToolkit {
 
 namespace {
+
+/// As shells say of a program that cannot be started.
+constexpr int ExitUnstarted = 127;
 
 /// A nameless file in memory.
 FileDescriptor createMemoryFile() {
@@ -59,51 +63,68 @@ std::vector<std::string> makeEnvironment(std::vector<std::string> changes) {
   return changes;
 }
 
-/// The attributes and actions of a start.
-class Spawning {
+/// What a new process does between its start and the program: nothing here allocates.
+class Start {
  public:
-  Spawning() {
-    posix_spawnattr_init(&m_attributes);
-    posix_spawn_file_actions_init(&m_actions);
-  }
-  ~Spawning() {
-    posix_spawnattr_destroy(&m_attributes);
-    posix_spawn_file_actions_destroy(&m_actions);
-  }
-  Spawning(Spawning const&) = delete;
-  Spawning& operator=(Spawning const&) = delete;
+  Start(ChildCommand const& command, std::array<FileDescriptor, 3> const& files)
+      : m_environment(makeEnvironment(command.m_environment)),
+        m_words(makePointers(command.m_words)),
+        m_variables(makePointers(m_environment)),
+        m_files(files),
+        m_maxMemory(command.m_maxMemory) {}
 
-  /// Signals that this process ignores would be ignored by the child, too.
-  void resetSignals() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGPIPE);
-    sigaddset(&signals, SIGXFSZ);
-    posix_spawnattr_setsigdefault(&m_attributes, &signals);
-    posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGDEF);
-  }
-  void connect(FileDescriptor const& file, int number) {
-    posix_spawn_file_actions_adddup2(&m_actions, file.get(), number);
-  }
-  int start(ChildCommand const& command, pid_t& child) {
-    std::vector<std::string> const environment = makeEnvironment(command.m_environment);
-    return posix_spawnp(&child, command.m_words.front().c_str(), &m_actions, &m_attributes,
-                        makePointers(command.m_words).data(), makePointers(environment).data());
+  /// Returns the system's error number; 0 when the program runs.
+  int run(pid_t& child) {
+    std::array<int, 2> ends = {-1, -1};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) return errno;
+    FileDescriptor const told(ends[0]);
+    FileDescriptor telling(ends[1]);
+    child = fork();
+    if (child == 0) become(telling.get());
+    if (child < 0) return errno;
+    telling.reset();
+    return readError(told.get());
   }
 
  private:
-  posix_spawnattr_t m_attributes;
-  posix_spawn_file_actions_t m_actions;
-};
+  /// Closed without a word where the program has taken over.
+  static int readError(int told) {
+    int error = 0;
+    auto const count = repeatInterrupted([&] { return ::read(told, &error, sizeof error); });
+    return count == sizeof error ? error : 0;
+  }
 
-/// What it allocates, but not its code, which is mapped: that counts for the process's address space only.
-void limitMemory(pid_t child, std::uint64_t bytes) {
-  rlimit limit{};
-  if (bytes == ChildCommand::Unlimited || getrlimit(RLIMIT_DATA, &limit) != 0) return;
-  limit.rlim_cur = std::min<rlim_t>(bytes, limit.rlim_max);
-  limit.rlim_max = limit.rlim_cur;
-  prlimit(child, RLIMIT_DATA, &limit, nullptr);
-}
+  [[noreturn]] void become(int telling) {
+    // Whoever kills the process that started it means the work, and so the program, too.
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != m_parent) _exit(ExitUnstarted);
+    // Signals that this process ignores would be ignored by the program, too.
+    signal(SIGPIPE, SIG_DFL);
+    signal(SIGXFSZ, SIG_DFL);
+    limitMemory();
+    for (std::size_t i = 0; i < m_files.size(); ++i) dup2(m_files[i].get(), static_cast<int>(i));
+    execvpe(m_words.front(), m_words.data(), m_variables.data());
+    int const error = errno;
+    static_cast<void>(writeAll(telling, {reinterpret_cast<char const*>(&error), sizeof error}));
+    _exit(ExitUnstarted);
+  }
+
+  /// What it allocates, but not its code, which is mapped: that counts for the process's address space only.
+  void limitMemory() const {
+    rlimit limit{};
+    if (m_maxMemory == ChildCommand::Unlimited || getrlimit(RLIMIT_DATA, &limit) != 0) return;
+    limit.rlim_cur = std::min<rlim_t>(m_maxMemory, limit.rlim_max);
+    limit.rlim_max = limit.rlim_cur;
+    setrlimit(RLIMIT_DATA, &limit);
+  }
+
+  std::vector<std::string> m_environment;
+  std::vector<char*> m_words;
+  std::vector<char*> m_variables;
+  std::array<FileDescriptor, 3> const& m_files;
+  std::uint64_t m_maxMemory;
+  pid_t m_parent = getpid();
+};
 
 int waitFor(pid_t child) {
   int status = 0;
@@ -121,13 +142,12 @@ ChildRun runChild(ChildCommand const& command, std::string_view input) {
     run.m_problem = errno;
     return run;
   }
-  Spawning spawning;
-  spawning.resetSignals();
-  for (std::size_t i = 0; i < files.size(); ++i) spawning.connect(files[i], static_cast<int>(i));
   pid_t child = 0;
-  run.m_problem = spawning.start(command, child);
-  if (run.m_problem != 0) return run;
-  limitMemory(child, command.m_maxMemory);
+  run.m_problem = Start(command, files).run(child);
+  if (run.m_problem != 0) {
+    if (child > 0) waitFor(child);
+    return run;
+  }
   int const status = waitFor(child);
   if (WIFSIGNALED(status)) run.m_signal = WTERMSIG(status);
   if (WIFEXITED(status)) run.m_exitCode = WEXITSTATUS(status);

@@ -1,12 +1,10 @@
 #include "qvToolkit/pages/pageConverter.h"
 
-#include <stdlib.h>
-#include <unistd.h>
+#include <sys/mman.h>
 
 #include <array>
 #include <cerrno>
 #include <cstddef>
-#include <filesystem>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -16,7 +14,6 @@
 #include "files/childLimit.h"
 #include "files/childProcess.h"
 #include "files/fileDescriptor.h"
-#include "files/temporaryName.h"
 #include "files/wholeIo.h"
 
 namespace qvToolkit {
@@ -57,30 +54,19 @@ std::vector<std::string> makeWords(PageConversion const& conversion) {
 
 }  // namespace
 
-/// The font configuration as a file for the child, which opens it by its name; removed in the end.
+/// The font configuration as a nameless file, which the child inherits and opens anew by its number.
 class PageConverter::FontFile {
  public:
-  explicit FontFile(std::string const& content) {
-    std::error_code error;
-    std::filesystem::path const folder = std::filesystem::temp_directory_path(error);
-    m_path = (error ? std::filesystem::path("/tmp") : folder) / (makeTemporaryPrefix(getpid()) + "XXXXXX");
-    FileDescriptor const file(mkstemp(m_path.data()));
-    m_isWritten = file.isOpen() && writeAll(file.get(), content);
-    m_isCreated = file.isOpen();
-  }
-  ~FontFile() {
-    if (m_isCreated) unlink(m_path.c_str());
-  }
-  FontFile(FontFile const&) = delete;
-  FontFile& operator=(FontFile const&) = delete;
+  explicit FontFile(std::string const& content)
+      : m_file(memfd_create("fonts.conf", 0)),
+        m_isWritten(m_file.isOpen() && writeAll(m_file.get(), content)) {}
 
   bool isWritten() const noexcept { return m_isWritten; }
-  std::string const& getPath() const noexcept { return m_path; }
+  std::string getPath() const { return "/proc/self/fd/" + std::to_string(m_file.get()); }
 
  private:
-  std::string m_path;
-  bool m_isCreated = false;
-  bool m_isWritten = false;
+  FileDescriptor m_file;
+  bool m_isWritten;
 };
 
 PageConverter::PageConverter(PageConversion const& conversion, FontOptions const& fonts)

@@ -47,8 +47,8 @@ struct PageConversion {
 /// its result in memory once.
 class QVT_EXPORT PageConverter {
  public:
-  /// Writes a font configuration into the folder for temporary files where the system's own will not do; it
-  /// is removed with the object. When that fails `convert` tells.
+  /// Keeps a font configuration in memory where the system's own will not do. When that fails `convert`
+  /// tells.
   PageConverter(PageConversion const& conversion, FontOptions const& fonts);
   ~PageConverter();
   PageConverter(PageConverter const&) = delete;
