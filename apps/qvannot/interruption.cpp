@@ -20,6 +20,7 @@ void installSignalHandling() {
   action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
+  sigaction(SIGHUP, &action, nullptr);
   signal(SIGPIPE, SIG_IGN);
   signal(SIGXFSZ, SIG_IGN);
   // Where the caller ignores it, nobody learns how a process ended.

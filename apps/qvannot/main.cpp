@@ -7,12 +7,9 @@
 #include "cli/parser.h"
 #include "interruption.h"
 #include "qvToolkit/text/textEscape.h"
-#include "qvToolkit/work/session.h"
 #include "qvannot/commandList.h"
 #include "reporter.h"
 #include "standardStreams.h"
-#include "toolLog.h"
-#include "worker.h"
 
 namespace {
 
@@ -30,9 +27,6 @@ int execute(qvannot::Answer const& answer) {
 }
 
 int execute(std::unique_ptr<qvannot::Command> const& command) {
-  qvToolkit::SessionOptions options;
-  options.m_log = qvannot::writeLogRecord;
-  qvToolkit::Session const session(options);
   Reporter reporter(command->isStrict());
   command->run(reporter);
   return reporter.finish();
@@ -44,7 +38,7 @@ int runTool(int count, char const* const* arguments) {
     qvannot::installSignalHandling();
     auto const parsed = qvannot::parseCommandLine(qvannot::Commands, count, arguments);
     int const exitCode = std::visit([](auto const& chosen) { return execute(chosen); }, parsed);
-    if (!qvannot::isWorker()) qvannot::endByInterruption();
+    qvannot::endByInterruption();
     return exitCode;
   } catch (std::bad_alloc const&) {
     std::fputs("qvannot: out of memory\n", stderr);
@@ -61,7 +55,5 @@ int runTool(int count, char const* const* arguments) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  int const exitCode = runTool(count, arguments);
-  qvannot::concludeWorker(exitCode);
-  return exitCode;
+  return runTool(count, arguments);
 }

@@ -21,6 +21,7 @@ constexpr char const* Format = "--format";
 constexpr char const* Full = "--full";
 constexpr char const* HeadSize = "--head-size";
 constexpr char const* Help = "-h,--help";
+constexpr char const* Jobs = "-j,--jobs";
 constexpr char const* Json = "--json";
 constexpr char const* Limits = "--limits";
 constexpr char const* Manual = "--manual";

@@ -1,7 +1,5 @@
 #include "reporter.h"
 
-#include <stdio_ext.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -19,12 +17,22 @@ namespace qvannot {
 namespace {
 
 constexpr std::size_t MaxPrintedPerCode = 100;
-constexpr std::size_t MaxShownPath = 60;
-constexpr std::size_t MaxRelayedBytes = std::size_t{1} << 20;
-constexpr std::size_t RelayedEndBytes = MaxRelayedBytes / 4;
 
 void writeError(std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+constexpr std::size_t MaxShownBytes = std::size_t{1} << 20;
+constexpr std::size_t ShownEndBytes = MaxShownBytes / 4;
+
+/// The messages in full, or whole lines of their beginning and their end, which tells why it ended.
+std::string shorten(std::string messages) {
+  if (messages.size() <= MaxShownBytes) return messages;
+  std::string const end = messages.substr(messages.size() - ShownEndBytes);
+  messages.resize(MaxShownBytes - ShownEndBytes);
+  messages.erase(messages.rfind('\n') + 1);
+  messages += "qvannot: there are more messages than are shown; the last ones follow\n";
+  return messages + end.substr(end.find('\n') + 1);
 }
 
 /// What is harmless and repeats, such as one font's stand-in, is said once, with the number of places.
@@ -48,7 +56,16 @@ qvToolkit::Findings joinInfos(qvToolkit::Findings const& findings) {
 
 }  // namespace
 
-void Reporter::report(std::string const& path, qvToolkit::Findings const& findings) {
+void Reporter::report(std::string const& path, qvToolkit::Outcome const& outcome) {
+  write(path, outcome.m_findings);
+  m_hasViews |= !outcome.m_views.empty();
+  auto const threshold = m_isStrict ? qvToolkit::Severity::Warning : qvToolkit::Severity::Error;
+  // That there is nothing to do counts in the end, when no input has anything.
+  bool const isNothing = outcome.m_conclusion == qvToolkit::ExitNothingToDo;
+  count(conclude(isNothing ? qvToolkit::ExitDone : outcome.m_conclusion, outcome.m_findings, threshold));
+}
+
+void Reporter::write(std::string const& path, qvToolkit::Findings const& findings) {
   std::map<qvToolkit::FindingCode, std::size_t> printed;
   std::string lines;
   std::string limits;
@@ -61,18 +78,8 @@ void Reporter::report(std::string const& path, qvToolkit::Findings const& findin
     lines += qvToolkit::escapeTerminal(path) + ": " + std::to_string(number - MaxPrintedPerCode) +
              " more findings of this kind [" + std::string(getCodeText(code)) + "]\n";
   }
-  // Last, where they are passed on in any case.
-  writeError(lines + limits);
-  auto const threshold = m_isStrict ? qvToolkit::Severity::Warning : qvToolkit::Severity::Error;
-  for (qvToolkit::Finding const& finding : findings) count(getExitCode(finding, threshold));
-}
-
-bool Reporter::reportOpened(qvToolkit::Document const& document) {
-  report(document.m_path, document.m_findings);
-  count(getFailure(document));
-  if (document.m_views.empty()) return false;
-  m_hasViews = true;
-  return true;
+  // Last, where they are shown in any case.
+  writeError(shorten(std::move(lines) + limits));
 }
 
 void Reporter::fail(qvToolkit::ExitCode code, std::string_view text) {
@@ -84,101 +91,32 @@ void Reporter::count(qvToolkit::ExitCode code) {
   m_exitCode = std::max(m_exitCode, code);
 }
 
-void Reporter::print(std::string_view text) {
-  if (m_isBroken) return;
-  if (text.size() > m_outputLeft) return refuseOutput(m_outputBudget, qvToolkit::OptionKey::MaxOutput);
-  if (text.size() > m_printLeft) return refuseOutput(m_printBudget, qvToolkit::OptionKey::MaxOutputFile);
-  m_outputLeft -= text.size();
-  m_printLeft -= text.size();
-  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failToPrint(errno);
-}
-
-void Reporter::print(Spool const& spool, std::uint64_t begin, std::uint64_t end) {
-  constexpr std::uint64_t Piece = 65536;
-  for (std::uint64_t offset = begin; offset < end && !m_isBroken; offset += Piece) {
-    std::uint64_t const size = std::min(Piece, end - offset);
-    std::string const piece = spool.read(offset, size);
-    if (piece.size() < size) return failToPrint(EIO);
-    print(piece);
-  }
+bool Reporter::print(std::string_view text) {
+  if (m_isBroken) return false;
+  return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() || failToPrint(errno);
 }
 
 bool Reporter::flush() {
-  if (!m_isBroken && std::fflush(stdout) != 0) failToPrint(errno);
-  return !m_isBroken;
+  return !m_isBroken && (std::fflush(stdout) == 0 || failToPrint(errno));
 }
 
-void Reporter::failToPrint(int error) {
-  if (m_isWorker && error == EFBIG) {
-    rlimit limit{};
-    getrlimit(RLIMIT_FSIZE, &limit);
-    return refuseOutput(limit.rlim_cur, qvToolkit::OptionKey::MaxOutputFile);
-  }
+bool Reporter::failToPrint(int error) {
   m_isBroken = true;
-  if (!m_isWorker && error == EPIPE) return count(qvToolkit::ExitOutputFailed);
-  fail(qvToolkit::ExitOutputFailed,
-       (m_isWorker ? "cannot keep the result: " : "cannot write to standard output: ") +
-           (error == EBADF ? "it is closed" : std::generic_category().message(error)));
-  withdraw();
-}
-
-void Reporter::refuseOutput(std::uint64_t limit, qvToolkit::OptionKey option) {
-  m_isBroken = true;
-  auto const finding = qvToolkit::makeFinding(
-      qvToolkit::FindingCode::LimitOutput,
-      "the result is larger than the limit of " + std::to_string(limit) + " bytes; nothing is shown");
-  report(m_input, {withOptions(finding, {option})});
-  withdraw();
-}
-
-/// A part of a result must not look like the whole: what a worker has printed so far is taken back.
-void Reporter::withdraw() {
-  if (!m_isWorker) return;
-  __fpurge(stdout);
-  if (ftruncate(STDOUT_FILENO, 0) != 0) count(qvToolkit::ExitBug);
-}
-
-void Reporter::beginWorker() {
-  m_isWorker = true;
-  // Its streams are others: what the tool's could not take is not for them.
-  __fpurge(stdout);
-  std::clearerr(stdout);
-  std::clearerr(stderr);
-  m_isBroken = false;
-  m_hasViews = false;
-  m_exitCode = qvToolkit::ExitDone;
-}
-
-void Reporter::countWorker(qvToolkit::ExitCode code) {
-  if (code == qvToolkit::ExitNothingToDo) return;
-  m_hasViews |= code <= qvToolkit::ExitFindings;
-  count(code);
-}
-
-/// The messages in full, or whole lines of their beginning and their end.
-std::string Reporter::readMessages(Spool const& errors) {
-  std::uint64_t const size = errors.getSize();
-  std::string text = errors.read(0, std::min<std::uint64_t>(size, MaxRelayedBytes));
-  bool isRead = text.size() >= std::min<std::uint64_t>(size, MaxRelayedBytes);
-  if (size > MaxRelayedBytes) {
-    text.resize(std::min(text.size(), MaxRelayedBytes - RelayedEndBytes));
-    text.erase(text.rfind('\n') + 1);
-    std::string const end = errors.read(size - RelayedEndBytes, RelayedEndBytes);
-    isRead &= end.size() == RelayedEndBytes;
-    text += "qvannot: there are more messages than are shown; the last ones follow\n";
-    std::size_t const line = end.find('\n');
-    if (line != std::string::npos) text += end.substr(line + 1);
+  if (error == EPIPE) {
+    count(qvToolkit::ExitOutputFailed);
+  } else {
+    fail(qvToolkit::ExitOutputFailed,
+         "cannot write to standard output: " +
+             (error == EBADF ? std::string("it is closed") : std::generic_category().message(error)));
   }
-  if (!isRead) fail(qvToolkit::ExitOutputFailed, "the messages of a process cannot be read back");
-  return text;
+  return false;
 }
 
-void Reporter::relayErrors(Spool const& errors, bool hasDied) {
-  std::string const text = readMessages(errors);
-  if (!hasDied) return writeError(text);
-  for (std::size_t start = 0; start < text.size();) {
-    std::size_t const end = std::min(text.find('\n', start), text.size());
-    writeError(qvToolkit::escapeTerminal(text.substr(start, end - start)) + '\n');
+void Reporter::relay(std::string const& messages, bool hasDied) {
+  if (!hasDied) return writeError(shorten(messages));
+  for (std::size_t start = 0; start < messages.size();) {
+    std::size_t const end = std::min(messages.find('\n', start), messages.size());
+    writeError(qvToolkit::escapeTerminal(messages.substr(start, end - start)) + '\n');
     start = end + 1;
   }
 }
@@ -187,30 +125,9 @@ qvToolkit::ExitCode Reporter::finish() {
   static_cast<void>(flush());
   if (std::ferror(stderr) != 0) count(qvToolkit::ExitOutputFailed);
   // An input that could not be read has its own code; whether it held views is not known.
-  if (!m_hasViews && m_exitCode <= qvToolkit::ExitFindings) {
-    if (m_isWorker) return qvToolkit::ExitNothingToDo;
+  if (!m_hasViews && m_exitCode <= qvToolkit::ExitFindings)
     fail(qvToolkit::ExitNothingToDo, "nothing to do: no input has a view");
-  }
   return m_exitCode;
-}
-
-Progress::Progress(std::size_t total) : m_total(total), m_isShown(total > 1 && isatty(STDERR_FILENO) != 0) {
-}
-
-Progress::~Progress() {
-  clear();
-}
-
-void Progress::show(std::size_t index, std::string const& path) const {
-  if (!m_isShown) return;
-  // A cut within a character leaves a byte that is escaped, too.
-  writeError("\r[" + std::to_string(index + 1) + "/" + std::to_string(m_total) + "] " +
-             qvToolkit::escapeTerminal(path.substr(0, MaxShownPath)));
-}
-
-void Progress::clear() const {
-  // A worker's standard error is another one.
-  if (m_isShown && isatty(STDERR_FILENO) != 0) writeError("\r\x1b[K");
 }
 
 }  // namespace qvannot

@@ -44,7 +44,8 @@ std::unique_ptr<Performed> perform(Request const& request, std::string const& pa
   FileDescriptor const file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   auto performed = std::make_unique<Performed>();
   performed->m_outcome =
-      performRequest(session, request, {path, path, stem, file.get()}, performed->m_results);
+      performRequest(session, request, {path, std::filesystem::path(path).filename(), stem, file.get()},
+                     performed->m_results);
   return performed;
 }
 

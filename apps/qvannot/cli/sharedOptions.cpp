@@ -4,6 +4,7 @@
 
 #include "qvannot/limitOptions.h"
 #include "qvannot/optionNames.h"
+#include "qvannot/optionNumbers.h"
 
 namespace qvannot {
 
@@ -36,6 +37,15 @@ std::string readFontMap(std::string const& text, qvToolkit::FontOptions& fonts) 
   return {};
 }
 
+std::string readJobs(std::string const& text, std::size_t& jobs) {
+  constexpr CountRange Jobs{1, 1024};
+  auto const number = readCount(text, Jobs);
+  if (!number.has_value())
+    return refuseNumber(text, "number", std::to_string(Jobs.m_least), std::to_string(Jobs.m_most));
+  jobs = static_cast<std::size_t>(*number);
+  return {};
+}
+
 Option makeLimitOption(LimitOption const& row, qvToolkit::Limits& limits) {
   Option option{.m_names = row.m_name, .m_help = row.m_help, .m_default = row.m_default};
   if (row.m_limit.has_value()) {
@@ -51,11 +61,11 @@ Option makeLimitOption(LimitOption const& row, qvToolkit::Limits& limits) {
 
 }  // namespace
 
-Option makeFileOperand(std::string& file) {
+Option makeFileOperand(std::vector<std::string>& files) {
   return {.m_names = "FILE",
           .m_value = {.m_word = "FILE", .m_completion = Completion::File},
           .m_help = "Document; '-' reads standard input",
-          .m_read = [&file](auto const& words) { return readName(words[0], file); },
+          .m_read = [&files](auto const& words) { return readNames(words, files); },
           .m_presence = Presence::Required};
 }
 
@@ -66,6 +76,14 @@ Option makeFilesOperand(std::vector<std::string>& files) {
           .m_read = [&files](auto const& words) { return readNames(words, files); },
           .m_presence = Presence::Required,
           .m_repeats = true};
+}
+
+Option makeJobsOption(std::size_t& jobs) {
+  return {
+      .m_names = option::Jobs,
+      .m_value = {.m_word = "N"},
+      .m_help = "Documents at a time (default: as many as processors and memory allow); results are the same",
+      .m_read = [&jobs](auto const& words) { return readJobs(words[0], jobs); }};
 }
 
 Option makeStrictFlag(bool& isStrict) {

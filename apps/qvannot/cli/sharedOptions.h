@@ -12,9 +12,10 @@ namespace qvannot {
 // The rows that several commands have.
 
 /// The document that a command reads.
-Option makeFileOperand(std::string& file);
+Option makeFileOperand(std::vector<std::string>& files);
 /// The documents that a command reads. None at all is no mistake: a pattern may have met none.
 Option makeFilesOperand(std::vector<std::string>& files);
+Option makeJobsOption(std::size_t& jobs);
 Option makeStrictFlag(bool& isStrict);
 /// Of a command that writes JSON where it is asked to.
 Option makePrettyFlag(bool& isPretty);

@@ -1,10 +1,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "qvToolkit/stream/streamDump.h"
 #include "qvannot/cli/sharedOptions.h"
 #include "qvannot/commandList.h"
-#include "qvannot/job.h"
+#include "qvannot/documentRun.h"
 #include "qvannot/optionNames.h"
 #include "qvannot/optionNumbers.h"
 
@@ -16,9 +15,7 @@ struct DumpCommand final : Command {
   Options listOptions() override;
   void run(Reporter& reporter) const override;
 
-  std::string m_file;
-  std::optional<std::uint64_t> m_at;  ///< show only the field at this byte
-  qvToolkit::Limits m_limits;
+  DocumentRun m_run{qvToolkit::Action::Dump};
 };
 
 std::string readPlace(std::string const& text, std::optional<std::uint64_t>& at) {
@@ -28,29 +25,18 @@ std::string readPlace(std::string const& text, std::optional<std::uint64_t>& at)
 }
 
 Options DumpCommand::listOptions() {
-  return join({makeFileOperand(m_file),
+  qvToolkit::Request& request = m_run.m_request;
+  return join({makeFileOperand(m_run.m_files),
                {.m_names = option::At,
                 .m_value = {.m_word = "OFFSET"},
                 .m_help = "Show only the field that holds this byte, and its neighbours",
-                .m_read = [this](auto const& words) { return readPlace(words[0], m_at); }}},
-              makeLimitOptions(m_limits));
-}
-
-void dumpFile(DumpCommand const& command, Reporter& reporter) {
-  qvToolkit::OpenLimits limits = qvToolkit::makeOpenLimits(command.m_limits);
-  limits.m_onInput = [&](std::uint64_t bytes) { setBudgets(bytes, command.m_limits, reporter); };
-  qvToolkit::Findings const findings = qvToolkit::dumpStreamFile(
-      command.m_file, command.m_at, [&reporter](std::string_view text) { reporter.print(text); }, limits);
-  reporter.report(command.m_file, findings);
+                .m_read = [&request](auto const& words) { return readPlace(words[0], request.m_offset); }}},
+              makeLimitOptions(request.m_limits));
 }
 
 void DumpCommand::run(Reporter& reporter) const {
-  auto const work = [&] {
-    reporter.expectNoViews();
-    dumpFile(*this, reporter);
-  };
   reporter.expectNoViews();
-  static_cast<void>(qvannot::run({m_file, m_limits, work, {}, {}}, reporter, Progress(1)));
+  runDocuments(m_run, reporter);
 }
 
 constexpr Example Examples[] = {

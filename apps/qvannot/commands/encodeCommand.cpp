@@ -1,7 +1,6 @@
 #include "qvannot/cli/sharedOptions.h"
 #include "qvannot/commandList.h"
 #include "qvannot/encodedOutput.h"
-#include "qvannot/job.h"
 
 namespace qvannot {
 
@@ -11,22 +10,18 @@ struct EncodeCommand final : Command {
   Options listOptions() override;
   void run(Reporter& reporter) const override;
 
-  EncodedOutput m_output;
+  DocumentRun m_run{qvToolkit::Action::Encode};
 };
 
 Options EncodeCommand::listOptions() {
-  Option version = makeStreamVersionOption(m_output.m_options);
+  Option version = makeStreamVersionOption(m_run.m_request);
   version.m_presence = Presence::Required;
-  return join(makeEncodedOutputOptions(m_output), Options{makeStrictFlag(m_isStrict), version},
-              makeLimitOptions(m_output.m_limits));
+  return join(makeEncodedOutputOptions(m_run), Options{makeStrictFlag(m_isStrict), version},
+              makeLimitOptions(m_run.m_request.m_limits));
 }
 
 void EncodeCommand::run(Reporter& reporter) const {
-  auto const work = [&] {
-    qvToolkit::Document const document = openInput(m_output.m_file, m_output.m_limits, reporter);
-    if (reporter.reportOpened(document)) writeEncoded(document, m_output, reporter);
-  };
-  runEncoding(m_output, work, reporter);
+  runDocuments(m_run, reporter);
 }
 
 constexpr Example Examples[] = {

@@ -125,8 +125,11 @@ Options ExplainCommand::listOptions() {
 void ExplainCommand::run(Reporter& reporter) const {
   reporter.expectNoViews();
   CatalogueRow const* const row = findRow(m_code);
-  if (row == nullptr) return reporter.print(m_asMarkdown ? formatPage() : formatTable());
-  reporter.print(m_asMarkdown ? formatMarkdown(*row) : formatRow(*row));
+  if (row == nullptr) {
+    reporter.print(m_asMarkdown ? formatPage() : formatTable());
+  } else {
+    reporter.print(m_asMarkdown ? formatMarkdown(*row) : formatRow(*row));
+  }
 }
 
 constexpr Example Examples[] = {

@@ -39,8 +39,11 @@ Options HelpCommand::listOptions() {
 
 void HelpCommand::run(Reporter& reporter) const {
   reporter.expectNoViews();
-  if (m_asManual) return reporter.print(formatManualPage(Commands));
-  reporter.print(m_command == nullptr ? formatToolHelp(Commands) : formatCommandHelp(*m_command));
+  if (m_asManual) {
+    reporter.print(formatManualPage(Commands));
+  } else {
+    reporter.print(m_command == nullptr ? formatToolHelp(Commands) : formatCommandHelp(*m_command));
+  }
 }
 
 constexpr Example Examples[] = {

@@ -1,9 +1,6 @@
-#include "qvToolkit/reports/inspection.h"
-#include "qvToolkit/reports/legacyJson.h"
 #include "qvannot/cli/sharedOptions.h"
 #include "qvannot/commandList.h"
-#include "qvannot/job.h"
-#include "qvannot/jsonFiles.h"
+#include "qvannot/documentRun.h"
 #include "qvannot/optionNames.h"
 
 namespace qvannot {
@@ -14,57 +11,22 @@ struct InspectCommand final : Command {
   Options listOptions() override;
   void run(Reporter& reporter) const override;
 
-  std::vector<std::string> m_files;
-  bool m_asJson = false;
-  bool m_isFull = false;
-  bool m_isPretty = false;
-  qvToolkit::Limits m_limits;
+  DocumentRun m_run{qvToolkit::Action::Inspect};
 };
 
 Options InspectCommand::listOptions() {
+  qvToolkit::Request& request = m_run.m_request;
   Option full =
       makeFlag(option::Full, std::string("With ") + option::Json + ": the whole legacy model, field by field",
-               m_isFull);
+               request.m_isFull);
   full.m_needs = option::Json;
-  return join({makeFilesOperand(m_files), makeFlag(option::Json, "Write JSON", m_asJson), full,
-               makePrettyFlag(m_isPretty), makeStrictFlag(m_isStrict)},
-              makeLimitOptions(m_limits));
-}
-
-void writeEntry(qvToolkit::JsonWriter& json, qvToolkit::Document const& document, bool isFull) {
-  if (isFull) {
-    writeLegacyDocument(json, document, spellOption);
-  } else {
-    writeInspection(json, inspectDocument(document), spellOption);
-  }
-}
-
-void inspectFile(InspectCommand const& command, std::string const& path, Reporter& reporter) {
-  qvToolkit::Document const document = openInput(path, command.m_limits, reporter);
-  reporter.reportOpened(document);
-  if (getFailure(document) == qvToolkit::ExitDone)
-    reporter.print(formatInspection(inspectDocument(document)));
+  return join({makeFilesOperand(m_run.m_files), makeFlag(option::Json, "Write JSON", request.m_asJson), full,
+               makePrettyFlag(request.m_isPretty), makeJobsOption(m_run.m_jobs), makeStrictFlag(m_isStrict)},
+              makeLimitOptions(request.m_limits));
 }
 
 void InspectCommand::run(Reporter& reporter) const {
-  auto const write = [&](qvToolkit::JsonWriter& json, std::string const& path) {
-    qvToolkit::Document const document = openInput(path, m_limits, reporter);
-    reporter.reportOpened(document);
-    writeEntry(json, document, m_isFull);
-  };
-  auto const writeFailed = [&](qvToolkit::JsonWriter& json, qvToolkit::Document const& document) {
-    writeEntry(json, document, m_isFull);
-  };
-  if (m_asJson) {
-    auto const format = m_isFull ? qvToolkit::ReportFormat::InspectFull : qvToolkit::ReportFormat::Inspect;
-    qvToolkit::ReportList const list(format, qvToolkit::toJsonStyle(m_isPretty));
-    return runJson({list, m_files, m_limits, write, writeFailed}, reporter);
-  }
-  auto const makeJob = [&](std::size_t i) -> Job {
-    std::string const& path = m_files[i];
-    return {path, m_limits, [&] { inspectFile(*this, path, reporter); }, {}, {}};
-  };
-  static_cast<void>(runAll(m_files, makeJob, reporter));
+  runDocuments(m_run, reporter);
 }
 
 constexpr Example Examples[] = {

@@ -40,8 +40,11 @@ Options SchemaCommand::listOptions() {
 
 void SchemaCommand::run(Reporter& reporter) const {
   reporter.expectNoViews();
-  if (m_schema != nullptr) return reporter.print(std::string(m_schema->m_text));
-  for (std::string_view const name : listNames()) reporter.print(std::string(name) + '\n');
+  if (m_schema != nullptr) {
+    reporter.print(m_schema->m_text);
+  } else {
+    for (std::string_view const name : listNames()) reporter.print(std::string(name) + '\n');
+  }
 }
 
 constexpr Example Examples[] = {

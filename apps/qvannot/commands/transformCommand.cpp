@@ -2,7 +2,6 @@
 #include "qvannot/cli/sharedOptions.h"
 #include "qvannot/commandList.h"
 #include "qvannot/encodedOutput.h"
-#include "qvannot/job.h"
 #include "qvannot/optionNames.h"
 
 namespace qvannot {
@@ -15,8 +14,7 @@ struct TransformCommand final : Command {
   Options listOptions() override;
   void run(Reporter& reporter) const override;
 
-  EncodedOutput m_output;
-  qvToolkit::Similarity m_transformation;
+  DocumentRun m_run{qvToolkit::Action::Transform};
 };
 
 struct TransformRow {
@@ -49,31 +47,18 @@ Option makeTransformOption(TransformRow const& row, qvToolkit::Similarity& trans
 }
 
 Options TransformCommand::listOptions() {
+  qvToolkit::Request& request = m_run.m_request;
   Options transformations;
   for (TransformRow const& row : TransformRows)
-    transformations.push_back(makeTransformOption(row, m_transformation));
-  Option version = makeStreamVersionOption(m_output.m_options);
+    transformations.push_back(makeTransformOption(row, request.m_transformation));
+  Option version = makeStreamVersionOption(request);
   version.m_default = "6.27";
-  Options const others = {makeStrictFlag(m_isStrict), version};
-  return join(makeEncodedOutputOptions(m_output), others, transformations,
-              makeLimitOptions(m_output.m_limits));
-}
-
-void transformFile(TransformCommand const& command, Reporter& reporter) {
-  EncodedOutput const& output = command.m_output;
-  qvToolkit::Document document = openInput(output.m_file, output.m_limits, reporter);
-  if (!reporter.reportOpened(document)) return;
-  if (auto const refusal = checkTrees(document, qvToolkit::makeTreeLimits(output.m_limits))) {
-    return reporter.report(document.m_path, {*refusal});
-  }
-  auto const outcome = transformDocument(document, command.m_transformation);
-  reporter.report(document.m_path, outcome.m_findings);
-  if (outcome.m_isMoved) writeEncoded(document, output, reporter);
+  return join(makeEncodedOutputOptions(m_run), Options{makeStrictFlag(m_isStrict), version}, transformations,
+              makeLimitOptions(request.m_limits));
 }
 
 void TransformCommand::run(Reporter& reporter) const {
-  runEncoding(
-      m_output, [&] { transformFile(*this, reporter); }, reporter);
+  runDocuments(m_run, reporter);
 }
 
 constexpr Example Examples[] = {

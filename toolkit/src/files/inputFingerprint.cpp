@@ -1,31 +1,31 @@
 #include "files/inputFingerprint.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <string_view>
 
-#include "files/fileDescriptor.h"
 #include "files/wholeIo.h"
-#include "text/contentHash.h"
+#include "text/sha256.h"
 
 namespace qvToolkit {
 
-std::optional<InputFingerprint> takeFingerprint(std::string const& path, std::uint64_t maxBytes) {
-  // Not blocking: opening a pipe that nobody writes to would wait for ever.
-  FileDescriptor const file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+std::optional<InputFingerprint> takeFingerprint(int file, std::uint64_t maxBytes) {
   struct stat status {};
-  if (path == "-" || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  if (::fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
   InputFingerprint print;
-  ContentHash hash;
-  bool const isRead = readPieces(file.get(), [&](std::string_view piece) {
-    hash.add(piece);
-    print.m_size += piece.size();
-    return print.m_size <= maxBytes;
-  });
-  if (!isRead || print.m_size > maxBytes) return std::nullopt;
-  print.m_hash = hash.getText();
+  Sha256 hash;
+  std::array<char, 65536> piece;
+  for (;;) {
+    auto const place = static_cast<off_t>(print.m_size);
+    ssize_t const count = repeatInterrupted([&] { return ::pread(file, piece.data(), piece.size(), place); });
+    if (count < 0 || print.m_size > maxBytes) return std::nullopt;
+    if (count == 0) break;
+    hash.add(std::string_view(piece.data(), static_cast<std::size_t>(count)));
+    print.m_size += static_cast<std::uint64_t>(count);
+  }
+  print.m_sha256 = hash.takeText();
   return print;
 }
 

@@ -2,13 +2,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "qvToolkit/export.h"
 #include "qvToolkit/files/fileIdentities.h"
+#include "qvToolkit/files/outputFile.h"
 #include "qvToolkit/files/outputSink.h"
 #include "qvToolkit/findings/finding.h"
 
@@ -21,8 +22,8 @@ namespace qvToolkit {
 ///                        files.write("two") && files.commit();
 /// if (!isWritten) std::cerr << files.getProblem().m_text << '\n';
 /// @endcode
-/// Each file is written under a temporary name in the folder and synchronised; `commit` gives all of them
-/// their names. Without `force` no existing file is replaced; an input is never replaced. What was not
+/// Each file is written in a hidden folder within the folder; `commit` synchronises all of them and gives
+/// them their names. Without `force` no existing file is replaced; an input is never replaced. What was not
 /// committed is removed with the object. After the first problem every call answers false.
 ///
 /// With `force` a failure in the middle of `commit` leaves the files that were replaced before it.
@@ -40,7 +41,7 @@ class QVT_EXPORT OutputSet : public OutputSink {
   /// nothing is limited. What is larger is a problem, `FindingCode::LimitOutput`, and nothing is written.
   void limit(std::uint64_t allBytes, std::uint64_t fileBytes);
   /// From here on none of these files is replaced; they must outlive the set.
-  void protect(FileIdentities const& files) { m_protected = &files; }
+  void protect(FileIdentities const& files);
 
   /// Begins the next file, ending the one before; `name` is a plain file name. Fails when a file of that name
   /// exists and may not be replaced.
@@ -54,42 +55,24 @@ class QVT_EXPORT OutputSet : public OutputSink {
   Finding const& getProblem() const noexcept { return m_problem; }
   /// The paths of the files, in the order of `open`, whether they are committed or not.
   std::vector<std::string> getPaths() const;
+  /// The files themselves, with sizes and hashes once they are committed.
+  std::vector<OutputFile> const& getFiles() const noexcept;
 
  private:
-  struct File {
-    std::string m_name;
-    std::string m_temporaryName;  ///< empty once it has its name
-  };
+  class Parts;
+  bool fail(Finding problem);
+  bool isInterrupted();
 
-  bool fail(FindingCode code, std::string text);
-  bool failWithError(std::string const& action, std::string const& name, int error);
-  bool openFolder();
-  bool mayCreate(std::string const& name);
-  bool openTemporary(std::string const& name);
-  bool endFile();
-  bool giveName(File& file);
-  bool place(File const& file);
-  void takeBack();
-  bool admit(std::uint64_t bytes);
-
-  std::string m_folderPath;
-  bool m_force;
+  std::unique_ptr<Parts> m_parts;
   volatile int const* m_interrupted;
-  FileIdentities const* m_protected = nullptr;
-  int m_folder = -1;
-  int m_file = -1;
-  std::vector<File> m_files;
-  std::uint64_t m_maxAllBytes = std::numeric_limits<std::uint64_t>::max();
-  std::uint64_t m_maxFileBytes = m_maxAllBytes;
-  std::uint64_t m_allBytes = 0;
-  std::uint64_t m_fileBytes = 0;  ///< of the file that is open
   bool m_hasFailed = false;
   Finding m_problem;
 };
 
-/// Removes the temporary files that a process that died has left in the folder. `process` is its number, and
-/// it must be dead: a living one loses its results. What cannot be removed stays, without a word.
-QVT_EXPORT void removeTemporaryFiles(std::string const& folder, int process);
+/// Removes from an output folder what runs have left that were killed: those of this host whose process is
+/// there no more, and those of other hosts that nobody has touched for a day. What a living process writes
+/// there stays. What cannot be removed stays, too, without a word.
+QVT_EXPORT void removeAbandonedOutputs(std::string const& folder);
 
 /// A file name made of the last part of an input's path without its extension. What is no letter or digit of
 /// ASCII, dot, dash or "_" becomes "_", so does a leading dot or dash; at most 150 bytes. "-" gives "stdin",

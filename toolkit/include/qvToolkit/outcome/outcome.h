@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "qvToolkit/export.h"
+#include "qvToolkit/files/outputFile.h"
 #include "qvToolkit/findings/exitCode.h"
 #include "qvToolkit/findings/finding.h"
 #include "qvToolkit/model/legacyCounts.h"
@@ -32,13 +33,6 @@ struct ViewOutcome {
   std::string m_sameAs;   ///< address of the view that it is, too, and that tells the rest; or empty
   std::string m_page;     ///< name of the output that shows it, or empty
   LegacyCounts m_counts;  ///< of the view and all below it; zero for a refused view
-};
-
-/// A file that the work on an input left.
-struct OutputFile {
-  std::string m_name;        ///< relative to the folder of the run's outputs; raw bytes
-  std::uint64_t m_size = 0;  ///< in bytes
-  std::string m_sha256;      ///< of all its bytes, 64 lower-case hexadecimal digits; empty before it is known
 };
 
 /// A font that texts were really drawn with, told apart from others wherever its file lies.

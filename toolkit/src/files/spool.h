@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace qvannot {
+namespace qvToolkit {
 
 /// A nameless temporary file: what a worker writes goes here first, so that nothing of it is seen before it
 /// is known to be whole.
@@ -24,4 +24,4 @@ class Spool {
   int m_file;
 };
 
-}  // namespace qvannot
+}  // namespace qvToolkit

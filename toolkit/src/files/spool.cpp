@@ -1,4 +1,4 @@
-#include "spool.h"
+#include "files/spool.h"
 
 #include <fcntl.h>
 #include <stdlib.h>
@@ -11,7 +11,7 @@
 
 #include "files/wholeIo.h"
 
-namespace qvannot {
+namespace qvToolkit {
 
 namespace {
 
@@ -43,8 +43,8 @@ std::string Spool::read(std::uint64_t offset, std::uint64_t count) const {
   std::size_t size = 0;
   while (size < bytes.size()) {
     auto const place = static_cast<off_t>(offset + size);
-    ssize_t const got = qvToolkit::repeatInterrupted(
-        [&] { return pread(m_file, bytes.data() + size, bytes.size() - size, place); });
+    ssize_t const got =
+        repeatInterrupted([&] { return pread(m_file, bytes.data() + size, bytes.size() - size, place); });
     if (got <= 0) break;
     size += static_cast<std::size_t>(got);
   }
@@ -52,4 +52,4 @@ std::string Spool::read(std::uint64_t offset, std::uint64_t count) const {
   return bytes;
 }
 
-}  // namespace qvannot
+}  // namespace qvToolkit

@@ -1,0 +1,31 @@
+#include <unistd.h>
+
+#include "qvToolkit/work/workerProgram.h"
+#include "qvannot/commandList.h"
+#include "qvannot/programHooks.h"
+#include "qvannot/reporter.h"
+
+namespace qvannot {
+
+namespace {
+
+struct WorkerCommand final : Command {
+  Options listOptions() override { return {}; }
+  void run(Reporter& reporter) const override {
+    reporter.expectNoViews();
+    reporter.count(
+        static_cast<qvToolkit::ExitCode>(qvToolkit::serveClient(STDIN_FILENO, makeProgramHooks())));
+  }
+};
+
+}  // namespace
+
+constexpr CommandRow workerCommand = {"worker",
+                                      "Work on documents for another program",
+                                      "Serves the program that has the other end of standard input, a "
+                                      "connected local socket. See the page on embedding.",
+                                      {},
+                                      makeCommand<WorkerCommand>,
+                                      true};
+
+}  // namespace qvannot
