@@ -71,7 +71,7 @@ class Show {
       isPrinted = true;
       return m_reporter.print(text);
     });
-    if (!isRead) return m_reporter.fail(qvToolkit::ExitOutputFailed, "a result cannot be read back");
+    if (!isRead) return m_reporter.breakOff("the result cannot be read back");
     if (!isPrinted && m_run.m_request.m_asJson)
       m_reporter.print(formatFailedEntry(m_run.m_request, result.m_outcome, spellOption));
   }

@@ -100,14 +100,17 @@ bool Reporter::flush() {
   return !m_isBroken && (std::fflush(stdout) == 0 || failToPrint(errno));
 }
 
-bool Reporter::failToPrint(int error) {
+void Reporter::breakOff(std::string_view reason) {
   m_isBroken = true;
+  fail(qvToolkit::ExitOutputFailed, "cannot write to standard output: " + std::string(reason));
+}
+
+bool Reporter::failToPrint(int error) {
   if (error == EPIPE) {
+    m_isBroken = true;
     count(qvToolkit::ExitOutputFailed);
   } else {
-    fail(qvToolkit::ExitOutputFailed,
-         "cannot write to standard output: " +
-             (error == EBADF ? std::string("it is closed") : std::generic_category().message(error)));
+    breakOff(error == EBADF ? "it is closed" : std::generic_category().message(error));
   }
   return false;
 }

@@ -27,6 +27,8 @@ class Reporter {
   /// Writes a result to standard output; a failure is an output that cannot be written. A reader who has gone
   /// away wants no more, and so gets no message either. False when nothing is taken any more.
   bool print(std::string_view text);
+  /// Nothing is printed any more, so that what was printed does not look whole; says why.
+  void breakOff(std::string_view reason);
   /// Passes on what was printed so far. False when standard output takes no more: work whose only result goes
   /// there is in vain.
   [[nodiscard]] bool flush();

@@ -30,7 +30,9 @@ class PoolResult::Files {
 };
 
 bool PoolResult::forEachText(std::function<bool(std::string_view)> const& take) const {
-  return m_files == nullptr || m_hasDied || AnswerReader(m_files->m_answer).forEachText(take);
+  if (m_files == nullptr || m_hasDied) return true;
+  AnswerReader const answer(m_files->m_answer);
+  return answer.isWhole() && answer.forEachText(take);
 }
 
 /// One run of a pool.

@@ -12,7 +12,6 @@
 #include <cstdio>
 #include <deque>
 #include <stdexcept>
-#include <system_error>
 #include <utility>
 
 #include "files/wholeIo.h"
@@ -28,10 +27,6 @@ namespace {
 /// As shells say of a program that cannot be started.
 constexpr int ExitUnstarted = 127;
 
-[[noreturn]] void fail(char const* what) {
-  throw std::system_error(errno, std::generic_category(), what);
-}
-
 /// The processes that serve: what happens to the terminal is their client's business.
 void ignoreTerminal() noexcept {
   for (int const signalNumber : {SIGINT, SIGQUIT, SIGHUP}) signal(signalNumber, SIG_IGN);
@@ -42,29 +37,36 @@ void ignoreTerminal() noexcept {
 class Program {
  public:
   Program(std::vector<std::string> const& words, ProgramHooks const& hooks) {
-    std::array<int, 2> ends{};
-    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) fail("no channel");
+    std::array<int, 2> ends = {-1, -1};
+    static_cast<void>(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()));
     m_channel = FileDescriptor(ends[0]);
     FileDescriptor const other(ends[1]);
     pid_t const parent = getpid();
     // What waits in a buffer would be written by both.
     std::fflush(nullptr);
-    m_process = fork();
-    if (m_process < 0) fail("no process");
+    if (other.isOpen()) m_process = fork();
+    m_problem = errno;
     if (m_process != 0) return;
     ignoreTerminal();
     if (words.empty()) serve(other.get(), parent, hooks);
     become(other.get(), words);
   }
-  /// Ends it, with all that works for it.
-  ~Program() {
-    m_channel.reset();
-    repeatInterrupted([this] { return waitpid(m_process, nullptr, 0); });
-  }
+  ~Program() { end(); }
   Program(Program const&) = delete;
   Program& operator=(Program const&) = delete;
 
   int getChannel() const noexcept { return m_channel.get(); }
+
+  /// Ends it, with all that works for it; tells why it could not be started, as the system's error number.
+  int end() {
+    m_channel.reset();
+    int status = 0;
+    if (m_process <= 0) return m_problem;
+    repeatInterrupted([&] { return waitpid(m_process, &status, 0); });
+    m_process = -1;
+    m_problem = WIFEXITED(status) && WEXITSTATUS(status) == ExitUnstarted ? ENOENT : 0;
+    return m_problem;
+  }
 
  private:
   [[noreturn]] void serve(int channel, pid_t parent, ProgramHooks const& hooks) {
@@ -91,6 +93,7 @@ class Program {
 
   FileDescriptor m_channel;
   pid_t m_process = -1;
+  int m_problem = 0;
 };
 
 class ProgramRunner : public TaskRunner {
@@ -100,13 +103,11 @@ class ProgramRunner : public TaskRunner {
     JsonWriter json;
     writeRequest(json, request);
     m_request = json.takeText();
-    launch();
   }
 
   void start(TaskOrder const& order) override {
-    if (m_program == nullptr) launch();
     m_running.push_back(order.m_number);
-    if (!sendTask(m_program->getChannel(), order)) giveUp();
+    if ((m_program == nullptr && !launch()) || !sendTask(m_program->getChannel(), order)) giveUp();
   }
 
   std::optional<TaskEnd> wait() override {
@@ -125,25 +126,24 @@ class ProgramRunner : public TaskRunner {
   }
 
  private:
-  /// Starts the program anew and waits until it is ready.
-  void launch() {
+  /// Starts the program anew and waits until it is ready; false when it has gone instead.
+  bool launch() {
     m_program = std::make_unique<Program>(m_words, m_hooks);
     m_reader = FrameReader();
     int const channel = m_program->getChannel();
-    if (!sendFrame(channel, FrameKind::Request, m_request))
-      throw std::runtime_error("the worker program is gone");
-    Frame const answer = receiveFrame(channel);
-    if (answer.m_kind != FrameKind::Ready) throw std::runtime_error(answer.m_bytes);
-    if (m_warms) static_cast<void>(sendFrame(channel, FrameKind::Warm, {}));
+    auto const answer =
+        sendFrame(channel, FrameKind::Request, m_request) ? receiveFrame(channel) : std::nullopt;
+    if (!answer.has_value()) return false;
+    if (answer->m_kind != FrameKind::Ready) throw std::runtime_error(answer->m_bytes);
+    return !m_warms || sendFrame(channel, FrameKind::Warm, {});
   }
 
-  Frame receiveFrame(int channel) {
+  std::optional<Frame> receiveFrame(int channel) {
     for (;;) {
-      if (auto frame = m_reader.take()) return std::move(*frame);
+      if (auto frame = m_reader.take()) return frame;
       pollfd event{channel, POLLIN, 0};
       poll(&event, 1, -1);
-      if (event.revents != 0 && !m_reader.receive(channel))
-        throw std::runtime_error("the worker program is gone");
+      if (event.revents != 0 && !m_reader.receive(channel)) return std::nullopt;
     }
   }
 
@@ -157,10 +157,12 @@ class ProgramRunner : public TaskRunner {
     }
   }
 
-  /// Whoever kills the program kills what it works on.
+  /// Whoever kills the program kills what it works on. The next input starts it anew.
   void giveUp() {
+    int const problem = m_program->end();
     m_program.reset();
-    for (std::uint64_t const task : m_running) m_ends.push_back({.m_task = task, .m_status = SIGKILL});
+    for (std::uint64_t const task : m_running)
+      m_ends.push_back({.m_task = task, .m_status = SIGKILL, .m_problem = problem});
     m_running.clear();
   }
 

@@ -30,8 +30,8 @@ class TaskRunner {
 };
 
 /// By a worker program, started by its words, or by a fork of this process where there are none. `warms`
-/// tells that several inputs are to come. Throws `std::system_error` when no process can be started, and
-/// `std::runtime_error` with the program's reason when it refuses.
+/// tells that several inputs are to come. A program that cannot be started, or dies, costs the inputs that it
+/// worked on. `start` throws `std::runtime_error` with the program's reason when it refuses the request.
 std::unique_ptr<TaskRunner> makeProgramRunner(Request const& request, std::vector<std::string> const& program,
                                               ProgramHooks const& hooks, bool warms);
 
