@@ -4,10 +4,12 @@
 #include <system_error>
 #include <utility>
 
-#include "qvAnnotation/fontOptions.h"
+#include "qvToolkit/migration/migrationSession.h"
+#include "qvToolkit/reading/openDocument.h"
 #include "qvToolkit/reports/fontCollector.h"
 #include "work/libraryLifetime.h"
 #include "work/processSettings.h"
+#include "work/warmText.h"
 
 namespace qvToolkit {
 
@@ -61,8 +63,15 @@ std::optional<SessionProblem> Session::findProblem() const {
   return {};
 }
 
-void Session::warm() const {
-  static_cast<void>(qv::text::hasFontFamily({}));
+void Session::warm() {
+  MigrationOptions options;
+  options.m_fonts = getFonts();
+  FontCollector fonts(m_state->m_hashes);
+  MigrationSession(std::move(options))
+      .migrate(readDocument(makeWarmText(), {}), [&fonts](MigratedView const& view) {
+        fonts.add(view);
+        return true;
+      });
 }
 
 FontOptions const& Session::getFonts() const noexcept {

@@ -67,9 +67,10 @@ class QVT_EXPORT Session {
 
   /// The first folder that cannot be used; nothing when all of them can.
   std::optional<SessionProblem> findProblem() const;
-  /// Looks for fonts now instead of when the first text is laid out. What a process has found before it
-  /// forks, its children need not look for. Reads the font configuration and the files of the folders once.
-  void warm() const;
+  /// Looks for fonts, and lays out text as drawings have it, now instead of with the first document: what a
+  /// process has found, read and hashed before it forks, its children have, too. Takes some milliseconds, and
+  /// the time to read the font configuration and the folders.
+  void warm();
 
   FontOptions const& getFonts() const noexcept;  ///< as they were given
   OptionSpelling getSpelling() const noexcept;   ///< likewise
