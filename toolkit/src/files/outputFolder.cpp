@@ -24,6 +24,12 @@ mode_t getFileMode() {
   return static_cast<mode_t>(0666) & ~mask;
 }
 
+/// Names may come from a process that a document took over: they lead to no other folder.
+bool isPlainName(std::string const& name) {
+  return !name.empty() && name != "." && name != ".." && name.find('/') == std::string::npos &&
+         name.find('\0') == std::string::npos;
+}
+
 int synchronise(int file) {
   return repeatInterrupted([file] { return fsync(file); });
 }
@@ -78,6 +84,7 @@ bool OutputFolder::mayPlace(std::string const& name) {
 
 bool OutputFolder::place(int staging, std::vector<OutputFile>& files) {
   for (OutputFile& file : files) {
+    if (!isPlainName(file.m_name)) return failWithError("create", file.m_name, EINVAL);
     if (!mayPlace(file.m_name) || !complete(staging, file)) return false;
   }
   for (std::size_t i = 0; i < files.size(); ++i) {
