@@ -64,7 +64,7 @@ void takeFiles(msghdr& message, std::deque<FileDescriptor>& files) {
   }
 }
 
-bool isSound(FrameHead const& head) {
+bool isFrame(FrameHead const& head) {
   return head.m_kind >= static_cast<std::uint32_t>(FrameKind::Request) &&
          head.m_kind <= static_cast<std::uint32_t>(FrameKind::Warm) && head.m_files <= MaxFrameFiles &&
          head.m_bytes <= MaxFrameBytes;
@@ -113,13 +113,27 @@ bool FrameReader::receive(int channel) {
   if (count < 0) return errno == EAGAIN;
   takeFiles(message, m_files);
   m_bytes.append(bytes.data(), static_cast<std::size_t>(count));
-  return count > 0 && (m_bytes.size() < FrameHeadBytes || isSound(parseFrameHead(m_bytes)));
+  return count > 0 && isSound();
+}
+
+bool FrameReader::isSound() const {
+  std::size_t files = 0;
+  std::string_view left = m_bytes;
+  while (left.size() >= FrameHeadBytes) {
+    FrameHead const head = parseFrameHead(left);
+    files += head.m_files;
+    // Files come with the first bytes of their frame.
+    if (!isFrame(head) || files > m_files.size()) return false;
+    if (left.size() - FrameHeadBytes < head.m_bytes) return files == m_files.size();
+    left.remove_prefix(FrameHeadBytes + head.m_bytes);
+  }
+  return !left.empty() || files == m_files.size();
 }
 
 std::optional<Frame> FrameReader::take() {
   if (m_bytes.size() < FrameHeadBytes) return std::nullopt;
   FrameHead const head = parseFrameHead(m_bytes);
-  if (!isSound(head) || m_bytes.size() - FrameHeadBytes < head.m_bytes || m_files.size() < head.m_files)
+  if (!isFrame(head) || m_bytes.size() - FrameHeadBytes < head.m_bytes || m_files.size() < head.m_files)
     return std::nullopt;
   Frame frame{static_cast<FrameKind>(head.m_kind), m_bytes.substr(FrameHeadBytes, head.m_bytes), {}};
   m_bytes.erase(0, FrameHeadBytes + head.m_bytes);

@@ -56,10 +56,12 @@ FrameHead parseFrameHead(std::string_view bytes);
 class FrameReader {
  public:
   /// Takes what has come, without waiting when nothing has. False when the other side is gone, or when what
-  /// it sends is no frame.
+  /// it sends is no frame; complete frames before that may be taken still.
   [[nodiscard]] bool receive(int channel);
   /// The next frame that is complete.
   std::optional<Frame> take();
+  /// What waits is frames, each with its files, of which the last one may be on its way.
+  bool isSound() const;
 
  private:
   std::string m_bytes;

@@ -9,7 +9,8 @@ namespace qvToolkit {
 
 namespace {
 
-constexpr std::size_t FilesOfEach = 3;
+constexpr std::size_t LeastFiles = 3;
+constexpr std::size_t MostFiles = LeastFiles + 1;
 
 }  // namespace
 
@@ -24,7 +25,7 @@ bool sendTask(int channel, TaskOrder const& order) {
 }
 
 std::optional<TaskOrder> takeTask(Frame frame) {
-  if (frame.m_files.size() < FilesOfEach) return std::nullopt;
+  if (frame.m_files.size() < LeastFiles || frame.m_files.size() > MostFiles) return std::nullopt;
   TaskOrder order;
   std::string problem;
   readFields(std::move(frame.m_bytes), problem, [&order](JsonFields& fields) {
@@ -39,7 +40,7 @@ std::optional<TaskOrder> takeTask(Frame frame) {
   order.m_task.m_input = order.m_owned[0].get();
   order.m_answer = order.m_owned[1].get();
   order.m_errors = order.m_owned[2].get();
-  if (order.m_owned.size() > FilesOfEach) order.m_staging = order.m_owned[FilesOfEach].get();
+  if (order.m_owned.size() == MostFiles) order.m_staging = order.m_owned.back().get();
   return order;
 }
 
