@@ -37,6 +37,7 @@ QVT_EXPORT std::string_view getFormatName(ReportFormat format) noexcept;
 /// can be searched, split and read line by line.
 class QVT_EXPORT ReportList {
  public:
+  /// A list without entries yet, all of which are to be of that format and style.
   explicit ReportList(ReportFormat format, JsonStyle style = JsonStyle::Compact)
       : m_format(format), m_style(style) {}
 

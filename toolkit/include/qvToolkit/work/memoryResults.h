@@ -16,12 +16,13 @@ namespace qvToolkit {
 /// assert(results.open("a.txt") && results.getFile().write("text"));
 /// assert(results.getFiles()[0].m_name == "a.txt" && results.getFiles()[0].m_bytes == "text");
 /// @endcode
+/// What a limit refuses is the problem that `getProblem` tells; memory that runs out throws `std::bad_alloc`.
 class QVT_EXPORT MemoryResults : public Results {
  public:
   /// A file that was written.
   struct File {
-    std::string m_name;
-    std::string m_bytes;
+    std::string m_name;   ///< as it was opened
+    std::string m_bytes;  ///< all that was written into it
   };
 
   OutputSink& getText() override { return m_textSink; }

@@ -18,21 +18,34 @@ namespace qvToolkit {
 
 /// One input of a run.
 struct PoolInput {
-  std::string m_givenPath;  ///< "-" for standard input
+  std::string m_givenPath;  ///< is opened when its turn comes; "-" for standard input
   std::string m_path;       ///< relative to the root of the run; `Source::m_path`
   std::string m_stem;       ///< as of `Task`
 };
 
-/// What became of an input, with what was printed for it. Valid for the time of a call.
+/// What became of an input, with what was printed for it.
+/// @code
+/// auto const show = [](PoolResult const& result) {
+///   std::cout << result.m_facts.m_givenPath << ' ' << result.m_outcome.m_views.size() << " views\n";
+///   return result.forEachText([](std::string_view text) { return bool(std::cout << text); });
+/// };
+/// PoolOptions options;
+/// options.m_processes = 2;
+/// std::vector<PoolInput> const inputs = {
+///     {"bracket.json", "bracket.json", ""}, {"bracket.qvs", "bracket.qvs", ""}};
+/// assert(runPool(Request(), inputs, options, show));
+/// @endcode
+/// A copy holds four files open, where the text is, among them the input.
 class QVT_EXPORT PoolResult {
  public:
   std::size_t m_index = 0;  ///< among the inputs
-  Outcome m_outcome;        ///< outputs are there, under their names
-  RunFacts m_facts;
-  bool m_hasDied = false;  ///< its process died, which a finding of the outcome tells, or it never began
-  std::string m_messages;  ///< what libraries printed meanwhile; at most 1 MiB
+  Outcome m_outcome;        ///< the outputs that it names are there, hashed, under their names
+  RunFacts m_facts;         ///< of the work on it; empty where that never began
+  bool m_hasDied = false;   ///< its process died, which a finding of the outcome tells, or it never began
+  std::string m_messages;   ///< what libraries printed meanwhile; at most 1 MiB
 
-  /// Hands over what the action printed, in pieces, until `take` answers false. False when it cannot be read.
+  /// Hands over what the action printed, in pieces of at most 64 KiB, until `take` answers false. Nothing of
+  /// an input whose process died. False when it cannot be read back. Throws what `take` throws.
   bool forEachText(std::function<bool(std::string_view)> const& take) const;
 
  private:
@@ -43,14 +56,14 @@ class QVT_EXPORT PoolResult {
 
 /// How a pool works.
 struct PoolOptions {
-  std::size_t m_processes = 1;  ///< inputs at a time
-  std::string m_outputFolder;   ///< for files; created when the first one is complete
+  std::size_t m_processes = 1;  ///< inputs at a time, at least 1
+  std::string m_outputFolder;   ///< for files; created with its parents when missing; empty: none are made
   bool m_force = false;         ///< files that exist are replaced, but no input
   /// The worker program and its arguments, such as {"qvannot", "worker"}: its standard input is the channel.
   /// Empty: a fork of this process serves, which must have one thread then.
   std::vector<std::string> m_program;
   ProgramHooks m_hooks;                         ///< of this process, for forks and for work without one
-  volatile int const* m_interrupted = nullptr;  ///< another value than 0 ends the run; not owned
+  volatile int const* m_interrupted = nullptr;  ///< another value than 0 ends the run; not owned, may be null
   std::function<void(std::size_t)> m_onBegin;   ///< is told the index of an input whose work begins
 };
 
@@ -66,10 +79,14 @@ struct PoolOptions {
 /// });
 /// @endcode
 /// A result's files are hashed, synchronised and given their names by this process once they are complete:
-/// all of an input, or none. What was not complete is removed, also when the run is interrupted; what an
-/// earlier run has left that was killed is removed first. `show` answers false to end the run. False when the
-/// run was ended. Throws `std::bad_alloc`, `std::system_error` when no worker program can be started, and
-/// what `show` throws.
+/// all of an input, or none, unless the system fails amid files that `m_force` replaces. What was not
+/// complete is removed, also when the run is interrupted; what an earlier run has left that was killed is
+/// removed first. `show` answers false to end the run. False when the run was ended.
+///
+/// An input that cannot be opened, and one whose process dies, is a result, too, and costs no other one; a
+/// worker program that dies is started anew. Throws `std::bad_alloc`, `std::system_error` when no worker
+/// program can be started, `std::runtime_error` with its reason when it refuses the request, and what `show`
+/// throws.
 QVT_EXPORT bool runPool(Request const& request, std::vector<PoolInput> const& inputs,
                         PoolOptions const& options, std::function<bool(PoolResult const&)> const& show);
 

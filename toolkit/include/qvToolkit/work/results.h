@@ -43,8 +43,8 @@ class QVT_EXPORT Results {
 
  protected:
   Results() = default;
-  Results(Results const&) = default;
-  Results& operator=(Results const&) = default;
+  Results(Results const&) = default;             ///< for what derives from it
+  Results& operator=(Results const&) = default;  ///< likewise
 };
 
 }  // namespace qvToolkit
