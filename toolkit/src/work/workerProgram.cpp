@@ -86,7 +86,7 @@ class WorkerProgram {
       m_signal.forget();
       endOverdue();
       reap();
-      if (events[0].revents != 0) m_isServing &= m_reader.receive(m_channel);
+      if (events[0].revents != 0) m_isServing &= receive();
       while (m_isServing) {
         auto frame = m_reader.take();
         if (!frame.has_value()) break;
@@ -97,6 +97,11 @@ class WorkerProgram {
   }
 
  private:
+  bool receive() {
+    if (m_reader.receive(m_channel)) return true;
+    return m_reader.isSound() ? false : refuse("no frame");
+  }
+
   bool answer(Frame frame) {
     if (frame.m_kind == FrameKind::Request && m_session == nullptr) return begin(std::move(frame.m_bytes));
     if (m_session == nullptr) return refuse("no request came before");
@@ -215,7 +220,11 @@ class WorkerProgram {
   /// Until the first process is overdue, in milliseconds; -1 for ever.
   int getTimeout() const {
     if (m_running.empty()) return -1;
-    auto const first = std::ranges::min_element(m_running, {}, &RunningTask::m_deadline);
+    // One that is killed already is waited for like any other.
+    auto const getDeadline = [](RunningTask const& task) {
+      return task.m_isOverdue ? Clock::time_point::max() : task.m_deadline;
+    };
+    auto const first = std::ranges::min_element(m_running, {}, getDeadline);
     if (first->m_isOverdue) return -1;
     auto const left = std::chrono::ceil<std::chrono::milliseconds>(first->m_deadline - Clock::now());
     constexpr std::int64_t LongestWait = 1'000'000;
