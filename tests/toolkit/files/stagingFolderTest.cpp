@@ -32,6 +32,14 @@ class StagingFolderTest : public testing::Test {
     std::ofstream(m_outer.getPath(name) + "/lock");
     return name;
   }
+  /// A process that is killed while it has a staging folder.
+  pid_t dieInOne() const {
+    pid_t const child = fork();
+    if (child != 0) return child;
+    StagingFolder staging;
+    if (staging.make(m_folder.get()) && staging.makePlace("7").isOpen()) raise(SIGKILL);
+    _exit(1);
+  }
   void makeOld(std::string const& name) const {
     fs::last_write_time(m_outer.getPath(name), fs::file_time_type::clock::now() - std::chrono::hours(25));
   }
@@ -70,18 +78,22 @@ TEST_F(StagingFolderTest, OfALivingProcessStays) {
 }
 
 TEST_F(StagingFolderTest, OfAKilledProcessIsRemoved) {
-  pid_t const child = fork();
-  if (child == 0) {
-    StagingFolder staging;
-    if (staging.make(m_folder.get()) && staging.makePlace("7").isOpen()) raise(SIGKILL);
-    _exit(1);
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
-  ASSERT_TRUE(WIFSIGNALED(status));
+  pid_t const child = dieInOne();
+  waitpid(child, nullptr, 0);
   ASSERT_FALSE(fs::is_empty(m_outer.getPath(".")));
   removeAbandoned(m_folder.get());
   EXPECT_TRUE(fs::is_empty(m_outer.getPath(".")));
+}
+
+TEST_F(StagingFolderTest, OfAKilledProcessThatNobodyHasWaitedForIsRemoved) {
+  pid_t const child = dieInOne();
+  siginfo_t end{};
+  ASSERT_EQ(waitid(P_PID, static_cast<id_t>(child), &end, WEXITED | WNOWAIT), 0);
+  ASSERT_EQ(end.si_status, SIGKILL);
+  ASSERT_FALSE(fs::is_empty(m_outer.getPath(".")));
+  removeAbandoned(m_folder.get());
+  EXPECT_TRUE(fs::is_empty(m_outer.getPath(".")));
+  waitpid(child, nullptr, 0);
 }
 
 TEST_F(StagingFolderTest, OfAnEarlierStartOfTheHostIsRemovedThoughANewProcessHasTheNumber) {

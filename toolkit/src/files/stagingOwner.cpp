@@ -39,7 +39,8 @@ std::string getBoot() {
   return text;
 }
 
-/// 0 where there is no such process, or the system does not tell.
+/// 0 where there is no such process, or the system does not tell. One that has ended is none, though nobody
+/// may have waited for it.
 std::uint64_t getStart(int process) {
   std::ifstream file("/proc/" + std::to_string(process) + "/stat");
   std::string const text{std::istreambuf_iterator<char>(file), {}};
@@ -47,7 +48,10 @@ std::uint64_t getStart(int process) {
   std::size_t const name = text.rfind(')');
   if (name == std::string::npos) return 0;
   std::istringstream fields(text.substr(name + 1));
-  constexpr int FieldsBetween = 19;
+  char state = 0;
+  fields >> state;
+  if (state == 'Z' || state == 'X') return 0;
+  constexpr int FieldsBetween = 18;
   std::string skipped;
   for (int i = 0; i < FieldsBetween; ++i) fields >> skipped;
   std::uint64_t start = 0;
