@@ -5,11 +5,11 @@
 #include <variant>
 
 #include "cli/parser.h"
+#include "files/standardStreams.h"
 #include "interruption.h"
 #include "qvToolkit/text/textEscape.h"
 #include "qvannot/commandList.h"
 #include "reporter.h"
-#include "standardStreams.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ int execute(std::unique_ptr<qvannot::Command> const& command) {
 
 int runTool(int count, char const* const* arguments) {
   try {
-    qvannot::reserveStandardStreams();
+    qvToolkit::reserveStandardStreams();
     qvannot::installSignalHandling();
     auto const parsed = qvannot::parseCommandLine(qvannot::Commands, count, arguments);
     int const exitCode = std::visit([](auto const& chosen) { return execute(chosen); }, parsed);

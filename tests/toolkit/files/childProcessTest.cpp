@@ -42,6 +42,17 @@ TEST(ChildProcess, ChangesTheEnvironmentByName) {
   EXPECT_EQ(runShell("echo $QVA_WORD $QVA_WORD_2").m_output, "given kept\n");
 }
 
+TEST(ChildProcess, PassesInputWhereTheStarterHasNoStandardStreams) {
+  pid_t const starter = fork();
+  if (starter == 0) {
+    for (int const number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) close(number);
+    _exit(runShell("cat", "some text").m_output == "some text" ? 7 : 1);
+  }
+  int status = 0;
+  waitpid(starter, &status, 0);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 7) << status;
+}
+
 TEST(ChildProcess, DoesNotInheritIgnoredSignals) {
   auto const previous = signal(SIGPIPE, SIG_IGN);
   EXPECT_EQ(runShell("kill -PIPE $$; echo lived").m_signal, SIGPIPE);

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -14,6 +13,7 @@
 #include <cstddef>
 
 #include "files/fileDescriptor.h"
+#include "files/temporaryFile.h"
 #include "files/wholeIo.h"
 
 namespace qvToolkit {
@@ -22,11 +22,6 @@ namespace {
 
 /// As shells say of a program that cannot be started.
 constexpr int ExitUnstarted = 127;
-
-/// A nameless file in memory.
-FileDescriptor createMemoryFile() {
-  return FileDescriptor(memfd_create("qvannot", MFD_CLOEXEC));
-}
 
 bool rewind(int file) {
   return lseek(file, 0, SEEK_SET) == 0;
@@ -136,7 +131,7 @@ int waitFor(pid_t child) {
 
 ChildRun runChild(ChildCommand const& command, std::string_view input) {
   ChildRun run;
-  std::array<FileDescriptor, 3> files = {createMemoryFile(), createMemoryFile(), createMemoryFile()};
+  std::array<FileDescriptor, 3> files = {openMemoryFile(), openMemoryFile(), openMemoryFile()};
   bool const areOpen = std::ranges::all_of(files, &FileDescriptor::isOpen);
   if (!areOpen || !writeAll(files[0].get(), input) || !rewind(files[0].get())) {
     run.m_problem = errno;

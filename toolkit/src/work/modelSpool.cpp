@@ -1,27 +1,17 @@
 #include "work/modelSpool.h"
 
-#include <fcntl.h>
-#include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <system_error>
 
+#include "files/temporaryFile.h"
 #include "files/wholeIo.h"
 
 namespace qvToolkit {
 
 namespace {
-
-/// Where temporary files have no room, or cannot do without a name, in memory.
-int openNameless() {
-  std::error_code error;
-  std::filesystem::path const folder = std::filesystem::temp_directory_path(error);
-  int const file = open(error ? "/tmp" : folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
-  return file >= 0 ? file : memfd_create("model", MFD_CLOEXEC);
-}
 
 Finding makeProblem(int error) {
   return makeFinding(FindingCode::OutputFailed,
@@ -30,7 +20,7 @@ Finding makeProblem(int error) {
 
 }  // namespace
 
-ModelSpool::ModelSpool(std::uint64_t most) : m_most(most), m_file(openNameless()) {
+ModelSpool::ModelSpool(std::uint64_t most) : m_most(most), m_file(openTemporaryFile()) {
   if (!m_file.isOpen()) m_problem = makeProblem(errno);
 }
 

@@ -1,9 +1,9 @@
-#include "standardStreams.h"
+#include "files/standardStreams.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace qvannot {
+namespace qvToolkit {
 
 void reserveStandardStreams() noexcept {
   // Each gets the lowest number that is free. A mere path can be neither read nor written.
@@ -12,4 +12,4 @@ void reserveStandardStreams() noexcept {
   if (number > STDERR_FILENO) close(number);
 }
 
-}  // namespace qvannot
+}  // namespace qvToolkit

@@ -1,10 +1,10 @@
 #pragma once
 
-namespace qvannot {
+namespace qvToolkit {
 
-/// Keeps the numbers of standard streams that the caller has closed from going to files of the tool: what
+/// Keeps the numbers of standard streams that the caller has closed from going to files of the process: what
 /// reads from one of them or writes to it goes on to fail, with EBADF. To be called before any file is
 /// opened.
 void reserveStandardStreams() noexcept;
 
-}  // namespace qvannot
+}  // namespace qvToolkit
