@@ -14,7 +14,7 @@ namespace qvToolkit {
 /// Where the files are written, and where they will stand.
 class OutputSet::Parts {
  public:
-  Parts(std::string const& folder, bool force) : m_folder(folder, force), m_staged(folder) {}
+  Parts(std::string folder, bool force) : m_folder(folder, force), m_staged(std::move(folder)) {}
 
   /// Makes both folders, once.
   bool prepare(Finding& problem) {
@@ -35,7 +35,7 @@ class OutputSet::Parts {
 };
 
 OutputSet::OutputSet(std::string folder, bool force, volatile int const* interrupted)
-    : m_parts(std::make_unique<Parts>(folder, force)), m_interrupted(interrupted) {
+    : m_parts(std::make_unique<Parts>(std::move(folder), force)), m_interrupted(interrupted) {
 }
 
 OutputSet::~OutputSet() = default;

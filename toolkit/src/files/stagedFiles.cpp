@@ -20,12 +20,6 @@ void StagedFiles::limit(std::uint64_t allBytes, std::uint64_t fileBytes) {
   m_maxFileBytes = fileBytes;
 }
 
-bool StagedFiles::admitElsewhere(std::uint64_t bytes) {
-  if (m_hasFailed) return false;
-  m_allBytes += bytes;
-  return m_allBytes <= m_maxAllBytes || refuse("the results are", m_maxAllBytes);
-}
-
 bool StagedFiles::open(std::string const& name) {
   if (!end()) return false;
   m_names.push_back(name);
@@ -43,7 +37,8 @@ bool StagedFiles::write(std::string_view bytes) {
     m_problem.m_options = {OptionKey::MaxOutputFile};
     return false;
   }
-  if (!admitElsewhere(bytes.size())) return false;
+  m_allBytes += bytes.size();
+  if (m_allBytes > m_maxAllBytes) return refuse("the results are", m_maxAllBytes);
   return writeAll(m_file.get(), bytes) || failWithError("write", errno);
 }
 

@@ -23,8 +23,6 @@ class StagedFiles : public OutputSink {
   void setFolder(int folder) { m_folder = folder; }
   /// As of `OutputSet::limit`.
   void limit(std::uint64_t allBytes, std::uint64_t fileBytes);
-  /// Counts bytes that are written elsewhere towards all of them; false where that is too much.
-  [[nodiscard]] bool admitElsewhere(std::uint64_t bytes);
 
   /// Begins the next file, ending the one before; `name` is a plain file name, and none that was opened.
   [[nodiscard]] bool open(std::string const& name);

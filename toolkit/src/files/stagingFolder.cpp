@@ -21,7 +21,7 @@ namespace {
 
 constexpr char const* LockName = "lock";
 constexpr int FolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
-constexpr std::time_t Day = 24 * 60 * 60;
+constexpr std::time_t Day = std::time_t{24} * 60 * 60;
 
 FileDescriptor openFolder(int parent, char const* name) {
   return FileDescriptor(openat(parent, name, FolderFlags));

@@ -69,6 +69,7 @@ class PoolRun {
 
   static std::vector<std::string> listPaths(std::vector<PoolInput> const& inputs) {
     std::vector<std::string> paths;
+    paths.reserve(inputs.size());
     for (PoolInput const& input : inputs) paths.push_back(input.m_givenPath);
     return paths;
   }

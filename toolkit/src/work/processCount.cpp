@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <string>
@@ -35,7 +36,7 @@ std::string findControlGroup() {
 template <class Visit>
 void visitControlFiles(std::string const& name, Visit visit) {
   for (std::string group = findControlGroup(); !group.empty();) {
-    std::ifstream file("/sys/fs/cgroup" + group + (group.ends_with('/') ? "" : "/") + name);
+    std::ifstream file(std::filesystem::path("/sys/fs/cgroup" + group) / name);
     if (file) visit(file);
     if (group == "/") return;
     std::size_t const end = group.rfind('/');

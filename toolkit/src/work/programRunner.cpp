@@ -84,6 +84,7 @@ class Program {
 
   [[noreturn]] static void become(int channel, std::vector<std::string> const& words) {
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string const& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
     pointers.push_back(nullptr);
     dup2(channel, STDIN_FILENO);

@@ -16,6 +16,12 @@ namespace qvToolkit {
 
 namespace {
 
+/// It could not even say so in its result.
+Finding describeMemory() {
+  return makeFinding(FindingCode::LimitMemory,
+                     "the work on it needs more memory than its limit leaves; nothing of it is written");
+}
+
 Finding describeSignal(int signal, Limits const& limits) {
   if (signal == SIGXCPU) {
     return makeFinding(FindingCode::LimitTime, "the work on it took more than the limit of " +
@@ -74,6 +80,7 @@ std::optional<Finding> findDeath(TaskEnd const& end, Limits const& limits, bool 
   }
   if (WIFSIGNALED(end.m_status)) return describeSignal(WTERMSIG(end.m_status), limits);
   if (WEXITSTATUS(end.m_status) == ExitDone && isWhole) return std::nullopt;
+  if (WEXITSTATUS(end.m_status) == ExitLimit) return describeMemory();
   return makeFinding(FindingCode::WorkerGarbage, "the process that worked on it ended with code " +
                                                      std::to_string(WEXITSTATUS(end.m_status)) +
                                                      " without a proper result; nothing of it is shown; "

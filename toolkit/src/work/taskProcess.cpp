@@ -83,6 +83,8 @@ void becomeTaskProcess(Limits const& limits, int input, int errors, int parent) 
   connectToNothing(STDIN_FILENO);
   connectToNothing(STDOUT_FILENO);
   dup2(errors, STDERR_FILENO);
+  // What a file takes no more is an error to be told.
+  signal(SIGXFSZ, SIG_IGN);
   setLimits(limits);
 }
 

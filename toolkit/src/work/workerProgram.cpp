@@ -14,10 +14,13 @@
 #include <chrono>
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <optional>
+#include <system_error>
 #include <utility>
 #include <vector>
 
+#include "files/standardStreams.h"
 #include "files/wholeIo.h"
 #include "qvToolkit/outcome/outcomeJson.h"
 #include "qvToolkit/work/session.h"
@@ -54,6 +57,7 @@ class ChildSignal {
     sigaddset(&m_signals, SIGCHLD);
     sigprocmask(SIG_BLOCK, &m_signals, &m_before);
     m_file = FileDescriptor(signalfd(-1, &m_signals, SFD_CLOEXEC | SFD_NONBLOCK));
+    if (!m_file.isOpen()) throw std::system_error(errno, std::generic_category(), "no descriptor");
   }
   ~ChildSignal() { restore(); }
   ChildSignal(ChildSignal const&) = delete;
@@ -145,14 +149,27 @@ class WorkerProgram {
     return true;
   }
 
-  [[noreturn]] void work(TaskOrder& order, int parent) {
+  /// Nothing that is thrown gets past this: further up are the other tasks, which would be ended.
+  [[noreturn]] void work(TaskOrder& order, int parent) noexcept {
     becomeTaskProcess(m_request.m_limits, order.m_task.m_input, order.m_errors, parent);
     m_signal.restore();
-    ::close(m_channel);
-    bool const isDone = workOnTask(*m_session, m_request, order, limitProcess());
+    forgetClient();
+    int exitCode = ExitBug;
+    try {
+      if (workOnTask(*m_session, m_request, order, limitProcess())) exitCode = ExitDone;
+    } catch (std::bad_alloc const&) {
+      exitCode = ExitLimit;
+    }
     std::fflush(stderr);
     // Nothing is taken apart that ends anyway.
-    _exit(isDone ? ExitDone : ExitBug);
+    _exit(exitCode);
+  }
+
+  /// The client's other tasks are not this one's business, nor what came of them and waits.
+  void forgetClient() noexcept {
+    m_reader = FrameReader();
+    // Standard input leads to nothing by now, whatever it was.
+    if (m_channel > STDERR_FILENO) ::close(m_channel);
   }
 
   /// What is allocated past the counter is the system's to limit.
@@ -257,6 +274,7 @@ MemoryHooks makeMemoryHooks(Request const& request, ProgramHooks const& hooks) {
 }
 
 int serveClient(int channel, ProgramHooks const& hooks) {
+  reserveStandardStreams();
   return WorkerProgram(channel, hooks).run();
 }
 
