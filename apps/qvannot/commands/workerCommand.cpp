@@ -20,12 +20,14 @@ struct WorkerCommand final : Command {
 
 }  // namespace
 
-constexpr CommandRow workerCommand = {"worker",
-                                      "Work on documents for another program",
-                                      "Serves the program that has the other end of standard input, a "
-                                      "connected local socket. See the page on embedding.",
-                                      {},
-                                      makeCommand<WorkerCommand>,
-                                      true};
+constexpr CommandRow workerCommand = {
+    "worker",
+    "Work on documents for another program",
+    "Serves the program that has the other end of standard input, a connected local socket, until it "
+    "goes away: each document that it hands over is worked on in a process of its own. The page "
+    "docs/worker-protocol.md describes what passes between the two.",
+    {},
+    makeCommand<WorkerCommand>,
+    true};
 
 }  // namespace qvannot
