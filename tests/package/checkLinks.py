@@ -12,7 +12,8 @@ import tempfile
 LINK = re.compile(r"\]\(([^)\s]+)\)")
 CODE = re.compile(r"^```.*?^```|`[^`\n]*`", re.MULTILINE | re.DOTALL)
 ELSEWHERE = re.compile(r"[a-z]+:|#")
-PAGES = {"README.md", "CHANGELOG.md", "embedding.md", "limits.md", "porting.md", "variant.md", "object-stream.md"}
+PAGES = {"README.md", "CHANGELOG.md", "embedding.md", "limits.md", "porting.md", "variant.md", "object-stream.md",
+         "worker-protocol.md"}
 
 
 def links_in(text):

@@ -99,9 +99,13 @@ class Task:
     def place(self, outputs):
         for output in outputs:
             name = output["name"]
-            if name in ("", ".", "..") or "/" in name or not (self.staging / name).is_file():
+            path = self.staging / name
+            if name in ("", ".", "..") or "/" in name or path.is_symlink() or not path.is_file():
                 raise ValueError(f"'{name}' is no output")
-            content = (self.staging / name).read_bytes()
+            with open(path, "rb") as file:
+                content = file.read()
+                os.fsync(file.fileno())
+                os.fchmod(file.fileno(), 0o644)
             output["size"], output["sha256"] = len(content), hashlib.sha256(content).hexdigest()
         for output in outputs:
             os.link(self.staging / output["name"], self.output / output["name"])
