@@ -7,6 +7,7 @@ import json
 import os
 import pathlib
 import select
+import shutil
 import signal
 import subprocess
 import sys
@@ -57,6 +58,18 @@ def files_are_those_of_the_tool(tool, folder):
     assert {output["name"]: output["size"] for output in outputs} == {name: len(text) for name, text in expected.items()}
     assert [outcome["source"]["path"] for outcome, _ in results] == list(DOCUMENTS)
     assert exit_code == 0 and all(outcome["conclusion"] == "done" for outcome, _ in results), results
+
+
+@check
+def converted_pages_are_those_of_the_tool(tool, folder):
+    if shutil.which("rsvg-convert") is None:
+        return
+    own, others = folder / "own", folder / "others"
+    own.mkdir()
+    run(tool, "migrate", DOCUMENTS[0], "-o", others, "--format", "png", "--drop-view-metadata", "--drop-known-metadata",
+        "--drop-unknown-metadata")
+    client.work_on(tool, make_request(pageFormat="png", rasters=None), DOCUMENTS[:1], own)
+    assert any(name.endswith(".png") for name in read_folder(own)) and read_folder(own) == read_folder(others)
 
 
 @check

@@ -56,7 +56,6 @@ TEST_F(StagedFilesTest, AreNoMoreAfterTheFirstProblem) {
   EXPECT_TRUE(m_files.hasFailed());
   EXPECT_FALSE(m_files.write("x"));
   EXPECT_FALSE(m_files.open("b.svg"));
-  EXPECT_FALSE(m_files.admitElsewhere(0));
   EXPECT_FALSE(m_files.end());
   EXPECT_EQ(read("a.svg"), "old");
   EXPECT_NE(m_files.getProblem().m_text.find("a.svg"), std::string::npos) << "the first one is told";
@@ -73,10 +72,10 @@ TEST_F(StagedFilesTest, AreRefusedWhereOneIsTooLarge) {
             "'out/b.svg' is larger than the limit of 5 bytes; nothing is written");
 }
 
-TEST_F(StagedFilesTest, AreRefusedWhereTheyAreTooLargeTogetherWithWhatIsElsewhere) {
+TEST_F(StagedFilesTest, AreRefusedWhereTheyAreTooLargeTogether) {
   m_files.limit(10, 100);
-  ASSERT_TRUE(m_files.admitElsewhere(4));
-  ASSERT_TRUE(m_files.open("a.svg") && m_files.write("123456"));
+  ASSERT_TRUE(m_files.open("a.svg") && m_files.write("1234"));
+  ASSERT_TRUE(m_files.open("b.svg") && m_files.write("123456"));
   EXPECT_FALSE(m_files.write("7"));
   EXPECT_EQ(m_files.getProblem().m_code, FindingCode::LimitOutput);
   EXPECT_EQ(m_files.getProblem().m_options, std::vector{OptionKey::MaxOutput});

@@ -1,6 +1,6 @@
 #include "qvToolkit/pages/pageConverter.h"
 
-#include <sys/mman.h>
+#include <fcntl.h>
 
 #include <array>
 #include <cerrno>
@@ -13,7 +13,7 @@
 
 #include "files/childLimit.h"
 #include "files/childProcess.h"
-#include "files/fileDescriptor.h"
+#include "files/temporaryFile.h"
 #include "files/wholeIo.h"
 
 namespace qvToolkit {
@@ -58,8 +58,8 @@ std::vector<std::string> makeWords(PageConversion const& conversion) {
 class PageConverter::FontFile {
  public:
   explicit FontFile(std::string const& content)
-      : m_file(memfd_create("fonts.conf", 0)),
-        m_isWritten(m_file.isOpen() && writeAll(m_file.get(), content)) {}
+      : m_file(openMemoryFile()),
+        m_isWritten(fcntl(m_file.get(), F_SETFD, 0) == 0 && writeAll(m_file.get(), content)) {}
 
   bool isWritten() const noexcept { return m_isWritten; }
   std::string getPath() const { return "/proc/self/fd/" + std::to_string(m_file.get()); }
