@@ -23,6 +23,13 @@ using qv::svg::FontMatch;
 template <class Text>
 using UseKey = std::tuple<Text, bool, bool, FontMatch, Text, Text, unsigned>;
 
+/// Of both kinds; clang 14 compares no tuples of strings with tuples of views.
+struct UseOrder {
+  using is_transparent = void;
+  using Key = UseKey<std::string_view>;
+  bool operator()(Key const& a, Key const& b) const { return a < b; }
+};
+
 UseKey<std::string_view> makeKey(qv::svg::TextSpan const& span) {
   qv::svg::GlyphSource const* const source = span.m_glyphSource.get();
   return {span.m_askedFamily,
@@ -92,7 +99,7 @@ class FontCollector::Found {
 
   FontHashes& m_hashes;
   AnnotationMarks const* m_marks = nullptr;
-  std::map<UseKey<std::string>, FontUse, std::less<>> m_uses;
+  std::map<UseKey<std::string>, FontUse, UseOrder> m_uses;
   std::map<char32_t, MissingCharacter> m_missing;
   std::uint64_t m_viewsLeftOut = 0;
 };
