@@ -116,8 +116,9 @@ void runDocuments(DocumentRun const& run, Reporter& reporter) {
   Show show(run, reporter);
   bool const isDone = runPool(run.m_request, makeInputs(run), makePoolOptions(run, show),
                               [&show](auto const& result) { return show(result); });
-  // What was interrupted must not look whole.
-  if (isDone) show.finish();
+  // What was interrupted must not look whole, and has not told which inputs have views.
+  if (!isDone) return reporter.expectNoViews();
+  show.finish();
 }
 
 }  // namespace qvannot

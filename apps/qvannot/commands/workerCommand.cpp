@@ -1,3 +1,4 @@
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include "qvToolkit/work/workerProgram.h"
@@ -9,10 +10,21 @@ namespace qvannot {
 
 namespace {
 
+bool isConnectedLocalSocket(int file) {
+  sockaddr_storage other{};
+  socklen_t size = sizeof other;
+  return getpeername(file, reinterpret_cast<sockaddr*>(&other), &size) == 0 && other.ss_family == AF_UNIX;
+}
+
 struct WorkerCommand final : Command {
   Options listOptions() override { return {}; }
   void run(Reporter& reporter) const override {
     reporter.expectNoViews();
+    if (!isConnectedLocalSocket(STDIN_FILENO)) {
+      return reporter.fail(qvToolkit::ExitUsage,
+                           "standard input is no connected local socket; another program starts this "
+                           "command, with one end of a pair of sockets");
+    }
     reporter.count(
         static_cast<qvToolkit::ExitCode>(qvToolkit::serveClient(STDIN_FILENO, makeProgramHooks())));
   }

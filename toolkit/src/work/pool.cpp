@@ -1,5 +1,7 @@
 #include "qvToolkit/work/pool.h"
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <map>
@@ -45,7 +47,8 @@ class PoolRun {
         m_options(options),
         m_show(show),
         m_folder(options.m_outputFolder, options.m_force),
-        m_protected(listPaths(inputs)) {
+        m_protected(listPaths(inputs)),
+        m_processes(countProcesses(options.m_processes)) {
     m_folder.protect(m_protected);
   }
 
@@ -67,6 +70,18 @@ class PoolRun {
   static constexpr std::size_t MaxWaiting = 4;
   static constexpr std::size_t MaxMessageBytes = std::size_t{1} << 20;
 
+  /// As many as are wanted, but not more than files may be opened for, nor than can tell of their end while
+  /// nobody listens.
+  static std::size_t countProcesses(std::size_t wanted) {
+    constexpr std::size_t MaxProcesses = 256;
+    constexpr rlim_t FilesOfOthers = 64;
+    constexpr rlim_t FilesOfEach = 4 + 2 * MaxWaiting;
+    rlimit files{};
+    getrlimit(RLIMIT_NOFILE, &files);
+    rlim_t const most = files.rlim_cur > FilesOfOthers ? (files.rlim_cur - FilesOfOthers) / FilesOfEach : 0;
+    return std::clamp<std::size_t>(wanted, 1, std::clamp<rlim_t>(most, 1, MaxProcesses));
+  }
+
   static std::vector<std::string> listPaths(std::vector<PoolInput> const& inputs) {
     std::vector<std::string> paths;
     paths.reserve(inputs.size());
@@ -79,8 +94,8 @@ class PoolRun {
   bool isHere() const { return m_request.m_limits.areLifted(); }
 
   void begin() {
-    while (m_next < m_inputs.size() && m_running.size() < m_options.m_processes &&
-           m_next - m_shown < MaxWaiting * m_options.m_processes && !isInterrupted()) {
+    while (m_next < m_inputs.size() && m_running.size() < m_processes &&
+           m_next - m_shown < MaxWaiting * m_processes && !isInterrupted()) {
       if (m_options.m_onBegin) m_options.m_onBegin(m_next);
       begin(m_next++);
     }
@@ -162,6 +177,7 @@ class PoolRun {
     auto running = m_running.extract(end.m_task);
     if (running.empty()) return;
     PoolResult result = std::move(running.mapped());
+    auto const files = result.m_files;
     result.m_messages = readMessages(result.m_files->m_errors);
     result.m_facts = describeRun(end, result);
     AnswerReader const answer(result.m_files->m_answer);
@@ -172,6 +188,8 @@ class PoolRun {
       commit(result);
       m_waiting.emplace(result.m_index, std::move(result));
     }
+    files->m_input.reset();
+    files->m_staging.reset();
     if (writesFiles()) m_staging.removePlace(std::to_string(end.m_task));
   }
 
@@ -235,6 +253,7 @@ class PoolRun {
   std::unique_ptr<TaskRunner> m_runner;
   std::map<std::size_t, PoolResult> m_running;
   std::map<std::size_t, PoolResult> m_waiting;
+  std::size_t m_processes;
   std::size_t m_next = 0;
   std::size_t m_shown = 0;
 };

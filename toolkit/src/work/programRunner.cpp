@@ -33,6 +33,13 @@ void ignoreTerminal() noexcept {
   signal(SIGTERM, SIG_DFL);
 }
 
+/// What the client has open is none of its business, and would count towards its files.
+void closeOthers(int kept) noexcept {
+  constexpr int First = STDERR_FILENO + 1;
+  if (kept > First) close_range(First, static_cast<unsigned>(kept) - 1, 0);
+  close_range(static_cast<unsigned>(std::max(kept + 1, First)), ~0U, 0);
+}
+
 /// A worker program and the channel to it.
 class Program {
  public:
@@ -56,12 +63,15 @@ class Program {
   Program& operator=(Program const&) = delete;
 
   int getChannel() const noexcept { return m_channel.get(); }
+  /// It does not do what it should, and need not end by itself either.
+  void lose() noexcept { m_isLost = true; }
 
   /// Ends it, with all that works for it; tells why it could not be started, as the system's error number.
   int end() {
     m_channel.reset();
     int status = 0;
     if (m_process <= 0) return m_problem;
+    if (m_isLost) kill(m_process, SIGKILL);
     repeatInterrupted([&] { return waitpid(m_process, &status, 0); });
     m_process = -1;
     m_problem = WIFEXITED(status) && WEXITSTATUS(status) == ExitUnstarted ? ENOENT : 0;
@@ -73,6 +83,9 @@ class Program {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != parent) _exit(ExitBug);
     m_channel.reset();
+    closeOthers(channel);
+    // Where the host ignores it, nobody learns how a process ended.
+    signal(SIGCHLD, SIG_DFL);
     int exitCode = ExitBug;
     try {
       exitCode = serveClient(channel, hooks);
@@ -88,6 +101,9 @@ class Program {
     for (std::string const& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
     pointers.push_back(nullptr);
     dup2(channel, STDIN_FILENO);
+    // Where it has that number already.
+    fcntl(STDIN_FILENO, F_SETFD, 0);
+    closeOthers(STDIN_FILENO);
     execvp(pointers.front(), pointers.data());
     _exit(ExitUnstarted);
   }
@@ -95,6 +111,7 @@ class Program {
   FileDescriptor m_channel;
   pid_t m_process = -1;
   int m_problem = 0;
+  bool m_isLost = false;
 };
 
 class ProgramRunner : public TaskRunner {
@@ -107,19 +124,25 @@ class ProgramRunner : public TaskRunner {
   }
 
   void start(TaskOrder const& order) override {
+    bool isSent = m_program != nullptr && sendTask(m_program->getChannel(), order);
+    if (!isSent) {
+      // Whoever was killed before has not seen this task.
+      takeLastEnds();
+      giveUp();
+      isSent = launch() && sendTask(m_program->getChannel(), order);
+    }
     m_running.push_back(order.m_number);
-    if ((m_program == nullptr && !launch()) || !sendTask(m_program->getChannel(), order)) giveUp();
+    if (!isSent) giveUp();
   }
 
   std::optional<TaskEnd> wait() override {
     while (m_ends.empty()) {
+      // A signal that came just before would not end the wait.
+      constexpr int Milliseconds = 200;
       pollfd event{m_program->getChannel(), POLLIN, 0};
-      if (poll(&event, 1, -1) < 0) return std::nullopt;
-      if (!m_reader.receive(m_program->getChannel())) {
-        giveUp();
-        continue;
-      }
-      takeEnds();
+      if (poll(&event, 1, Milliseconds) <= 0) return std::nullopt;
+      bool const isThere = m_reader.receive(m_program->getChannel());
+      if (!takeEnds() || !isThere) giveUp();
     }
     TaskEnd const end = m_ends.front();
     m_ends.pop_front();
@@ -127,15 +150,26 @@ class ProgramRunner : public TaskRunner {
   }
 
  private:
-  /// Starts the program anew and waits until it is ready; false when it has gone instead.
+  /// Starts the program anew and waits until it is ready, though it may be killed even then; false when it
+  /// has gone each time.
   bool launch() {
-    m_program = std::make_unique<Program>(m_words, m_hooks);
-    m_reader = FrameReader();
-    int const channel = m_program->getChannel();
-    auto const answer =
-        sendFrame(channel, FrameKind::Request, m_request) ? receiveFrame(channel) : std::nullopt;
+    constexpr int Attempts = 3;
+    for (int i = 0; i < Attempts; ++i) {
+      m_program = std::make_unique<Program>(m_words, m_hooks);
+      m_reader = FrameReader();
+      if (greet(m_program->getChannel())) return true;
+      m_program->lose();
+    }
+    return false;
+  }
+
+  /// False when it is gone, or no worker program.
+  bool greet(int channel) {
+    if (!sendFrame(channel, FrameKind::Request, m_request)) return false;
+    auto const answer = receiveFrame(channel);
     if (!answer.has_value()) return false;
-    if (answer->m_kind != FrameKind::Ready) throw std::runtime_error(answer->m_bytes);
+    if (answer->m_kind == FrameKind::Refused) throw std::runtime_error(answer->m_bytes);
+    if (answer->m_kind != FrameKind::Ready) return false;
     return !m_warms || sendFrame(channel, FrameKind::Warm, {});
   }
 
@@ -148,19 +182,29 @@ class ProgramRunner : public TaskRunner {
     }
   }
 
-  void takeEnds() {
+  /// False when the program tells something else.
+  bool takeEnds() {
     while (auto frame = m_reader.take()) {
       auto const end =
           frame->m_kind == FrameKind::Ended ? parseTaskEnd(std::move(frame->m_bytes)) : std::nullopt;
-      if (!end.has_value()) return giveUp();
-      std::erase(m_running, end->m_task);
+      if (!end.has_value() || std::erase(m_running, end->m_task) == 0) return false;
       m_ends.push_back(*end);
     }
+    return true;
+  }
+
+  /// What a program has told before it was gone.
+  void takeLastEnds() {
+    if (m_program == nullptr) return;
+    int const channel = m_program->getChannel();
+    for (pollfd event{channel, POLLIN, 0}; poll(&event, 1, 0) > 0 && m_reader.receive(channel);) continue;
+    static_cast<void>(takeEnds());
   }
 
   /// Whoever kills the program kills what it works on. The next input starts it anew.
   void giveUp() {
-    int const problem = m_program->end();
+    if (m_program != nullptr) m_program->lose();
+    int const problem = m_program == nullptr ? 0 : m_program->end();
     m_program.reset();
     for (std::uint64_t const task : m_running)
       m_ends.push_back({.m_task = task, .m_status = SIGKILL, .m_problem = problem});

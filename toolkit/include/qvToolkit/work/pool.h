@@ -56,11 +56,13 @@ class QVT_EXPORT PoolResult {
 
 /// How a pool works.
 struct PoolOptions {
-  std::size_t m_processes = 1;  ///< inputs at a time, at least 1
-  std::string m_outputFolder;   ///< for files; created with its parents when missing; empty: none are made
-  bool m_force = false;         ///< files that exist are replaced, but no input
+  /// Inputs at a time, at least 1; at most 256, and not more than this process may open files for.
+  std::size_t m_processes = 1;
+  std::string m_outputFolder;  ///< for files; created with its parents when missing; empty: none are made
+  bool m_force = false;        ///< files that exist are replaced, but no input
   /// The worker program and its arguments, such as {"qvannot", "worker"}: its standard input is the channel.
-  /// Empty: a fork of this process serves, which must have one thread then.
+  /// Empty: a fork of this process serves, which must have one thread then, and closes all that this process
+  /// has open but the standard streams.
   std::vector<std::string> m_program;
   ProgramHooks m_hooks;                         ///< of this process, for forks and for work without one
   volatile int const* m_interrupted = nullptr;  ///< another value than 0 ends the run; not owned, may be null
