@@ -7,6 +7,7 @@ name says it all. Usage: buildReference.py DOXYGEN SOURCE_FOLDER VERSION OUTPUT_
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 
@@ -23,7 +24,9 @@ PAGES = [
 
 def build(doxygen, source, version, output):
     """What Doxygen wrote to its standard error."""
-    pathlib.Path(output).mkdir(parents=True, exist_ok=True)
+    # What was described once and is gone must have no page any more.
+    shutil.rmtree(output, ignore_errors=True)
+    pathlib.Path(output).mkdir(parents=True)
     environment = os.environ | {"QVA_VERSION": version, "QVA_REFERENCE_DIR": output}
     run = subprocess.run(
         [doxygen, "docs/Doxyfile"], cwd=source, env=environment, capture_output=True, text=True, check=True

@@ -25,7 +25,7 @@ constexpr ExitRow ExitRows[] = {
      "An output cannot be written, standard output and standard error among them. Without a message when "
      "whoever "
      "reads standard output has gone away; the other inputs are then worked on only if that writes files."},
-    {ExitLimit, "a limit was hit, such as memory", "A limit was hit, or the process of an input died."},
+    {ExitLimit, "a limit was hit or a process died", "A limit was hit, or the process of an input died."},
     {ExitNothingToDo, "nothing to do", "Nothing to do: no input, or no view in any of them."},
     {ExitBug, "a bug", "A bug: please report it."},
 };
