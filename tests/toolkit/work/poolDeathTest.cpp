@@ -86,14 +86,16 @@ TEST_F(PoolDeaths, LosesNothingByAProgramThatIsKilledBeforeItIsReady) {
   EXPECT_EQ(m_shared->m_launches, 3);
 }
 
-TEST_F(PoolDeaths, GivesUpWhereTheProgramNeverIsReady) {
-  addInput();
+TEST_F(PoolDeaths, LosesWhatAProgramIsNeverReadyFor) {
+  addInputs(2);
   m_options.m_hooks.m_makeMemory = [](Limits const&) {
     raise(SIGKILL);
     return MemoryHooks{};
   };
-  EXPECT_THROW(run(), std::runtime_error);
-  EXPECT_TRUE(std::filesystem::is_empty(m_options.m_outputFolder));
+  Shown const done = run();
+  EXPECT_TRUE(done.m_isDone);
+  EXPECT_EQ(listDead(done).size(), 2U);
+  EXPECT_TRUE(done.m_files.empty());
 }
 
 TEST_F(PoolDeaths, TellsWhyTheProgramRefuses) {
@@ -113,12 +115,11 @@ TEST_F(PoolDeaths, TakesNoOtherProgramForAWorker) {
   for (auto const& words :
        std::vector<std::vector<std::string>>{{"sh", "-c", garbage}, {"true"}, {"/nowhere/x"}}) {
     m_options.m_program = words;
-    try {
-      run();
-      ADD_FAILURE() << words[0];
-    } catch (std::runtime_error const& error) {
-      EXPECT_EQ(error.what(), "the worker program '" + words[0] + "' ended before it was ready");
-    }
+    Shown const done = run();
+    ASSERT_EQ(listDead(done).size(), 1U) << words[0];
+    bool const isMissing = words[0] == "/nowhere/x";
+    std::string const& text = done.m_findings[0].back().m_text;
+    EXPECT_EQ(text.find("No such file or directory") != std::string::npos, isMissing) << text;
   }
 }
 
@@ -135,12 +136,7 @@ TEST_F(PoolDeaths, BelievesNoProgramThatTellsOfWorkThatNobodyGaveIt) {
     std::string const first = m_folder.writeFile("ready", ready);
     std::string const second = m_folder.writeFile("told", bytes);
     m_options.m_program = {"sh", "-c", "cat '" + first + "' >&0; cat '" + second + "' >&0; exec sleep 600"};
-    // Told at once with the rest it is no worker program at all.
-    try {
-      EXPECT_EQ(listDead(run()).size(), 2U);
-    } catch (std::runtime_error const& error) {
-      EXPECT_NE(std::string(error.what()).find("before it was ready"), std::string::npos);
-    }
+    EXPECT_EQ(listDead(run()).size(), 2U);
   }
 }
 

@@ -198,6 +198,13 @@ int waitForOrphan(pid_t process) {
   for (;;) pause();
 }
 
+/// Starts a process that does nothing for ever, and tells its number.
+void leaveAnother(int file) {
+  pid_t const other = fork();
+  while (other == 0) pause();
+  if (write(file, &other, sizeof other) != sizeof other) _exit(1);
+}
+
 class OrphansTest : public WorkerProgramTest {
  protected:
   OrphansTest() {
@@ -220,7 +227,7 @@ class OrphansTest : public WorkerProgramTest {
 
 TEST_F(OrphansTest, ThatAProcessLeavesBehindAreKilledAlong) {
   auto const death = findDeathOf([this] {
-    if (fork() == 0) tellAndPause(m_ends[1]);
+    leaveAnother(m_ends[1]);
     _exit(0);
   });
   ASSERT_TRUE(death.has_value());
@@ -230,7 +237,7 @@ TEST_F(OrphansTest, ThatAProcessLeavesBehindAreKilledAlong) {
 
 TEST_F(OrphansTest, AreNotThereWhenTheClientIsGone) {
   start([this] {
-    if (fork() == 0) tellAndPause(m_ends[1]);
+    leaveAnother(m_ends[1]);
     for (;;) pause();
   });
   ASSERT_TRUE(request() && sendInput());
