@@ -48,7 +48,8 @@ class PoolRun {
         m_show(show),
         m_folder(options.m_outputFolder, options.m_force),
         m_protected(listPaths(inputs)),
-        m_processes(countProcesses(options.m_processes)) {
+        // Without processes a result is shown before the next input is begun.
+        m_processes(isHere() ? 1 : countProcesses(options.m_processes)) {
     m_folder.protect(m_protected);
   }
 
