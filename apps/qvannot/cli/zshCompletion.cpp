@@ -27,7 +27,7 @@ std::string quote(std::string_view text) {
   return quoted + '\'';
 }
 
-/// With a backslash in front of what ends a part of a specification.
+/// With a backslash in front of what ends a part of an entry.
 std::string escape(std::string_view text, std::string_view special) {
   std::string escaped;
   for (char const c : text) {
@@ -66,7 +66,7 @@ std::string formatExclusion(Option const& option, Options const& options) {
   return "(" + names + ")";
 }
 
-/// One specification for each spelling, and each on a line.
+/// One entry for each spelling, and each on a line.
 std::string formatOption(Option const& option, Options const& options) {
   std::string text;
   for (std::string_view const name : splitNames(option.m_names)) {
