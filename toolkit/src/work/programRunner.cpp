@@ -136,7 +136,9 @@ class ProgramRunner : public TaskRunner {
   }
 
   std::optional<TaskEnd> wait() override {
-    while (m_ends.empty()) {
+    // What has come with the last frame that was waited for comes no more.
+    if (!takeEnds()) giveUp();
+    while (m_ends.empty() && m_program != nullptr) {
       // A signal that came just before would not end the wait.
       constexpr int Milliseconds = 200;
       pollfd event{m_program->getChannel(), POLLIN, 0};
@@ -144,6 +146,7 @@ class ProgramRunner : public TaskRunner {
       bool const isThere = m_reader.receive(m_program->getChannel());
       if (!takeEnds() || !isThere) giveUp();
     }
+    if (m_ends.empty()) return std::nullopt;
     TaskEnd const end = m_ends.front();
     m_ends.pop_front();
     return end;
